@@ -1,9 +1,10 @@
-// The host's user-defined reader interface, API version 2.04: the entry points that a host looks up by their plain
-// names. Shared by the reader, which defines them, and by host programs, which take the function types from here.
+// The host's user-defined reader interface, API version 2.04: the entry points that a host looks up by their
+// plain names. Shared by the reader, which defines them, and by host programs, which take the function types
+// from here.
 //
-// A buffer's size is what the host provides; "rows" means an array of pointers to separately allocated arrays.
-// Part, variable, time set and array positions count from 1 unless a comment says otherwise; steps, components
-// and rows count from 0.
+// A buffer's size is what the host provides; "rows" means an array of pointers to separately allocated
+// arrays. Part, variable, time set and array positions count from 1 unless a comment says otherwise; steps,
+// components and rows count from 0.
 #pragma once
 
 #include <stdio.h>
@@ -47,15 +48,15 @@ USERD_API void USERD_stop_part_building(void);
 
 // Variables.
 USERD_API int USERD_get_number_of_variables(void);
-USERD_API int USERD_get_gold_variable_info(char** descriptions /* rows of 80 */, char** filenames /* rows of 80 */,
-                                           int* types, int* classify, int* complex,
-                                           char** ifilenames /* rows of 80 */, float* freq, int* contran,
-                                           int* timeset);
+USERD_API int USERD_get_gold_variable_info(char** descriptions /* rows of 80 */,
+                                           char** filenames /* rows of 80 */, int* types, int* classify,
+                                           int* complex, char** ifilenames /* rows of 80 */, float* freq,
+                                           int* contran, int* timeset);
 USERD_API int USERD_get_var_by_component(int variable, int part, int var_type, int which_type, int imag_data,
                                          int component, float* values /* count + 1, from entry 1 */);
 USERD_API float USERD_get_constant_val(int variable, int imag_data);
-USERD_API int USERD_get_var_value_at_specific(int variable, int node_or_element, int part, int element_type, int step,
-                                              float* values /* 3 */, int imag_data);
+USERD_API int USERD_get_var_value_at_specific(int variable, int node_or_element, int part, int element_type,
+                                              int step, float* values /* 3 */, int imag_data);
 USERD_API int USERD_get_descrip_lines(int which_type, int variable, int imag_data, char* line1 /* 80 */,
                                       char* line2 /* 80 */);
 
@@ -84,9 +85,10 @@ USERD_API int USERD_get_matf_set_info(int* set_ids, char** set_names);
 USERD_API int USERD_get_number_of_materials(int set);
 USERD_API int USERD_get_matf_var_info(int set, int* ids, char** descriptions);
 USERD_API int USERD_size_matf_data(int set, int part, int which_type, int material_type, int* count);
-USERD_API int USERD_load_matf_data(int set, int part, int which_type, int material_type, int* ids, float* values);
+USERD_API int USERD_load_matf_data(int set, int part, int which_type, int material_type, int* ids,
+                                   float* values);
 USERD_API int USERD_get_nsided_conn(int part, int* conn);
 USERD_API int USERD_get_nfaced_nodes_per_face(int part, int* counts);
 USERD_API int USERD_get_nfaced_conn(int part, int* conn);
-USERD_API int USERD_get_uns_failed_params(char* variable, float* threshold1, float* threshold2, int* operator1,
-                                          int* operator2, int* logic);
+USERD_API int USERD_get_uns_failed_params(char* variable, float* threshold1, float* threshold2,
+                                          int* operator1, int* operator2, int* logic);

@@ -1,0 +1,104 @@
+#include "dataset/fld_file.h"
+
+#include <algorithm>
+#include <cstring>
+
+#include "format/data_block.h"
+#include "format/record.h"
+#include "support/assertion.h"
+
+namespace fld {
+
+namespace {
+
+// The entry of `list` for a quantity's name; null when there is none.
+template <class Title>
+const Title* find_title(const std::vector<Title>& list, const char* name) {
+  const auto found = std::find_if(list.begin(), list.end(),
+                                  [name](const Title& title) { return strcmp(title.m_name, name) == 0; });
+  return found == list.end() ? nullptr : &*found;
+}
+
+bool any_of(const std::vector<FLDSEEKOverlap>& overlaps, bool FLDSEEKOverlap::*flag) {
+  return std::any_of(overlaps.begin(), overlaps.end(), [flag](const auto& overlap) { return overlap.*flag; });
+}
+
+}  // namespace
+
+int FLDFile::checkSections() {
+  const InputFile file(m_path, Access::walk);
+  const int status = read_file_header(file, m_path, *this);
+  if (status != 0) return status;
+  FILE* stream = file.stream();
+  FLDSEEKOverlap outside;  // sections before the first region set belong to none and leave no trace
+  FLDSEEKOverlap* overlap = &outside;
+  for (;;) {
+    char title[kTitleLength + 1];
+    FLDV4_I_TITLE(stream, title);
+    if (title_starts_with(title, "OverlapStart_")) {
+      overlap = &m_overlap.emplace_back();
+      continue;
+    }
+    if (title_starts_with(title, "OverlapEnd")) return 0;
+    read_int(stream);
+    if (title_starts_with(title, "LS_ALE")) {
+      FLDV4_ALE(stream, overlap->m_ale);
+      overlap->m_hasALE = true;
+      continue;
+    }
+    if (title_starts_with(title, "LS_Nodes")) overlap->m_hasGeometry = true;
+    if (title_starts_with(title, "LS_Scalar:@BNODE")) overlap->m_hasOverset = true;
+    FLDV4_I_SKIP(stream);
+  }
+}
+
+int FLDFile::seekFLD() {
+  trace_reading(m_path);
+  const InputFile file(m_path, Access::walk);
+  const int status = read_file_header(file, m_path, *this);
+  if (status != 0) return status;
+  FLD_ASSERT(!m_overlap.empty(), "fld", "int FLDFile::seekFLD()");
+  FILE* stream = file.stream();
+  auto overlap = m_overlap.end();
+  for (;;) {
+    const long offset = ftello(stream);
+    char title[kTitleLength + 1];
+    const int n = FLDV4_I_TITLE(stream, title);
+    if (title_starts_with(title, "OverlapStart_")) {
+      overlap = overlap == m_overlap.end() ? m_overlap.begin() : overlap + 1;
+      continue;
+    }
+    if (titlecmp(title, "OverlapEnd", n) == 0) return 0;
+    FLD_ASSERT(overlap != m_overlap.end(), "fld", "int FLDFile::seekFLD()");
+    read_int(stream);
+    if (title_starts_with(title, "LS_Scalar:")) {
+      FLDV4_Scalar_SEEK(stream, offset, title, overlap->m_scalars);
+    } else if (title_starts_with(title, "LS_Vector:")) {
+      FLDV4_Vector_SEEK(stream, offset, title, overlap->m_vectors, m_dimension);
+    } else {
+      FLDV4_I_SKIP(stream);
+    }
+  }
+}
+
+bool FLDFile::hasGeometry() const {
+  return any_of(m_overlap, &FLDSEEKOverlap::m_hasGeometry);
+}
+bool FLDFile::hasALE() const {
+  return any_of(m_overlap, &FLDSEEKOverlap::m_hasALE);
+}
+bool FLDFile::hasOverset() const {
+  return any_of(m_overlap, &FLDSEEKOverlap::m_hasOverset);
+}
+
+const FLDTITLE_Scalar* FLDFile::findSeekScalar(const char* name, int ioverlap) const {
+  if (ioverlap < 0 || static_cast<size_t>(ioverlap) >= m_overlap.size()) return nullptr;
+  return find_title(m_overlap[static_cast<size_t>(ioverlap)].m_scalars, name);
+}
+
+const FLDTITLE_Vector* FLDFile::findSeekVector(const char* name, int ioverlap) const {
+  if (ioverlap < 0 || static_cast<size_t>(ioverlap) >= m_overlap.size()) return nullptr;
+  return find_title(m_overlap[static_cast<size_t>(ioverlap)].m_vectors, name);
+}
+
+}  // namespace fld

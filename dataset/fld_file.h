@@ -1,0 +1,46 @@
+// One file of a dataset: its path, its header and, per region set, where its quantities stand.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "dataset/file_header.h"
+#include "dataset/fld_seek.h"
+#include "dataset/fldgeo.h"
+
+namespace fld {
+
+class FLDFile : public FLDHeader {
+ public:
+  explicit FLDFile(std::string path) : m_path(std::move(path)) {}
+
+  // Reads the header and classifies the sections of every region set: sets the header's members and, per
+  // region set, the flags and the motion. Returns 0, -1 (cannot open), -2 (not an FLD file) or -3 (wrong
+  // version or dimension). Throws FLDReadException.
+  int checkSections();
+
+  // Appends one title entry per quantity section to each region set's lists. Results and exceptions as of
+  // checkSections, which must have run before.
+  int seekFLD();
+
+  // Whether any region set has node coordinates, a motion, or overset data.
+  bool hasGeometry() const;
+  bool hasALE() const;
+  bool hasOverset() const;
+
+  // The first quantity of that name in region set `ioverlap`; null when there is none or no such region set.
+  const FLDTITLE_Scalar* findSeekScalar(const char* name, int ioverlap) const;
+  const FLDTITLE_Vector* findSeekVector(const char* name, int ioverlap) const;
+
+  // Reads region set `region` of this file into `geo`: every section that the file has there replaces what
+  // `geo` holds, indices are brought to zero-based numbering, material numbers to positive ones, and elements
+  // are counted by type. Returns 0, or writes a message and returns -1 (no such region set), -2 (cannot
+  // open), -3 (not an FLD file), -4 (wrong version or dimension) or -5 (the file cannot be read; `geo` keeps
+  // what was read before). An allocation failure outside the tracked allocator leaves as std::bad_alloc.
+  int readGeometry(int region, FLDGEO& geo) const;
+
+  std::string m_path;
+  std::vector<FLDSEEKOverlap> m_overlap;  // region sets in file order
+};
+
+}  // namespace fld

@@ -1,0 +1,25 @@
+// Where things are inside one region set of one file.
+#pragma once
+
+#include <vector>
+
+#include "format/ale.h"
+#include "format/quantity_index.h"
+
+namespace fld {
+
+// The quantity sections of one region set, in the order in which they stand in the file.
+struct FLDSEEK {
+  std::vector<FLDTITLE_Scalar> m_scalars;
+  std::vector<FLDTITLE_Vector> m_vectors;
+};
+
+// One region set of one file: its quantities, its motion and what else it carries.
+struct FLDSEEKOverlap : FLDSEEK {
+  ALE m_ale;                   // empty unless m_hasALE
+  bool m_hasGeometry = false;  // it has node coordinates
+  bool m_hasALE = false;       // it has a motion
+  bool m_hasOverset = false;   // it has a scalar whose name begins with "@BNODE"
+};
+
+}  // namespace fld

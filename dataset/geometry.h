@@ -1,0 +1,26 @@
+// The geometry of a dataset: one FLDGEO per region set.
+#pragma once
+
+#include <vector>
+
+#include "dataset/fldgeo.h"
+
+namespace fld {
+
+class Geometry {
+ public:
+  // Sums over all region sets.
+  unsigned long nsurface() const;
+  unsigned long nvolume() const;
+  unsigned long nmat() const;
+
+  // The i-th surface (volume) from 0 when the lists of all region sets are laid end to end; `geoIndex`
+  // becomes the index of the region set that holds it. Past the end: empty, with `geoIndex` unchanged.
+  smart_ptr<SurfaceGeometry> getSurfaceGeometry(unsigned long i, int& geoIndex) const;
+  smart_ptr<VolumeGeometry> getVolumeGeometry(unsigned long i, int& geoIndex) const;
+
+  std::vector<FLDGEO> geos;
+  std::vector<int> loadedStep;  // per region set, the index of the file whose geometry it holds
+};
+
+}  // namespace fld

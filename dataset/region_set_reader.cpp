@@ -1,0 +1,72 @@
+#include "dataset/region_set_reader.h"
+
+#include "format/coordinate_system.h"
+#include "format/data_block.h"
+#include "format/record.h"
+
+namespace fld {
+
+namespace {
+
+// Reads a section's regions aside, so that `list` never holds a region that was read in part.
+template <class Regions>
+void read_regions(FILE* stream, void (*read)(FILE*, Regions&), Regions& list, bool& loaded) {
+  Regions regions;
+  read(stream, regions);
+  list = std::move(regions);
+  loaded = true;
+}
+
+template <class Object>
+void read_object(FILE* stream, smart_ptr<Object> (*read)(FILE*), smart_ptr<Object>& object, bool& loaded) {
+  object = read(stream);
+  loaded = true;
+}
+
+// The body of one section of the requested region set.
+void read_section(FILE* stream, const char* title, int n, FLDGEO& geo, LoadedSections& loaded) {
+  const auto is = [title, n](const char* key) { return titlecmp(title, key, n) == 0; };
+  if (is("LS_CoordinateSystem")) {
+    FLDV4_CoordinateSystem(stream, geo.coordinateSystem);
+  } else if (is("LS_SurfaceGeometry")) {
+    read_regions(stream, FLDV4_SurfaceGeometry, geo.surfaces, loaded.surfaces);
+  } else if (is("LS_VolumeGeometry")) {
+    read_regions(stream, FLDV4_VolumeGeometry, geo.volumes, loaded.volumes);
+  } else if (is("LS_SurfaceGeometryArray")) {
+    read_regions(stream, FLDV4_SurfaceGeometryArray, geo.surfaces, loaded.surfaces);
+  } else if (is("LS_VolumeGeometryArray")) {
+    read_regions(stream, FLDV4_VolumeGeometryArray, geo.volumes, loaded.volumes);
+  } else if (is("LS_Elements")) {
+    read_object(stream, FLDV4_Elements, geo.elements, loaded.elements);
+  } else if (is("LS_MatOfElements")) {
+    read_object(stream, FLDV4_MatOfElements, geo.matOfElements, loaded.materials);
+  } else if (is("LS_Nodes")) {
+    read_object(stream, FLDV4_Nodes, geo.nodes, loaded.nodes);
+  } else {
+    FLDV4_I_SKIP(stream);
+  }
+}
+
+}  // namespace
+
+void read_region_set(FILE* stream, int region, FLDGEO& geo, LoadedSections& loaded) {
+  int counter = 0;  // region sets begun so far
+  for (;;) {
+    char title[kTitleLength + 1];
+    const int n = FLDV4_I_TITLE(stream, title);
+    if (title_starts_with(title, "OverlapStart_")) {
+      if (counter > region) return;
+      ++counter;
+      continue;
+    }
+    if (titlecmp(title, "OverlapEnd", n) == 0) return;
+    read_int(stream);
+    if (counter > region) {
+      read_section(stream, title, n, geo, loaded);
+    } else {
+      FLDV4_I_SKIP(stream);
+    }
+  }
+}
+
+}  // namespace fld

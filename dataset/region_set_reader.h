@@ -1,0 +1,24 @@
+// Reading the sections of one region set of a file into its geometry.
+#pragma once
+
+#include <stdio.h>
+
+#include "dataset/fldgeo.h"
+
+namespace fld {
+
+// Which pieces of an FLDGEO a file has given.
+struct LoadedSections {
+  bool surfaces = false;
+  bool volumes = false;
+  bool elements = false;
+  bool materials = false;
+  bool nodes = false;
+};
+
+// Walks the sections from the end of the header to the end of region set `region` and puts what it reads into
+// `geo`, a section of a kind that was met before replacing the earlier one. `loaded` follows what was
+// replaced, so that it is right when the walk ends with an exception. Throws FLDException.
+void read_region_set(FILE* stream, int region, FLDGEO& geo, LoadedSections& loaded);
+
+}  // namespace fld

@@ -1,0 +1,113 @@
+#include "dataset/type_counts.h"
+
+#include <cstdio>
+
+#include "format/element_codes.h"
+
+namespace fld {
+
+namespace {
+
+// The six counts of an element list or volume region, as they are added up.
+struct Counts {
+  int ntri = 0, nquad = 0, ntet = 0, npyr = 0, nprism = 0, nhex = 0;
+
+  void add(int code) {
+    ntri += code == kTriangle;
+    nquad += code == kQuadrilateral;
+    ntet += code == kTetrahedron;
+    npyr += code == kPyramid;
+    nprism += code == kPrism;
+    nhex += code == kHexahedron;
+  }
+
+  template <class Target>
+  void store(Target& target) const {
+    target.ntri = ntri;
+    target.nquad = nquad;
+    target.ntet = ntet;
+    target.npyr = npyr;
+    target.nprism = nprism;
+    target.nhex = nhex;
+  }
+};
+
+bool inside(int index, int count) {
+  return static_cast<unsigned>(index) < static_cast<unsigned>(count);
+}
+
+long count_outside(const int* indices, long n, int count) {
+  long outside = 0;
+  for (long i = 0; i < n; ++i) outside += !inside(indices[i], count);
+  return outside;
+}
+
+// Face links of -1 name no element and are right.
+long count_links_outside(const int* links, long n, int count) {
+  long outside = 0;
+  for (long i = 0; i < n; ++i) outside += links[i] != -1 && !inside(links[i], count);
+  return outside;
+}
+
+// Nodes that the types need beyond the `given` ones.
+long missing_nodes(const int* types, long n, long given) {
+  long needed = 0;
+  for (long i = 0; i < n; ++i) needed += nodes_of_code(types[i]);
+  return needed > given ? needed - given : 0;
+}
+
+void report(const std::string& path, long count, const char* what) {
+  if (count > 0) fprintf(stderr, "WARNING : %ld %s IN %s\n", count, what, path.c_str());
+}
+
+}  // namespace
+
+void count_types(FLDGEO& geo) {
+  for (auto& surface : geo.surfaces) {
+    surface->ntri = surface->nquad = 0;
+    for (int i = 0; i < surface->nface; ++i) {
+      surface->ntri += surface->faceType[i] == kTriangleFace;
+      surface->nquad += surface->faceType[i] == kQuadrilateralFace;
+    }
+  }
+  const int nelem = geo.element_count();
+  const int* const type = nelem > 0 ? geo.elements->type : nullptr;
+  for (auto& volume : geo.volumes) {
+    Counts counts;
+    for (int i = 0; i < volume->nelem; ++i) {
+      if (inside(volume->elem[i], nelem)) counts.add(type[volume->elem[i]]);
+    }
+    counts.store(*volume);
+  }
+  if (!geo.elements) return;
+  Counts counts;
+  for (int e = 0; e < nelem; ++e) counts.add(type[e]);
+  counts.store(*geo.elements);
+}
+
+void report_bad_indices(const FLDGEO& geo, const std::string& path) {
+  const int nnode = geo.node_count();
+  const int nelem = geo.element_count();
+  if (geo.elements) {
+    const Elements& elements = *geo.elements;
+    report(path, count_outside(elements.conn, elements.nconn, nnode),
+           "NODE NUMBERS OF ELEMENTS OUT OF RANGE");
+    report(path, missing_nodes(elements.type, nelem, elements.nconn), "NODE NUMBERS OF ELEMENTS MISSING");
+  }
+  long bad_face_nodes = 0;
+  long missing_face_nodes = 0;
+  long bad_links = 0;
+  for (const auto& surface : geo.surfaces) {
+    bad_face_nodes += count_outside(surface->faceNode, surface->nfaceNode, nnode);
+    missing_face_nodes += missing_nodes(surface->faceType, surface->nface, surface->nfaceNode);
+    bad_links += count_links_outside(surface->faceLink, surface->nface, nelem);
+  }
+  report(path, bad_face_nodes, "NODE NUMBERS OF FACES OUT OF RANGE");
+  report(path, missing_face_nodes, "NODE NUMBERS OF FACES MISSING");
+  report(path, bad_links, "ELEMENT NUMBERS OF FACES OUT OF RANGE");
+  long bad_elements = 0;
+  for (const auto& volume : geo.volumes) bad_elements += count_outside(volume->elem, volume->nelem, nelem);
+  report(path, bad_elements, "ELEMENT NUMBERS OF VOLUMES OUT OF RANGE");
+}
+
+}  // namespace fld

@@ -1,0 +1,19 @@
+// Counting elements and faces by type, and indices that point outside their tables.
+#pragma once
+
+#include <string>
+
+#include "dataset/fldgeo.h"
+
+namespace fld {
+
+// Sets the counts of every surface, of every volume and of the elements. A volume's element index outside the
+// element list is not counted.
+void count_types(FLDGEO& geo);
+
+// Writes one line per kind of index that points outside its table to the standard error stream: nodes of
+// elements, nodes of faces, elements of volumes, elements of faces; and when node lists are shorter than
+// their types need.
+void report_bad_indices(const FLDGEO& geo, const std::string& path);
+
+}  // namespace fld

@@ -1,0 +1,106 @@
+#include "format/data_block.h"
+
+#include <algorithm>
+#include <cstring>
+
+#include "format/read_checks.h"
+#include "format/record.h"
+#include "support/errors.h"
+
+namespace fld {
+
+namespace {
+
+// Elements of record `k`, given those of the whole array. Negative counts never come out of here.
+long elements_of_record(const Rule& rule, long k, long n) {
+  const long remaining = n - k * rule.perRecord;
+  if (rule.perRecord < 0) throw FLDReadException("NEGATIVE RECORD SIZE IN A RULE RECORD.");
+  if (rule.perRecord > 0 && remaining <= 0) throw FLDReadException("TOO MANY DATA RECORDS IN A DATA BLOCK.");
+  return std::min<long>(rule.perRecord, remaining);
+}
+
+void read_records(FILE* stream, const Rule& rule, long n, size_t width, void* out) {
+  auto* bytes = static_cast<char*>(out);
+  for (long k = 0; k < rule.nRecords; ++k) {
+    const auto count = static_cast<size_t>(elements_of_record(rule, k, n));
+    read_marker(stream);
+    read_elements(stream, bytes, width, count);
+    read_marker(stream);
+    bytes += count * width;
+  }
+}
+
+void check_float_width(const Rule& rule) {
+  if (rule.width != 4 && rule.width != 8) throw FLDReadException("THIS FLD FILE HAS AN INVALID DATA TYPE.");
+}
+
+}  // namespace
+
+void FLDV4_I_INTarray(FILE* stream, long n, int* out) {
+  const Rule rule = FLDV4_I_RULE(stream);
+  read_records(stream, rule, n, sizeof(int), out);
+}
+
+void FLDV4_I_INT64array(FILE* stream, long n, long* out) {
+  const Rule rule = FLDV4_I_RULE(stream);
+  if (rule.width != 4) {
+    read_records(stream, rule, n, sizeof(long), out);
+    return;
+  }
+  check_count(stream, n, sizeof(int));
+  const auto narrow = make_tracked_array<int>(static_cast<size_t>(n), 1100102);
+  read_records(stream, rule, n, sizeof(int), narrow.get());
+  std::copy_n(narrow.get(), n, out);
+}
+
+double FLDV4_I_FPREC(FILE* stream) {
+  const Rule rule = FLDV4_I_RULE(stream);
+  check_float_width(rule);
+  double cell = 0.0;
+  read_marker(stream);
+  read_elements(stream, &cell, static_cast<size_t>(rule.width), 1);
+  read_marker(stream);
+  return vfpa2double({rule.width, &cell}, 0);
+}
+
+void FLDV4_I_FPRECaloc_array(FILE* stream, int n, VFPA* out) {
+  const Rule rule = FLDV4_I_RULE(stream);
+  check_float_width(rule);
+  const auto width = static_cast<size_t>(rule.width);
+  check_count(stream, n, width);
+  *out = {rule.width, cv_caloc(static_cast<size_t>(n), width, 1100142)};
+  read_records(stream, rule, n, width, out->data);
+}
+
+void FLDV4_I_CHARarray(FILE* stream, int n, char* out) {
+  const Rule rule = FLDV4_I_RULE(stream);
+  check_count(stream, rule.perRecord, 1);
+  const int kept = std::min(rule.perRecord, n);
+  memset(out, 0, static_cast<size_t>(n) + 1);
+  read_marker(stream);
+  read_elements(stream, out, 1, static_cast<size_t>(kept));
+  step_over(stream, rule.perRecord - kept);
+  read_marker(stream);
+}
+
+void FLDV4_I_CHARarray80(FILE* stream, int n, char* out) {
+  constexpr int kColumns = 80;
+  const int kept = std::min(n, kColumns);
+  FLDV4_I_CHARarray(stream, kept, out);
+  memset(out + kept, 0, static_cast<size_t>(kColumns - kept) + 1);
+}
+
+int read_int(FILE* stream, int missing) {
+  int value = missing;
+  FLDV4_I_INTarray(stream, 1, &value);
+  return value;
+}
+
+TrackedArray<int> read_int_array(FILE* stream, long n, int tag) {
+  check_count(stream, n, sizeof(int));
+  auto values = make_tracked_array<int>(static_cast<size_t>(n), tag);
+  FLDV4_I_INTarray(stream, n, values.get());
+  return values;
+}
+
+}  // namespace fld

@@ -1,0 +1,27 @@
+// The node coordinates of one region set and the section "LS_Nodes".
+#pragma once
+
+#include <stdio.h>
+
+#include "support/smart_ptr.h"
+#include "support/vfpa.h"
+
+namespace fld {
+
+class Nodes {
+ public:
+  Nodes() = default;
+  Nodes(const Nodes&) = delete;
+  Nodes& operator=(const Nodes&) = delete;
+  ~Nodes();
+
+  int nnode = 0;
+  // nnode values each, every axis in its own precision; radius, angle in radians and z in a cylindrical
+  // region set.
+  VFPA x, y, z;
+};
+
+// Reads the section's body: int block nnode; floating blocks of nnode values x, y, z; end rule.
+smart_ptr<Nodes> FLDV4_Nodes(FILE* stream);
+
+}  // namespace fld

@@ -1,0 +1,47 @@
+// The values of one quantity as read from one file, and the sections "LS_Scalar:<name>" and
+// "LS_Vector:<name>".
+#pragma once
+
+#include <stdio.h>
+
+#include "format/quantity_index.h"
+#include "support/smart_ptr.h"
+#include "support/vfpa.h"
+
+namespace fld {
+
+class Scalar {
+ public:
+  Scalar() = default;
+  Scalar(const Scalar&) = delete;
+  Scalar& operator=(const Scalar&) = delete;
+  ~Scalar();
+
+  char text[kLabelLength + 1] = {};  // the label as stored, with its blanks
+  int n = 0;                         // values
+  VFPA values;                       // n values, one per node of the region set
+};
+
+class Vector {
+ public:
+  Vector() = default;
+  Vector(const Vector&) = delete;
+  Vector& operator=(const Vector&) = delete;
+  ~Vector();
+
+  int leading = 0;                   // first integer of the section's body, kept as read
+  char text[kLabelLength + 1] = {};  // the label as stored, with its blanks
+  int n = 0;                         // values per component
+  VFPA components[3];                // X, Y, Z: n values each, every component in its own precision
+};
+
+// Both start behind the section's leading integer.
+
+// Body: char block of 32 (label), int block N, floating block of N values, end rule.
+smart_ptr<Scalar> FLDV4_Scalar(FILE* stream);
+
+// Body: int block (leading integer), char block of 32 (label), int block N, floating blocks of N X, Y and Z
+// values, end rule.
+smart_ptr<Vector> FLDV4_Vector(FILE* stream);
+
+}  // namespace fld

@@ -1,0 +1,80 @@
+// What the readers of surface and volume regions share: making the list, names, and the arrays that the array
+// form of a section gathers for all regions.
+#pragma once
+
+#include <algorithm>
+#include <cstdint>
+#include <stdio.h>
+#include <vector>
+
+#include "format/data_block.h"
+#include "format/read_checks.h"
+#include "support/smart_ptr.h"
+#include "support/tracked_array.h"
+
+namespace fld {
+
+template <class Region>
+using RegionList = std::vector<smart_ptr<Region>>;
+
+// A region count; each region takes at least `bytes_each` of the rest of the file.
+int read_region_count(FILE* stream, size_t bytes_each);
+
+// The length of every region name in characters.
+int read_name_length(FILE* stream);
+
+// Makes the list hold `count` new regions; what stood in it is released.
+template <class Region>
+void renew_regions(RegionList<Region>& list, int count) {
+  list.resize(static_cast<size_t>(count));
+  for (auto& region : list) region = smart_ptr<Region>(new Region);
+}
+
+// A character block of `length` characters as a string of its own, without trailing blanks.
+TrackedArray<char> read_name(FILE* stream, int length, int tag);
+
+// The name in the `length` characters at `characters`, likewise.
+TrackedArray<char> copy_name(const char* characters, int length, int tag);
+
+// Char block of all names, region after region, into the regions' `name`.
+template <class Region>
+void read_gathered_names(FILE* stream, RegionList<Region>& list, int length, int tag_all, int tag_each) {
+  const auto total = static_cast<int64_t>(list.size()) * length;
+  check_count(stream, total, 1);
+  const auto names = make_tracked_array<char>(static_cast<size_t>(total) + 1, tag_all);
+  FLDV4_I_CHARarray(stream, static_cast<int>(total), names.get());
+  const char* next = names.get();
+  for (auto& region : list) {
+    region->name = copy_name(next, length, tag_each).release();
+    next += length;
+  }
+}
+
+// Int block of one count per region, into the regions' member `count`.
+template <class Region>
+void read_counts(FILE* stream, RegionList<Region>& list, int Region::*count, int tag) {
+  const auto counts = read_int_array(stream, static_cast<long>(list.size()), tag);
+  for (size_t r = 0; r < list.size(); ++r) {
+    check_count(stream, counts[r], sizeof(int));
+    (*list[r]).*count = counts[r];
+  }
+}
+
+// Int block of the entries of all regions, region after region; each region gets a copy of its own entries in
+// the member `entries`.
+template <class Region>
+void read_gathered(FILE* stream, RegionList<Region>& list, int Region::*count, int* Region::*entries,
+                   int tag_all, int tag_each) {
+  long total = 0;
+  for (const auto& region : list) total += (*region).*count;
+  const auto all = read_int_array(stream, total, tag_all);
+  const int* next = all.get();
+  for (auto& region : list) {
+    const int n = (*region).*count;
+    (*region).*entries = make_tracked_array<int>(static_cast<size_t>(n), tag_each).release();
+    std::copy_n(next, n, (*region).*entries);
+    next += n;
+  }
+}
+
+}  // namespace fld

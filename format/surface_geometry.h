@@ -1,0 +1,43 @@
+// Surface regions (boundaries and interfaces made of faces) and the sections "LS_SurfaceGeometry" and
+// "LS_SurfaceGeometryArray".
+#pragma once
+
+#include <stdio.h>
+#include <vector>
+
+#include "support/smart_ptr.h"
+
+namespace fld {
+
+class SurfaceGeometry {
+ public:
+  SurfaceGeometry() = default;
+  SurfaceGeometry(const SurfaceGeometry&) = delete;
+  SurfaceGeometry& operator=(const SurfaceGeometry&) = delete;
+  ~SurfaceGeometry();
+
+  char* name = nullptr;  // NUL-terminated
+  int nface = 0;
+  int* faceType = nullptr;  // nface face codes
+  int* faceLink = nullptr;  // nface indices of the element that the face belongs to, -1 for none
+  int nfaceNode = 0;
+  int* faceNode =
+      nullptr;  // nfaceNode node indices, face after face, each with as many as its code has nodes
+  // Faces of code 133 and 134; counted when the geometry is assembled.
+  int ntri = 0;
+  int nquad = 0;
+};
+
+// Both readers replace the list by the section's regions.
+
+// Body: int block R (regions); int block L (length of a name); per region: char block of L, int block nface,
+// int block of nface types, int block of nface links, int block nfaceNode, int block of nfaceNode node
+// numbers; end rule.
+void FLDV4_SurfaceGeometry(FILE* stream, std::vector<smart_ptr<SurfaceGeometry>>& list);
+
+// Body: int blocks R and L; char block of R * L; int block of R nface; int blocks of all types and all links;
+// int block of R nfaceNode; int block of all node numbers; end rule. With R = 0 the end rule may stand right
+// after L.
+void FLDV4_SurfaceGeometryArray(FILE* stream, std::vector<smart_ptr<SurfaceGeometry>>& list);
+
+}  // namespace fld

@@ -1,0 +1,40 @@
+// Volume regions (cell zones) and the sections "LS_VolumeGeometry" and "LS_VolumeGeometryArray".
+#pragma once
+
+#include <stdio.h>
+#include <vector>
+
+#include "support/smart_ptr.h"
+
+namespace fld {
+
+class VolumeGeometry {
+ public:
+  VolumeGeometry() = default;
+  VolumeGeometry(const VolumeGeometry&) = delete;
+  VolumeGeometry& operator=(const VolumeGeometry&) = delete;
+  ~VolumeGeometry();
+
+  char* name = nullptr;  // NUL-terminated
+  int nelem = 0;
+  int* elem = nullptr;  // nelem indices into the region set's Elements
+  // Elements of each type; counted when the geometry is assembled.
+  int ntri = 0;
+  int nquad = 0;
+  int ntet = 0;
+  int npyr = 0;
+  int nprism = 0;
+  int nhex = 0;
+};
+
+// Both readers replace the list by the section's regions.
+
+// Body: int block R (regions); int block L (length of a name); per region: char block of L, int block nelem,
+// int block of nelem element numbers; end rule.
+void FLDV4_VolumeGeometry(FILE* stream, std::vector<smart_ptr<VolumeGeometry>>& list);
+
+// Body: int blocks R and L; char block of R * L; int block of R nelem; int block of all element numbers; end
+// rule. With R = 0 the end rule may stand right after L.
+void FLDV4_VolumeGeometryArray(FILE* stream, std::vector<smart_ptr<VolumeGeometry>>& list);
+
+}  // namespace fld

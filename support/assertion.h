@@ -1,0 +1,13 @@
+// Assertions of the reader, which stay on in every build type: a broken invariant ends the process through
+// the C library's assertion report instead of going on with a dataset that makes no sense.
+#pragma once
+
+#include <assert.h>  // __assert_fail, the C library's report; NDEBUG has no influence on it
+
+// Ends the process unless `condition` holds. `module` and `function` are what the report shows as the source
+// and the function.
+#define FLD_ASSERT(condition, module, function) FLD_ASSERT_AS(condition, #condition, module, function)
+
+// The same with the text that the report quotes.
+#define FLD_ASSERT_AS(condition, text, module, function) \
+  (static_cast<bool>(condition) ? void(0) : __assert_fail(text, module, __LINE__, function))
