@@ -38,6 +38,9 @@ int FLDFile::readGeometry(int region, FLDGEO& geo) const {
     put_together();
     fprintf(stderr, "ERROR : %s", error.getMessage());
     return -5;
+  } catch (...) {
+    put_together();
+    throw;
   }
   put_together();
   return 0;

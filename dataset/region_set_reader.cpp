@@ -41,7 +41,7 @@ void read_section(FILE* stream, const char* title, int n, FLDGEO& geo, LoadedSec
   } else if (is("LS_MatOfElements")) {
     read_object(stream, FLDV4_MatOfElements, geo.matOfElements, loaded.materials);
   } else if (is("LS_Nodes")) {
-    read_object(stream, FLDV4_Nodes, geo.nodes, loaded.nodes);
+    geo.nodes = FLDV4_Nodes(stream);
   } else {
     FLDV4_I_SKIP(stream);
   }

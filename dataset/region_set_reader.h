@@ -7,13 +7,12 @@
 
 namespace fld {
 
-// Which pieces of an FLDGEO a file has given.
+// Which pieces with indices or material numbers a file has given.
 struct LoadedSections {
   bool surfaces = false;
   bool volumes = false;
   bool elements = false;
   bool materials = false;
-  bool nodes = false;
 };
 
 // Walks the sections from the end of the header to the end of region set `region` and puts what it reads into

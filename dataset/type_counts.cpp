@@ -49,8 +49,9 @@ long count_links_outside(const int* links, long n, int count) {
   return outside;
 }
 
-// Nodes that the types need beyond the `given` ones.
-long missing_nodes(const int* types, long n, long given) {
+// How many nodes more than the `given` ones the types need.
+template <class NodesOfCode>
+long missing_nodes(const int* types, long n, long given, NodesOfCode nodes_of_code) {
   long needed = 0;
   for (long i = 0; i < n; ++i) needed += nodes_of_code(types[i]);
   return needed > given ? needed - given : 0;
@@ -92,14 +93,15 @@ void report_bad_indices(const FLDGEO& geo, const std::string& path) {
     const Elements& elements = *geo.elements;
     report(path, count_outside(elements.conn, elements.nconn, nnode),
            "NODE NUMBERS OF ELEMENTS OUT OF RANGE");
-    report(path, missing_nodes(elements.type, nelem, elements.nconn), "NODE NUMBERS OF ELEMENTS MISSING");
+    report(path, missing_nodes(elements.type, nelem, elements.nconn, nodes_of_element),
+           "NODE NUMBERS OF ELEMENTS MISSING");
   }
   long bad_face_nodes = 0;
   long missing_face_nodes = 0;
   long bad_links = 0;
   for (const auto& surface : geo.surfaces) {
     bad_face_nodes += count_outside(surface->faceNode, surface->nfaceNode, nnode);
-    missing_face_nodes += missing_nodes(surface->faceType, surface->nface, surface->nfaceNode);
+    missing_face_nodes += missing_nodes(surface->faceType, surface->nface, surface->nfaceNode, nodes_of_face);
     bad_links += count_links_outside(surface->faceLink, surface->nface, nelem);
   }
   report(path, bad_face_nodes, "NODE NUMBERS OF FACES OUT OF RANGE");

@@ -19,27 +19,41 @@ constexpr int kQuadrilateralFace = 134;
 
 namespace element_codes_detail {
 
-constexpr int kTableSize = 256;
+using Table = std::array<signed char, 256>;
 
-constexpr std::array<signed char, kTableSize> make_node_counts() {
-  std::array<signed char, kTableSize> counts = {};
-  counts[kTriangle] = counts[kTriangleFace] = 3;
-  counts[kQuadrilateral] = counts[kQuadrilateralFace] = counts[kTetrahedron] = 4;
-  counts[kPyramid] = 5;
-  counts[kPrism] = 6;
-  counts[kHexahedron] = 8;
-  counts[kLineFace] = 2;
-  return counts;
+constexpr Table kElementNodes = [] {
+  Table nodes = {};
+  nodes[kTriangle] = 3;
+  nodes[kQuadrilateral] = 4;
+  nodes[kTetrahedron] = 4;
+  nodes[kPyramid] = 5;
+  nodes[kPrism] = 6;
+  nodes[kHexahedron] = 8;
+  return nodes;
+}();
+
+constexpr Table kFaceNodes = [] {
+  Table nodes = {};
+  nodes[kLineFace] = 2;
+  nodes[kTriangleFace] = 3;
+  nodes[kQuadrilateralFace] = 4;
+  return nodes;
+}();
+
+constexpr int look_up(const Table& table, int code) {
+  const auto index = static_cast<unsigned>(code);
+  return index < table.size() ? table[index] : 0;
 }
-inline constexpr auto kNodeCounts = make_node_counts();
 
 }  // namespace element_codes_detail
 
-// Nodes of an element or face of this code; 0 for a code that names no shape. The codes of elements and of
-// faces are distinct, so one table serves both; it has no branch for the shape.
-constexpr int nodes_of_code(int code) {
-  const auto index = static_cast<unsigned>(code);
-  return index < element_codes_detail::kTableSize ? element_codes_detail::kNodeCounts[index] : 0;
+// Nodes of an element (a face) of this code; 0 for a code that names no shape. Look-ups without a branch per
+// shape.
+constexpr int nodes_of_element(int code) {
+  return element_codes_detail::look_up(element_codes_detail::kElementNodes, code);
+}
+constexpr int nodes_of_face(int code) {
+  return element_codes_detail::look_up(element_codes_detail::kFaceNodes, code);
 }
 
 }  // namespace fld

@@ -2,7 +2,14 @@
 // the C library's assertion report instead of going on with a dataset that makes no sense.
 #pragma once
 
-#include <assert.h>  // __assert_fail, the C library's report; NDEBUG has no influence on it
+namespace fld {
+
+// Ends the process with the C library's report of a failed assertion of `expression`, with `module` shown as
+// the source.
+[[noreturn]] void fail_assertion(const char* expression, const char* module, unsigned line,
+                                 const char* function);
+
+}  // namespace fld
 
 // Ends the process unless `condition` holds. `module` and `function` are what the report shows as the source
 // and the function.
@@ -10,4 +17,4 @@
 
 // The same with the text that the report quotes.
 #define FLD_ASSERT_AS(condition, text, module, function) \
-  (static_cast<bool>(condition) ? void(0) : __assert_fail(text, module, __LINE__, function))
+  (static_cast<bool>(condition) ? void(0) : fld::fail_assertion(text, module, __LINE__, function))

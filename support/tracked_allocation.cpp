@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <cstdlib>
 
+#include "support/assertion.h"
 #include "support/errors.h"
 
 namespace fld {
@@ -154,7 +155,7 @@ void cv_mfree(void* block) {
   if (block == nullptr) return;
   AllocationNode* node = find_in_index(block);
   // The line number is part of the report that people know this failure by.
-  if (node == nullptr) __assert_fail("0", "Convert_common", 107, "void cv_mfree(void *)");
+  if (node == nullptr) fail_assertion("0", "Convert_common", 107, "void cv_mfree(void *)");
   unlink_from_list(node);
   release(node);
 }

@@ -1,0 +1,43 @@
+#include "reader/material_values.h"
+
+#include "reader/globals.h"
+#include "reader/region_walk.h"
+
+namespace fld {
+
+namespace {
+
+float material_of(const FLDGEO& geo, int element) {
+  return is_inside(element, geo.material_count()) ? static_cast<float>(geo.matOfElements->mat[element])
+                                                  : Ens_Undef_value;
+}
+
+}  // namespace
+
+void write_materials(const Part& part, int slot, float* out) {
+  if (part.kind == Part::Kind::none) return;
+  ++out;  // the host's array begins at entry 1
+  const FLDGEO& geo = part.geo();
+  if (part.kind == Part::Kind::surface) {
+    const int wanted = face_code_of_slot(slot);
+    const SurfaceGeometry& surface = *part.surface;
+    for (int i = 0; wanted != 0 && i < surface.nface; ++i) {
+      if (surface.faceType[i] == wanted) *out++ = material_of(geo, surface.faceLink[i]);
+    }
+    return;
+  }
+  const int wanted = element_code_of_slot(slot);
+  if (wanted == 0) return;
+  // Flat elements have no material of their own, only a place in the host's array.
+  const bool flat = wanted == kTriangle || wanted == kQuadrilateral;
+  const auto write = [&](int e, int code) {
+    if (code == wanted) *out++ = flat ? Ens_Undef_value : material_of(geo, e);
+  };
+  if (part.kind == Part::Kind::volume) {
+    for_each_element(*part.volume, geo.elements.get(), write);
+  } else {
+    for (int e = 0; e < geo.element_count(); ++e) write(e, geo.elements->type[e]);
+  }
+}
+
+}  // namespace fld

@@ -1,0 +1,40 @@
+// The host's parts: every surface region, then every volume region, then the whole mesh of every region set.
+#pragma once
+
+#include "dataset/geometry.h"
+
+namespace fld {
+
+// What a part number stands for. The region is shared, so it lives as long as the request.
+struct Part {
+  enum class Kind { none, surface, volume, whole };
+
+  Kind kind = Kind::none;
+  int number = 0;    // from 1
+  int geoIndex = 0;  // its region set
+  smart_ptr<SurfaceGeometry> surface;
+  smart_ptr<VolumeGeometry> volume;
+
+  FLDGEO& geo() const;
+};
+
+// Part `number` of the current geometry; Kind::none outside the range.
+Part find_part(int number);
+
+// Parts of the current geometry.
+int count_parts();
+
+// The host's element-type slots that the reader fills, of 34.
+constexpr int kElementSlots = 34;
+constexpr int kSlotTriangle = 6;
+constexpr int kSlotQuadrilateral = 10;
+constexpr int kSlotTetrahedron = 14;
+constexpr int kSlotPyramid = 18;
+constexpr int kSlotPrism = 22;
+constexpr int kSlotHexahedron = 26;
+
+// The element code (face code) of a slot; 0, which is no code, for any other slot.
+int element_code_of_slot(int slot);
+int face_code_of_slot(int slot);
+
+}  // namespace fld

@@ -1,0 +1,75 @@
+// Walks over the elements of volume regions and the faces of surface regions with the nodes that each really
+// has: what the file's lists do not hold is left out here, for every user alike.
+#pragma once
+
+#include <algorithm>
+
+#include "dataset/fldgeo.h"
+#include "format/element_codes.h"
+
+namespace fld {
+
+inline bool is_inside(int index, int count) {
+  return static_cast<unsigned>(index) < static_cast<unsigned>(count);
+}
+
+// Calls visit(code, nodes, given) for each face in order: its node indices, of which the file gives `given`
+// (as many as the code has, fewer only where the list of nodes is too short).
+template <class Visit>
+void for_each_face(const SurfaceGeometry& surface, Visit visit) {
+  long cursor = 0;
+  for (int i = 0; i < surface.nface; ++i) {
+    const int code = surface.faceType[i];
+    const int count = nodes_of_face(code);
+    const long rest = std::max(surface.nfaceNode - cursor, 0L);
+    visit(code, surface.faceNode + std::min<long>(cursor, surface.nfaceNode),
+          static_cast<int>(std::min<long>(count, rest)));
+    cursor += count;
+  }
+}
+
+// The node indices of element `e` and how many of its `count` nodes the connectivity gives.
+struct ElementNodes {
+  ElementNodes(const Elements& elements, const long* ele2head, int e, int count)
+      : nodes(elements.conn + std::min(ele2head[e], elements.nconn)),
+        given(static_cast<int>(std::min<long>(count, std::max(elements.nconn - ele2head[e], 0L)))) {}
+
+  const int* nodes;
+  int given;
+};
+
+// Calls visit(e, code) for each element of the region, in the region's order, that is in the element list.
+template <class Visit>
+void for_each_element(const VolumeGeometry& volume, const Elements* elements, Visit visit) {
+  const int nelem = elements != nullptr ? elements->nelem : 0;
+  for (int i = 0; i < volume.nelem; ++i) {
+    const int e = volume.elem[i];
+    if (is_inside(e, nelem)) visit(e, elements->type[e]);
+  }
+}
+
+// Calls on_node(node) for every node of the region's triangles and quadrilaterals that is below `nnode`, as
+// often as it occurs.
+template <class OnNode>
+void for_each_node(const SurfaceGeometry& surface, int nnode, OnNode on_node) {
+  for_each_face(surface, [=](int code, const int* nodes, int given) {
+    if (code == kLineFace) return;
+    for (int j = 0; j < given; ++j) {
+      if (is_inside(nodes[j], nnode)) on_node(nodes[j]);
+    }
+  });
+}
+
+// The same for the region's elements.
+template <class OnNode>
+void for_each_node(const VolumeGeometry& volume, const Elements* elements, const long* ele2head, int nnode,
+                   OnNode on_node) {
+  for_each_element(volume, elements, [=](int e, int code) {
+    const ElementNodes element(*elements, ele2head, e, nodes_of_element(code));
+    for (int j = 0; j < element.given; ++j) {
+      if (is_inside(element.nodes[j], nnode)) on_node(element.nodes[j]);
+    }
+  });
+}
+
+}  // namespace fld

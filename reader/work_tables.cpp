@@ -1,0 +1,135 @@
+#include "reader/work_tables.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <new>
+
+#include "dataset/type_counts.h"
+#include "format/element_codes.h"
+#include "reader/node_selection.h"
+#include "support/errors.h"
+
+namespace fld {
+
+namespace {
+
+// Nodes that an element takes in the offset table, which knows the four solid shapes alone.
+int nodes_of_solid(int code) {
+  return code == kTriangle || code == kQuadrilateral ? 0 : nodes_of_element(code);
+}
+
+// Whether the table has the offsets of these elements.
+bool agrees(const ElementOffsets& offsets, const FLDGEO& geo) {
+  const int nelem = geo.element_count();
+  if (nelem > offsets.nelem) return false;
+  long head = 0;
+  for (int e = 0; e < nelem; ++e) {
+    if (offsets.heads[static_cast<size_t>(e)] != head) return false;
+    head += nodes_of_solid(geo.elements->type[e]);
+  }
+  return true;
+}
+
+ElementOffsets make_offsets(const FLDGEO& geo) {
+  const int nelem = geo.element_count();
+  return {TrackedArray<long>(aloc_ele2head(nelem, nelem > 0 ? geo.elements->type : nullptr)), nelem};
+}
+
+struct WorkTables {
+  std::vector<char> mark_node;
+  std::vector<int> global_to_local;
+  std::vector<int> part_nodes;
+  ElementOffsets offsets;
+  std::vector<ElementOffsets> own_offsets;
+};
+
+// Tables for all region sets; empty for a geometry without nodes. Throws std::bad_alloc and
+// MemoryAllocException.
+WorkTables make_work_tables(const std::vector<FLDGEO>& geos) {
+  WorkTables tables;
+  const auto largest = std::max_element(geos.begin(), geos.end(), [](const FLDGEO& a, const FLDGEO& b) {
+    return a.node_count() < b.node_count();
+  });
+  if (largest == geos.end() || largest->node_count() < 1) return tables;
+  const auto nnode = static_cast<size_t>(largest->node_count());
+  tables.mark_node.resize(nnode);
+  tables.global_to_local.resize(nnode);
+  tables.part_nodes.resize(nnode);
+  tables.own_offsets.resize(geos.size());
+  tables.offsets = make_offsets(*largest);
+  for (size_t g = 0; g < geos.size(); ++g) {
+    if (geos.begin() + static_cast<ptrdiff_t>(g) == largest || agrees(tables.offsets, geos[g])) continue;
+    tables.own_offsets[g] = make_offsets(geos[g]);
+  }
+  return tables;
+}
+
+void publish(WorkTables tables) {
+  g_mark_node = std::move(tables.mark_node);
+  g_globalNode2localNode = std::move(tables.global_to_local);
+  g_part_nodes = std::move(tables.part_nodes);
+  g_ele2head = std::move(tables.offsets);
+  g_own_ele2head = std::move(tables.own_offsets);
+  forget_selection();
+}
+
+const ElementOffsets& offsets_of(size_t g) {
+  return g < g_own_ele2head.size() && g_own_ele2head[g].nelem > 0 ? g_own_ele2head[g] : g_ele2head;
+}
+
+bool fits(const FLDGEO& geo, int g) {
+  return static_cast<size_t>(geo.node_count()) <= g_mark_node.size() &&
+         agrees(offsets_of(static_cast<size_t>(g)), geo);
+}
+
+}  // namespace
+
+int allocMemoryForGeometry(smart_ptr<Geometry> geometry) {
+  WorkTables tables;
+  try {
+    tables = make_work_tables(geometry->geos);
+  } catch (const std::bad_alloc&) {
+    return 1;
+  }
+  if (!tables.mark_node.empty() && tables.offsets.nelem == 0) return 2;
+  publish(std::move(tables));
+  return 0;
+}
+
+void freeMemoryForGeometry() {
+  publish({});
+}
+
+long* aloc_ele2head(int nelem, int* type) {
+  auto heads = make_tracked_array<long>(static_cast<size_t>(nelem), 1000165);
+  long head = 0;
+  for (int e = 0; e < nelem; ++e) {
+    heads[static_cast<size_t>(e)] = head;
+    const int nodes = nodes_of_solid(type[e]);
+    head += nodes;
+    if (nodes == 0) fprintf(stderr, "HANDLING AN INVALID DATA TYPE(%d).", 1000174);
+  }
+  return heads.release();
+}
+
+const long* element_offsets(int g) {
+  return offsets_of(static_cast<size_t>(g)).heads.get();
+}
+
+void fit_work_tables(Geometry& geometry, int g) {
+  FLDGEO& geo = geometry.geos[static_cast<size_t>(g)];
+  if (fits(geo, g)) return;
+  try {
+    publish(make_work_tables(geometry.geos));
+    return;
+  } catch (const std::bad_alloc&) {
+  } catch (const MemoryAllocException&) {
+  }
+  fputs("error : failed to allocate memory for geometry.\n", stderr);
+  geo.nodes = {};
+  geo.elements = {};
+  geometry.loadedStep[static_cast<size_t>(g)] = -1;
+  count_types(geo);
+}
+
+}  // namespace fld

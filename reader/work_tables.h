@@ -1,0 +1,46 @@
+// The work tables with which a part's nodes are found and renumbered. They are sized when a dataset is
+// opened, so that requests for parts allocate nothing, and made to fit again when a step brings another mesh.
+#pragma once
+
+#include <vector>
+
+#include "dataset/geometry.h"
+#include "support/tracked_array.h"
+
+namespace fld {
+
+// Where each element's nodes begin in Elements::conn.
+struct ElementOffsets {
+  TrackedArray<long> heads;
+  int nelem = 0;
+};
+
+extern std::vector<char> g_mark_node;  // per node of the largest region set: 1 in the part being served
+extern std::vector<int>
+    g_globalNode2localNode;            // local number from 0 of the marked nodes of the part last served
+extern std::vector<int> g_part_nodes;  // the marked nodes in ascending order (node_selection.h)
+extern ElementOffsets g_ele2head;      // of the region set with the most nodes; serves all that agree with it
+extern std::vector<ElementOffsets> g_own_ele2head;  // per region set, empty where g_ele2head serves
+
+// Sizes the tables for the geometry; on success they take the place of the old ones. Returns 0, 1 when memory
+// is exhausted or 2 when the region set with the most nodes has no elements, and leaves the tables as they
+// were then. A geometry without nodes needs no tables. Throws MemoryAllocException.
+int allocMemoryForGeometry(smart_ptr<Geometry> geometry);
+
+// Releases the tables. Safe at any time.
+void freeMemoryForGeometry();
+
+// The offset of each of `nelem` elements in the connectivity, in a new tracked array; null for 0 elements.
+// Only the four solid shapes have nodes here; any other code writes "HANDLING AN INVALID DATA TYPE(1000174)."
+// to the standard error stream and takes no place. Throws MemoryAllocException.
+long* aloc_ele2head(int nelem, int* type);
+
+// Where the elements of region set `g` begin in its connectivity: an entry per element.
+const long* element_offsets(int g);
+
+// Makes the tables fit region set `g` after its geometry was read again. When memory is exhausted it says so
+// and drops the region set's nodes and elements, so that nothing outgrows the tables; they are read again
+// with the next step.
+void fit_work_tables(Geometry& geometry, int g);
+
+}  // namespace fld

@@ -1,0 +1,12 @@
+#include "support/assertion.h"
+
+#undef NDEBUG  // the C library declares its report only where assertions are on
+#include <assert.h>
+
+namespace fld {
+
+void fail_assertion(const char* expression, const char* module, unsigned line, const char* function) {
+  __assert_fail(expression, module, line, function);
+}
+
+}  // namespace fld
