@@ -40,7 +40,7 @@ void modifyIndicies(FLDGEO& geo, int bias, const LoadedSections& loaded) {
   if (loaded.elements) subtract(geo.elements->conn, geo.elements->nconn, bias);
 }
 
-void modifyMAT(smart_ptr<MatOfElements> materials) {
+void modifyMAT(const smart_ptr<MatOfElements>& materials) {
   if (!materials || materials->nelem == 0) return;
   int* const begin = materials->mat;
   int* const end = begin + materials->nelem;

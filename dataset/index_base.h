@@ -12,7 +12,7 @@ void modifyIndicies(FLDGEO& geo, int bias, const LoadedSections& loaded);
 
 // When some material number is negative, shifts all of them so that the smallest becomes 1. Throws
 // FLDReadException when a number then lies outside 0 to 9999.
-void modifyMAT(smart_ptr<MatOfElements> materials);
+void modifyMAT(const smart_ptr<MatOfElements>& materials);
 
 // The distinct material numbers, ascending; none without materials.
 std::vector<int> distinct_materials(const MatOfElements* materials);

@@ -72,17 +72,16 @@ void count_types(FLDGEO& geo) {
     }
   }
   const int nelem = geo.element_count();
-  const int* const type = nelem > 0 ? geo.elements->type : nullptr;
   for (auto& volume : geo.volumes) {
     Counts counts;
     for (int i = 0; i < volume->nelem; ++i) {
-      if (inside(volume->elem[i], nelem)) counts.add(type[volume->elem[i]]);
+      if (inside(volume->elem[i], nelem)) counts.add(geo.elements->type[volume->elem[i]]);
     }
     counts.store(*volume);
   }
   if (!geo.elements) return;
   Counts counts;
-  for (int e = 0; e < nelem; ++e) counts.add(type[e]);
+  for (int e = 0; e < nelem; ++e) counts.add(geo.elements->type[e]);
   counts.store(*geo.elements);
 }
 

@@ -16,6 +16,7 @@ constexpr char kReleaseDate[] = "Nov 28, 2016";
 constexpr char kApiVersion[] = "2.04";
 constexpr char kDescription[] =
     "Vantrel FLD file (.fld)\nUser-defined reader (release version %s, %s).\n(Using API Version %s)";
+constexpr char kFileButtonLabel[] = "Set file";
 constexpr char kSimplifyTitle[] = "Simplify reading sequential FLD files";
 constexpr char kGroupTitle[] = "Make group of parts";
 
@@ -55,8 +56,9 @@ int USERD_get_reader_descrip(char* description) {
   return 1;
 }
 
+// The label's address is also the result, as of a string copy.
 char* USERD_set_filename_button_labels(char* label1, char* /*label2*/) {
-  return strcpy(label1, "Set file");
+  return static_cast<char*>(memcpy(label1, kFileButtonLabel, sizeof kFileButtonLabel));
 }
 
 void USERD_set_server_number(int server, int total) {

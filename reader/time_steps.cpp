@@ -16,6 +16,8 @@ namespace {
 
 constexpr int kGeometrySet = 1;
 constexpr int kVariablesSet = 2;
+constexpr char kGeometrySetName[] = "timeset_geometry";
+constexpr char kVariablesSetName[] = "timeset_variables";
 constexpr size_t kSetDescription = 80;
 
 const std::vector<FLDFile>& files() {
@@ -91,9 +93,9 @@ int USERD_get_number_of_timesets() {
 
 int USERD_get_timeset_description(int set, char* text) {
   if (set == kGeometrySet) {
-    strcpy(text, "timeset_geometry");
+    memcpy(text, kGeometrySetName, sizeof kGeometrySetName);
   } else if (set == kVariablesSet) {
-    strcpy(text, "timeset_variables");
+    memcpy(text, kVariablesSetName, sizeof kVariablesSetName);
   } else {
     memset(text, 0, kSetDescription);
   }

@@ -84,7 +84,7 @@ bool fits(const FLDGEO& geo, int g) {
 
 }  // namespace
 
-int allocMemoryForGeometry(smart_ptr<Geometry> geometry) {
+int allocMemoryForGeometry(const smart_ptr<Geometry>& geometry) {
   WorkTables tables;
   try {
     tables = make_work_tables(geometry->geos);

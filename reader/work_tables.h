@@ -25,7 +25,7 @@ extern std::vector<ElementOffsets> g_own_ele2head;  // per region set, empty whe
 // Sizes the tables for the geometry; on success they take the place of the old ones. Returns 0, 1 when memory
 // is exhausted or 2 when the region set with the most nodes has no elements, and leaves the tables as they
 // were then. A geometry without nodes needs no tables. Throws MemoryAllocException.
-int allocMemoryForGeometry(smart_ptr<Geometry> geometry);
+int allocMemoryForGeometry(const smart_ptr<Geometry>& geometry);
 
 // Releases the tables. Safe at any time.
 void freeMemoryForGeometry();

@@ -41,7 +41,7 @@ AllocationNode*& bucket_of(const void* block) {
 [[nodiscard]] bool reserve_index() {
   if (block_index.size < block_index.bucket_count) return true;
   const size_t count = block_index.bucket_count == 0 ? 64 : block_index.bucket_count * 4;
-  auto** buckets = static_cast<AllocationNode**>(calloc(count, sizeof(AllocationNode*)));
+  auto** buckets = static_cast<AllocationNode**>(calloc(count, sizeof(void*)));
   if (buckets == nullptr) return block_index.bucket_count != 0;
   const BlockIndex old = block_index;
   block_index.buckets = buckets;

@@ -1,0 +1,132 @@
+// The plain values that a session makes of a reader's answers. Names and labels are the bytes of the file
+// (text_encoding.h makes UTF-8 of them). Parts, variables and nodes count from 1; steps and region sets from
+// 0.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "host/element_slots.h"
+
+namespace host {
+
+// Who the reader is.
+struct ReaderIdentity {
+  std::string name;
+  std::string release;
+  std::string api_version;
+  std::string description;
+  std::string file_label;
+  bool two_files = false;  // whether it wants a second file name
+};
+
+// A time set of the dataset with the solution times of its steps.
+struct TimeSet {
+  int number = 0;
+  std::string description;
+  std::vector<float> times;
+};
+
+// How the geometry changes between the steps of its time set.
+enum class ChangingGeometry { fixed = 0, coordinates = 1, connectivity = 2 };
+
+// What a part is: a surface region, a volume region, or the whole mesh of one region set.
+enum class PartKind { surface, volume, whole };
+
+struct Part {
+  int number = 0;
+  std::string name;
+  PartKind kind = PartKind::surface;
+  std::optional<int> region_set;  // empty where the reader does not tell it
+  int nodes = 0;
+  std::array<int, kElementSlots> elements{};  // per slot
+
+  std::int64_t element_count() const;
+};
+
+// A reader's array of `count` values, which starts at entry 1.
+class HostArray {
+ public:
+  HostArray() = default;
+  HostArray(std::size_t count, float filled_with) : entries_(count + 1, filled_with) {}
+
+  // Where the reader writes from entry 1 on.
+  float* entries() { return entries_.data(); }
+  std::span<const float> values() const { return std::span(entries_).subspan(entries_.empty() ? 0 : 1); }
+
+ private:
+  std::vector<float> entries_;
+};
+
+// The coordinates of a part's nodes, in the order of their numbers.
+struct Coordinates {
+  std::array<HostArray, 3> axes;
+
+  std::span<const float> x() const { return axes[0].values(); }
+  std::span<const float> y() const { return axes[1].values(); }
+  std::span<const float> z() const { return axes[2].values(); }
+  std::size_t size() const { return x().size(); }
+};
+
+// The elements of one shape in a part: `shape.nodes` node numbers of the part, from 1, per element.
+struct ElementBlock {
+  ElementShape shape{};
+  std::vector<int> nodes;
+
+  std::size_t size() const { return nodes.size() / static_cast<std::size_t>(shape.nodes); }
+  std::span<const int> element(std::size_t i) const {
+    const auto width = static_cast<std::size_t>(shape.nodes);
+    return std::span(nodes).subspan(i * width, width);
+  }
+};
+
+enum class VariableKind { scalar, vector, other };
+enum class Location { node, element, other };
+
+struct Variable {
+  int number = 0;
+  std::string name;
+  std::string label;
+  std::string description;  // as the reader gives it: "label (name)"
+  VariableKind kind = VariableKind::other;
+  Location location = Location::other;
+  int time_set = 0;
+
+  int components() const { return kind == VariableKind::vector ? 3 : 1; }
+};
+
+// What became of a request for values.
+enum class Availability {
+  given,
+  not_in_this_step,  // the step's file lacks the quantity
+  not_offered,       // the reader does not answer such requests
+  failed,            // the quantity could not be read
+};
+
+// One component of a variable on a part: one value per node, or one per element in the order of the part's
+// element blocks. Places without a value hold kUndefinedValue (undefined_value.h). Empty unless availability
+// is `given`.
+struct PartValues {
+  Availability availability = Availability::given;
+  std::string reason;  // why it failed
+  HostArray array;
+
+  std::span<const float> values() const { return array.values(); }
+};
+
+// A named group of the reader's part list, with the names of its parts.
+struct PartGroup {
+  std::string name;
+  std::vector<std::string> parts;
+};
+
+struct Metadata {
+  std::string xml;  // empty when the reader hands out none
+  std::vector<PartGroup> groups;
+};
+
+}  // namespace host

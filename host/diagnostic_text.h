@@ -1,0 +1,25 @@
+// What a host can take from the lines that the reader writes to the standard error stream.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace host {
+
+// Why a call failed: its last two lines, trace lines of files being read left out, joined by "; ". The result
+// is empty when there is no such line.
+std::string reason_in_diagnostics(std::string_view text);
+
+// The paths of the files that the reader traced ("IN ( FLD): path"), each once, in the order of their first
+// lines. A reader traces a file when it indexes it and again when it takes the geometry from it.
+std::vector<std::string> traced_files(std::string_view text);
+
+// Whether the reader said that the geometry of the selected step could not be brought in. Selecting a step
+// has no result, so this is the only sign of it.
+bool tells_geometry_failure(std::string_view text);
+
+// The lines of `text` without their ends; empty lines are left out.
+std::vector<std::string_view> split_lines(std::string_view text);
+
+}  // namespace host

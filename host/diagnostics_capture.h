@@ -1,0 +1,62 @@
+// Keeps what a reader writes to the standard error stream (file descriptor 2) while one of its entry points
+// runs.
+//
+// For as long as a Scope lives, descriptor 2 leads into a memory file; afterwards it is the process's own
+// again and the text is added to the capture's. Whatever other threads write there in the meantime is
+// captured too. If a signal ends the process inside a scope, as a failing assertion of the reader does, the
+// captured text is not lost.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+namespace host {
+
+class DiagnosticsCapture {
+ public:
+  // What to do with the captured text when a signal is about to end the process inside a scope. Descriptor 2
+  // is the process's own again. It runs in the signal handler: only calls that are safe there, and it may end
+  // the process.
+  using FatalHook = void (*)(std::string_view captured);
+
+  // Without a hook the captured text is written to descriptor 2. Throws Error when the system gives no memory
+  // file.
+  explicit DiagnosticsCapture(FatalHook on_fatal = nullptr);
+  DiagnosticsCapture(const DiagnosticsCapture&) = delete;
+  DiagnosticsCapture& operator=(const DiagnosticsCapture&) = delete;
+  ~DiagnosticsCapture();
+
+  // Captures while it lives. At most one scope at a time in a process.
+  class Scope {
+   public:
+    explicit Scope(DiagnosticsCapture& capture);
+    Scope(const Scope&) = delete;
+    Scope& operator=(const Scope&) = delete;
+    ~Scope();
+
+   private:
+    DiagnosticsCapture& capture_;
+  };
+
+  // All that was captured so far, in order. A very long text is cut: later text is dropped and a last line
+  // says so.
+  const std::string& text() const { return text_; }
+
+  // What the latest scope captured; of a very long text the end.
+  const std::string& latest() const { return latest_; }
+
+ private:
+  void begin();
+  void end() noexcept;
+  void keep_text();
+
+  int memory_file_ = -1;
+  int own_stream_ = -1;
+  FatalHook on_fatal_;
+  std::string text_;
+  std::string latest_;
+  bool cut_ = false;
+};
+
+}  // namespace host

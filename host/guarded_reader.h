@@ -1,0 +1,65 @@
+// Calls a reader's entry points so that whatever leaves them arrives as a host::Error that names the entry
+// point, and keeps what they write to the standard error stream when asked to.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <utility>
+
+#include "host/diagnostics_capture.h"
+#include "host/entry_points.h"
+#include "host/error.h"
+
+namespace host {
+
+class GuardedReader {
+ public:
+  // Captures nothing.
+  explicit GuardedReader(const EntryPoints& entry_points) : entry_points_(&entry_points) {}
+
+  // Captures the diagnostics of every call; DiagnosticsCapture tells what `on_fatal` is.
+  GuardedReader(const EntryPoints& entry_points, DiagnosticsCapture::FatalHook on_fatal)
+      : entry_points_(&entry_points), capture_(std::in_place, on_fatal) {}
+
+  const EntryPoints& entry_points() const { return *entry_points_; }
+
+  // Calls the entry point. Throws Error when the library lacks it or an exception leaves it.
+  template <typename Result, typename... Parameters, typename... Arguments>
+  Result call(const EntryPoint<Result(Parameters...)>& entry_point, Arguments... arguments) {
+    if (!entry_point) throw Error(entry_point.name, "the reader library does not have it");
+    std::optional<DiagnosticsCapture::Scope> scope;
+    if (capture_) scope.emplace(*capture_);
+    try {
+      return entry_point.function(arguments...);
+    } catch (...) {
+      throw_as_error(entry_point.name);
+    }
+  }
+
+  // Like call, for an entry point whose results below zero mean failure: these are thrown too, with the last
+  // lines that the reader wrote as the reason.
+  template <typename... Parameters, typename... Arguments>
+  int call_checked(const EntryPoint<int(Parameters...)>& entry_point, Arguments... arguments) {
+    const int result = call(entry_point, arguments...);
+    if (result < 0) throw Error(entry_point.name, failure_reason(result));
+    return result;
+  }
+
+  // What the latest call wrote that tells why it answered `result`, or the bare result when nothing was
+  // captured.
+  std::string failure_reason(int result) const;
+
+  // Everything captured so far, and what the latest call wrote; empty without a capture.
+  const std::string& diagnostics() const;
+  const std::string& latest_diagnostics() const;
+  bool captures() const { return capture_.has_value(); }
+
+ private:
+  // Turns the exception that is being handled into an Error.
+  [[noreturn]] static void throw_as_error(const char* entry_point);
+
+  const EntryPoints* entry_points_;
+  std::optional<DiagnosticsCapture> capture_;
+};
+
+}  // namespace host

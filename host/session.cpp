@@ -1,0 +1,143 @@
+// Identity, options, opening and closing.
+#include "host/session.h"
+
+#include <cstring>
+#include <string>
+
+#include "host/diagnostic_text.h"
+#include "host/error.h"
+#include "host/part_groups.h"
+#include "host/text_rows.h"
+#include "host/undefined_value.h"
+
+namespace host {
+namespace {
+
+constexpr std::size_t kShortText = 20;
+constexpr std::size_t kLabelText = 80;
+constexpr std::size_t kDescriptionText = 255;
+
+GuardedReader make_guarded(const Library& library, const SessionOptions& options) {
+  if (options.capture_diagnostics) return {library.entry_points(), options.on_fatal};
+  return GuardedReader(library.entry_points());
+}
+
+// A reader takes its strings through pointers to non-const.
+std::vector<char> writable(const std::string& text) {
+  return {text.c_str(), text.c_str() + text.size() + 1};
+}
+
+}  // namespace
+
+Session::Session(const Library& library, SessionOptions options)
+    : guarded_(make_guarded(library, options)), entry_(library.entry_points()) {
+  ask_identity();
+  reader_options_ = ask_options(guarded_);
+  reader_options_.choose(options.toggles);
+}
+
+Session::~Session() {
+  try {
+    close();
+  } catch (const std::exception&) {
+    // Nothing can be done for a reader that fails to let go.
+    needs_exit_ = false;
+  }
+}
+
+void Session::ask_identity() {
+  TextRows short_texts(3, kShortText);
+  TextRows description(1, kDescriptionText);
+  TextRows labels(2, kLabelText);
+  int two_files = 0;
+  guarded_.call_checked(entry_.get_name_of_reader, short_texts.row(0), &two_files);
+  if (entry_.get_reader_release) guarded_.call_checked(entry_.get_reader_release, short_texts.row(1));
+  guarded_.call_checked(entry_.get_reader_version, short_texts.row(2));
+  if (entry_.get_reader_descrip) guarded_.call_checked(entry_.get_reader_descrip, description.row(0));
+  if (entry_.set_filename_button_labels) {
+    guarded_.call(entry_.set_filename_button_labels, labels.row(0), labels.row(1));
+  }
+  if (entry_.set_server_number) guarded_.call(entry_.set_server_number, 1, 1);
+  identity_ = {short_texts.text(0), short_texts.text(1), short_texts.text(2),
+               description.text(0), labels.text(0),      two_files != 0};
+}
+
+// The reader is asked whether it wants a value for undefined results, and gets it.
+void Session::exchange_undefined_value() {
+  if (!entry_.get_extra_data) return;
+  int request = 0;
+  int count = 0;
+  int unused[2] = {0, 0};
+  guarded_.call_checked(entry_.get_extra_data, &request, &unused[0], &count, &unused[1], nullptr, nullptr);
+  if (request == 0 || count <= 0) return;
+  std::vector<float> values(static_cast<std::size_t>(count), kUndefinedValue);
+  guarded_.call_checked(entry_.get_extra_data, &request, &unused[0], &count, &unused[1], nullptr,
+                        values.data());
+}
+
+void Session::open(const std::filesystem::path& file) {
+  give_options(guarded_, reader_options_);
+  exchange_undefined_value();
+
+  // A reader looks for the other files of a series in the picked file's directory, so it needs a path that
+  // has one.
+  const std::filesystem::path absolute = std::filesystem::absolute(file);
+  std::vector<char> name = writable(absolute.string());
+  std::vector<char> second_name = writable("");
+  std::vector<char> directory = writable(absolute.parent_path().string());
+  needs_exit_ = true;
+  const int result =
+      guarded_.call_checked(entry_.set_filenames, name.data(), second_name.data(), directory.data(), 0);
+  if (result != 1) throw Error(entry_.set_filenames.name, "the result is " + std::to_string(result));
+
+  is_open_ = true;
+  path_ = file;
+  traced_files_ = host::traced_files(guarded_.latest_diagnostics());
+  selection_.reset();
+  geometry_step_.reset();
+  parts_.clear();
+  variables_.reset();
+  requests_.clear();
+  ask_time_sets();
+  select_step(0);
+}
+
+void Session::close() {
+  if (!needs_exit_) return;
+  needs_exit_ = is_open_ = false;
+  path_.clear();
+  traced_files_.clear();
+  time_sets_.clear();
+  geometry_set_ = variable_set_ = 0;
+  changing_geometry_ = ChangingGeometry::fixed;
+  geometry_steps_.clear();
+  step_ = 0;
+  geometry_step_.reset();
+  selection_.reset();
+  parts_.clear();
+  region_sets_ = 0;
+  building_parts_ = false;
+  variables_.reset();
+  requests_.clear();
+  guarded_.call(entry_.exit_routine);
+}
+
+void Session::require_open() const {
+  if (!is_open_) throw Error("no dataset is open");
+}
+
+Metadata Session::metadata() {
+  require_open();
+  if (!entry_.get_metadata) return {};
+  int size = 0;
+  guarded_.call_checked(entry_.get_metadata, &size, nullptr);
+  if (size <= 0) return {};
+  std::vector<char> buffer(static_cast<std::size_t>(size) + 1, '\0');
+  guarded_.call_checked(entry_.get_metadata, &size, buffer.data());
+  Metadata metadata;
+  metadata.xml.assign(buffer.data(), strnlen(buffer.data(), buffer.size()));
+  metadata.groups = parse_part_groups(metadata.xml);
+  return metadata;
+}
+
+}  // namespace host

@@ -1,0 +1,137 @@
+// One host's session with a reader: opening a dataset, going through its steps, and taking parts and values
+// out of it.
+//
+// A session calls the reader's entry points in a host's order with arrays sized as a host sizes them, and
+// turns the answers into the values of dataset.h. A reader keeps its state for the whole process, so only one
+// session at a time may use a library. Every member throws Error when a call fails or a number is out of
+// range; after a failure the session can be used on.
+#pragma once
+
+#include <filesystem>
+#include <map>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "host/dataset.h"
+#include "host/guarded_reader.h"
+#include "host/library.h"
+#include "host/quantity_requests.h"
+#include "host/reader_options.h"
+
+namespace host {
+
+// The reader's toggles, by number.
+inline constexpr std::size_t kSimplifyToggle = 0;  // "Simplify reading sequential FLD files"
+inline constexpr std::size_t kGroupsToggle = 1;    // "Make group of parts"
+
+struct SessionOptions {
+  std::map<std::size_t, bool> toggles;  // the user's choices; other toggles keep the reader's default
+  bool capture_diagnostics = false;     // keep what the reader writes to the standard error stream
+  DiagnosticsCapture::FatalHook on_fatal = nullptr;  // see DiagnosticsCapture
+};
+
+class Session {
+ public:
+  // Makes the identity and option calls. The library must outlive the session.
+  explicit Session(const Library& library, SessionOptions options = {});
+  Session(const Session&) = delete;
+  Session& operator=(const Session&) = delete;
+  // Closes the dataset; an error of the exit routine is swallowed.
+  ~Session();
+
+  const ReaderIdentity& reader() const { return identity_; }
+  // The reader's options with the user's choices.
+  const std::vector<Toggle>& toggles() const { return reader_options_.toggles; }
+
+  // Opens the dataset that the file belongs to and selects its first step. May be called again, after a
+  // success or a failure; when it fails, the dataset that was open stays open.
+  void open(const std::filesystem::path& file);
+  // Calls the exit routine if an opening was tried. Nothing is open afterwards.
+  void close();
+  bool is_open() const { return is_open_; }
+  const std::filesystem::path& path() const { return path_; }
+
+  // Time.
+  const std::vector<TimeSet>& time_sets() const { return time_sets_; }
+  const TimeSet& geometry_times() const { return time_set(geometry_set_); }
+  const TimeSet& variable_times() const { return time_set(variable_set_); }
+  ChangingGeometry changing_geometry() const { return changing_geometry_; }
+  int step_count() const { return static_cast<int>(variable_times().times.size()); }
+  // The geometry step that belongs to a step of the variables' set, both from 0.
+  int geometry_step_of(int step) const;
+  // Selects a step of the variables' set and the geometry that belongs to it. The geometry is only brought in
+  // when it is   // another one than now. With captured diagnostics a geometry that cannot be read is an
+  // Error, after which the parts are what the reader holds; without, the reader has no way to tell.
+  void select_step(int step);
+  int step() const { return step_; }
+
+  // Parts of the selected step.
+  const std::vector<Part>& parts() const { return parts_; }
+  const Part& part(int number) const;
+  int region_set_count() const { return region_sets_; }
+  Coordinates coordinates(int part);
+  // One block per shape that the part has, in the order of the slots. Node numbers are checked against the
+  // part's nodes.
+  std::vector<ElementBlock> elements(int part);
+
+  // Variables and their values at the selected step.
+  const std::vector<Variable>& variables();
+  const Variable& variable(int number);
+  // One component (0, 1, 2 for the x, y, z of a vector; 0 for a scalar) of a variable on a part.
+  PartValues values(int variable, int part, int component = 0);
+
+  Metadata metadata();
+
+  // What the reader wrote to the standard error stream in this session; empty unless it is captured.
+  const std::string& diagnostics() const { return guarded_.diagnostics(); }
+  // The files that the reader traced while it opened the dataset; empty unless diagnostics are captured.
+  const std::vector<std::string>& traced_files() const { return traced_files_; }
+
+ private:
+  void ask_identity();
+  void exchange_undefined_value();
+  void require_open() const;
+  const TimeSet& time_set(int number) const;
+  void ask_time_sets();
+  void select(int set, int step);
+  std::string select_geometry(int geometry_step);
+  void ask_parts();
+  void finish_parts();
+  void check_node_numbers(const Part& part, const ElementBlock& block) const;
+  void ask_variables();
+  void drop_cached_quantity();
+  PartValues node_values(const Variable& variable, const Part& part, int component);
+  PartValues element_values(const Variable& variable, const Part& part, int component);
+  int ask_values(const Variable& variable, const Part& part, int slot, int component, float* entries);
+  bool note_availability(int result, PartValues& values) const;
+
+  GuardedReader guarded_;
+  const EntryPoints& entry_;
+  ReaderIdentity identity_;
+  ReaderOptions reader_options_;
+
+  bool needs_exit_ = false;  // an opening was tried since the last exit
+  bool is_open_ = false;
+  std::filesystem::path path_;
+  std::vector<std::string> traced_files_;
+
+  std::vector<TimeSet> time_sets_;
+  int geometry_set_ = 0;
+  int variable_set_ = 0;
+  ChangingGeometry changing_geometry_ = ChangingGeometry::fixed;
+  std::vector<int> geometry_steps_;  // per step of the variables' set
+  int step_ = 0;
+  std::optional<int> geometry_step_;              // empty when the reader's geometry is not known
+  std::optional<std::pair<int, int>> selection_;  // the set and step selected last
+
+  std::vector<Part> parts_;
+  int region_sets_ = 0;
+  bool building_parts_ = false;
+
+  std::optional<std::vector<Variable>> variables_;
+  QuantityRequests requests_;
+};
+
+}  // namespace host

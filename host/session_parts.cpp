@@ -1,0 +1,127 @@
+// The parts of a session's dataset, their coordinates and elements.
+#include <limits>
+#include <string>
+
+#include "host/error.h"
+#include "host/part_kinds.h"
+#include "host/session.h"
+#include "host/text_rows.h"
+
+namespace host {
+namespace {
+
+constexpr std::size_t kDescriptionText = 80;
+
+// `count` rows of `width` ints each, in one pool, as the array of pointers that a reader takes.
+class IntRows {
+ public:
+  IntRows(std::size_t count, std::size_t width) : pool_(count * width), rows_(count) {
+    for (std::size_t i = 0; i < count; ++i) rows_[i] = pool_.data() + i * width;
+  }
+
+  int** rows() { return rows_.data(); }
+  const int* row(std::size_t i) const { return rows_[i]; }
+  std::vector<int>& pool() { return pool_; }
+
+ private:
+  std::vector<int> pool_;
+  std::vector<int*> rows_;
+};
+
+}  // namespace
+
+void Session::ask_parts() {
+  building_parts_ = true;
+  const auto count = static_cast<std::size_t>(guarded_.call_checked(entry_.get_number_of_model_parts));
+  std::vector<int> ids(count);
+  std::vector<int> types(count);
+  std::vector<int> node_counts(count);
+  TextRows descriptions(count, kDescriptionText);
+  IntRows element_counts(count, kElementSlots);
+  IntRows dimensions(count, 3);
+  IntRows blanking(count, 6);
+  guarded_.call_checked(entry_.get_gold_part_build_info, ids.data(), types.data(), descriptions.rows(),
+                        node_counts.data(), element_counts.rows(), dimensions.rows(), blanking.rows());
+  std::vector<Part> parts(count);
+  for (std::size_t i = 0; i < count; ++i) {
+    Part& part = parts[i];
+    part.number = static_cast<int>(i) + 1;
+    part.name = descriptions.text(i);
+    part.nodes = node_counts[i];
+    bool is_sound = part.nodes >= 0;
+    for (std::size_t slot = 0; slot < kElementSlots; ++slot) {
+      part.elements[slot] = element_counts.row(i)[slot];
+      is_sound = is_sound && part.elements[slot] >= 0;
+    }
+    if (!is_sound) {
+      throw Error(entry_.get_gold_part_build_info.name,
+                  "part " + std::to_string(part.number) + " has a negative count of nodes or elements");
+    }
+  }
+  region_sets_ = set_part_kinds(parts);
+  parts_ = std::move(parts);
+}
+
+const Part& Session::part(int number) const {
+  require_open();
+  if (number < 1 || number > static_cast<int>(parts_.size())) {
+    throw Error("part " + std::to_string(number) + " is outside 1 to " + std::to_string(parts_.size()));
+  }
+  return parts_[static_cast<std::size_t>(number) - 1];
+}
+
+Coordinates Session::coordinates(int part) {
+  const auto nodes = static_cast<std::size_t>(this->part(part).nodes);
+  building_parts_ = true;
+  Coordinates coordinates;
+  std::array<float*, 3> rows{};
+  for (std::size_t axis = 0; axis < 3; ++axis) {
+    coordinates.axes[axis] = HostArray(nodes, std::numeric_limits<float>::quiet_NaN());
+    rows[axis] = coordinates.axes[axis].entries();
+  }
+  guarded_.call_checked(entry_.get_part_coords, part, rows.data());
+  return coordinates;
+}
+
+std::vector<ElementBlock> Session::elements(int part) {
+  const Part& asked = this->part(part);
+  building_parts_ = true;
+  std::vector<ElementBlock> blocks;
+  for (int slot = 0; slot < kElementSlots; ++slot) {
+    const auto count = static_cast<std::size_t>(asked.elements[static_cast<std::size_t>(slot)]);
+    if (count == 0) continue;
+    const ElementShape* shape = shape_of_slot(slot);
+    if (shape == nullptr) {
+      throw Error("part " + std::to_string(part) + " has elements of slot " + std::to_string(slot) +
+                  ", a shape that this host does not know");
+    }
+    IntRows rows(count, static_cast<std::size_t>(shape->nodes));
+    guarded_.call_checked(entry_.get_part_elements_by_type, part, slot, rows.rows());
+    ElementBlock block{*shape, std::move(rows.pool())};
+    check_node_numbers(asked, block);
+    blocks.push_back(std::move(block));
+  }
+  return blocks;
+}
+
+void Session::check_node_numbers(const Part& part, const ElementBlock& block) const {
+  // One pass without a branch per element; which number it is only matters when there is one.
+  const auto nodes = static_cast<unsigned>(part.nodes);
+  unsigned wrong = 0;
+  for (const int node : block.nodes)
+    wrong |= static_cast<unsigned>(static_cast<unsigned>(node) - 1U >= nodes);
+  if (wrong != 0) {
+    throw Error(entry_.get_part_elements_by_type.name,
+                "part " + std::to_string(part.number) + " has a " + std::string(block.shape.name) +
+                    " with a node number outside 1 to " + std::to_string(part.nodes));
+  }
+}
+
+// Tells the reader, once, that no more coordinates and elements are asked for.
+void Session::finish_parts() {
+  if (!building_parts_) return;
+  building_parts_ = false;
+  if (entry_.stop_part_building) guarded_.call(entry_.stop_part_building);
+}
+
+}  // namespace host

@@ -1,0 +1,141 @@
+// The variables of a session's dataset and their values.
+#include <algorithm>
+#include <iterator>
+#include <string>
+
+#include "host/error.h"
+#include "host/session.h"
+#include "host/text_rows.h"
+#include "host/undefined_value.h"
+#include "host/variable_description.h"
+
+namespace host {
+namespace {
+
+constexpr std::size_t kRowText = 80;
+
+// The interface's codes.
+constexpr int kScalarType = 1;
+constexpr int kVectorType = 2;
+constexpr int kPerElement = 1;
+constexpr int kPerNode = 4;
+
+VariableKind kind_of(int type) {
+  if (type == kScalarType) return VariableKind::scalar;
+  return type == kVectorType ? VariableKind::vector : VariableKind::other;
+}
+
+Location location_of(int classify) {
+  if (classify == kPerNode) return Location::node;
+  return classify == kPerElement ? Location::element : Location::other;
+}
+
+}  // namespace
+
+void Session::ask_variables() {
+  finish_parts();
+  const auto count = static_cast<std::size_t>(guarded_.call_checked(entry_.get_number_of_variables));
+  TextRows descriptions(count, kRowText);
+  TextRows files(count, kRowText);
+  TextRows imaginary_files(count, kRowText);
+  std::vector<int> types(count);
+  std::vector<int> classify(count);
+  std::vector<int> complex(count);
+  std::vector<float> frequencies(count);
+  std::vector<int> constant(count);
+  std::vector<int> time_sets(count);
+  guarded_.call_checked(entry_.get_gold_variable_info, descriptions.rows(), files.rows(), types.data(),
+                        classify.data(), complex.data(), imaginary_files.rows(), frequencies.data(),
+                        constant.data(), time_sets.data());
+  std::vector<Variable> variables(count);
+  for (std::size_t i = 0; i < count; ++i) {
+    VariableDescription parts = split_description(descriptions.text(i));
+    variables[i] = {static_cast<int>(i) + 1,
+                    std::move(parts.name),
+                    std::move(parts.label),
+                    descriptions.text(i),
+                    kind_of(types[i]),
+                    location_of(classify[i]),
+                    time_sets[i]};
+  }
+  variables_ = std::move(variables);
+}
+
+const std::vector<Variable>& Session::variables() {
+  require_open();
+  if (!variables_) ask_variables();
+  return *variables_;
+}
+
+const Variable& Session::variable(int number) {
+  const std::vector<Variable>& all = variables();
+  if (number < 1 || number > static_cast<int>(all.size())) {
+    throw Error("variable " + std::to_string(number) + " is outside 1 to " + std::to_string(all.size()));
+  }
+  return all[static_cast<std::size_t>(number) - 1];
+}
+
+PartValues Session::values(int variable, int part, int component) {
+  const Variable& asked = this->variable(variable);
+  const Part& place = this->part(part);
+  if (component < 0 || component >= asked.components()) {
+    throw Error("component " + std::to_string(component) + " is outside 0 to " +
+                std::to_string(asked.components() - 1));
+  }
+  if (asked.kind == VariableKind::other || asked.location == Location::other) {
+    PartValues none;
+    none.availability = Availability::not_offered;
+    return none;
+  }
+  finish_parts();
+  // A step whose geometry could not be selected may have left another one current.
+  if (selection_ != std::pair(variable_set_, step_)) select(variable_set_, step_);
+  if (asked.location == Location::element) return element_values(asked, place, component);
+  // Only per-node values come from a quantity that the reader caches, and with one region set the cache is
+  // right.
+  if (region_sets_ > 1) {
+    if (requests_.needs_drop(variable, part, place.region_set)) drop_cached_quantity();
+    requests_.note(variable, part, place.region_set);
+  }
+  return node_values(asked, place, component);
+}
+
+int Session::ask_values(const Variable& variable, const Part& part, int slot, int component, float* entries) {
+  const int type = variable.kind == VariableKind::vector ? kVectorType : kScalarType;
+  return guarded_.call(entry_.get_var_by_component, variable.number, part.number, type, slot, 0, component,
+                       entries);
+}
+
+// Whether `result` gives values; if not, says why and empties the array.
+bool Session::note_availability(int result, PartValues& values) const {
+  if (result == 1) return true;
+  values.array = HostArray();
+  values.availability = Availability::failed;
+  if (result == 2) values.availability = Availability::not_in_this_step;
+  if (result == 3) values.availability = Availability::not_offered;
+  if (values.availability == Availability::failed) values.reason = guarded_.failure_reason(result);
+  return false;
+}
+
+PartValues Session::node_values(const Variable& variable, const Part& part, int component) {
+  PartValues values;
+  values.array = HostArray(static_cast<std::size_t>(part.nodes), kUndefinedValue);
+  note_availability(ask_values(variable, part, 0, component, values.array.entries()), values);
+  return values;
+}
+
+PartValues Session::element_values(const Variable& variable, const Part& part, int component) {
+  PartValues values;
+  values.array = HostArray(static_cast<std::size_t>(part.element_count()), kUndefinedValue);
+  float* next = values.array.entries() + 1;
+  for (int slot = 0; slot < kElementSlots; ++slot) {
+    const auto count = static_cast<std::size_t>(part.elements[static_cast<std::size_t>(slot)]);
+    if (count == 0) continue;
+    HostArray block(count, kUndefinedValue);
+    if (!note_availability(ask_values(variable, part, slot, component, block.entries()), values)) break;
+    next = std::copy(block.values().begin(), block.values().end(), next);
+  }
+  return values;
+}
+
+}  // namespace host

@@ -1,0 +1,17 @@
+// Names and labels of FLD files are Shift_JIS; programs show them as UTF-8.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace host {
+
+// `bytes` as UTF-8. They are taken as Shift_JIS (with the vendor characters of code page 932, and the
+// backslash and tilde of ASCII); if they are not that but are UTF-8 already, they stay. A character that was
+// cut in half at the end, and any byte of a text that is neither, becomes the replacement character U+FFFD.
+std::string to_utf8(std::string_view bytes);
+
+// Whether `bytes` is a well-formed UTF-8 text.
+bool is_utf8(std::string_view bytes);
+
+}  // namespace host

@@ -1,0 +1,42 @@
+// Helps the samples to put formulas on their nodes.
+#pragma once
+
+#include <string>
+
+#include "testkit/mesh.h"
+#include "testkit/quantity.h"
+#include "testkit/vec3.h"
+
+namespace samples {
+
+// Marks undefined values, as the header of every sample says.
+inline constexpr double kUndefined = 1.0e30;
+
+// Brings the coordinates to what single precision can hold, so that formulas are taken exactly where a reader
+// finds the nodes.
+inline void round_to_single(testkit::Nodes& nodes) {
+  for (testkit::Reals* list : {&nodes.x, &nodes.y, &nodes.z}) {
+    for (double& value : list->values()) value = static_cast<double>(static_cast<float>(value));
+  }
+}
+
+// The scalar quantity with the values of f(x, y, z).
+template <class Function>
+testkit::Scalar scalar_at(const testkit::Nodes& nodes, std::string name, std::string label, Function f) {
+  return {.name = std::move(name), .label = std::move(label), .values = testkit::at_nodes(nodes, f)};
+}
+
+// The vector quantity with the values of f(x, y, z), a Vec3.
+template <class Function>
+testkit::Vector vector_at(const testkit::Nodes& nodes, std::string name, std::string label, Function f) {
+  const auto component = [&](std::size_t c) {
+    return testkit::at_nodes(nodes, [&](double x, double y, double z) { return f(x, y, z)[c]; });
+  };
+  return {.name = std::move(name),
+          .label = std::move(label),
+          .x = component(0),
+          .y = component(1),
+          .z = component(2)};
+}
+
+}  // namespace samples

@@ -1,0 +1,41 @@
+// Values to the byte order of the file: most significant byte first.
+#pragma once
+
+#include <bit>
+#include <concepts>
+#include <cstdint>
+#include <span>
+#include <string>
+
+namespace testkit {
+
+static_assert(std::endian::native == std::endian::little, "the writer turns little-endian values round");
+
+inline std::uint32_t swapped(std::uint32_t bits) {
+  return __builtin_bswap32(bits);
+}
+inline std::uint64_t swapped(std::uint64_t bits) {
+  return __builtin_bswap64(bits);
+}
+
+// Writes every value, converted to `Stored`, big-endian to `out` (sizeof(Stored) bytes each).
+template <class Stored, class Value>
+void store_big_endian(std::span<const Value> values, char* out) {
+  static_assert(sizeof(Stored) == 4 || sizeof(Stored) == 8);
+  using Bits = std::conditional_t<sizeof(Stored) == 4, std::uint32_t, std::uint64_t>;
+  for (const Value value : values) {
+    const Bits bits = swapped(std::bit_cast<Bits>(static_cast<Stored>(value)));
+    __builtin_memcpy(out, &bits, sizeof bits);
+    out += sizeof bits;
+  }
+}
+
+// The bytes of a single value.
+template <class Value>
+std::string big_endian(Value value) {
+  std::string bytes(sizeof(Value), '\0');
+  store_big_endian<Value, Value>(std::span<const Value>(&value, 1), bytes.data());
+  return bytes;
+}
+
+}  // namespace testkit

@@ -1,0 +1,24 @@
+// A fresh directory that goes away with the object, for tests.
+#pragma once
+
+#include <filesystem>
+#include <string_view>
+
+namespace testkit {
+
+class TemporaryDirectory {
+ public:
+  // Throws std::system_error when no directory can be made.
+  TemporaryDirectory();
+  ~TemporaryDirectory();
+  TemporaryDirectory(const TemporaryDirectory&) = delete;
+  TemporaryDirectory& operator=(const TemporaryDirectory&) = delete;
+
+  const std::filesystem::path& path() const { return path_; }
+  std::filesystem::path operator/(std::string_view name) const { return path_ / name; }
+
+ private:
+  std::filesystem::path path_;
+};
+
+}  // namespace testkit

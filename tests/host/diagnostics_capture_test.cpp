@@ -1,0 +1,116 @@
+#include "host/diagnostics_capture.h"
+
+#include "gtest/gtest.h"
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <string>
+#include <unistd.h>
+
+#include "host/session.h"
+#include "tests/host/fake_reader.h"
+#include "tests/host/fake_session.h"
+
+namespace {
+
+void write_text(const char* text) {
+  ASSERT_EQ(write(STDERR_FILENO, text, std::strlen(text)), static_cast<ssize_t>(std::strlen(text)));
+}
+
+TEST(DiagnosticsCapture, KeepsWhatAScopeWritesAndNothingElse) {
+  host::DiagnosticsCapture capture;
+  testing::internal::CaptureStderr();
+  write_text("before ");
+  {
+    const host::DiagnosticsCapture::Scope scope(capture);
+    std::fputs("from the stream, ", stderr);
+    write_text("from the descriptor");
+  }
+  write_text("after");
+  EXPECT_EQ(testing::internal::GetCapturedStderr(), "before after");
+  EXPECT_EQ(capture.text(), "from the stream, from the descriptor");
+}
+
+TEST(DiagnosticsCapture, AddsUpScopesAndTellsTheLatest) {
+  host::DiagnosticsCapture capture;
+  for (const char* text : {"first and long\n", "second\n"}) {
+    const host::DiagnosticsCapture::Scope scope(capture);
+    write_text(text);
+  }
+  EXPECT_EQ(capture.text(), "first and long\nsecond\n");
+  EXPECT_EQ(capture.latest(), "second\n");
+  { const host::DiagnosticsCapture::Scope scope(capture); }
+  EXPECT_EQ(capture.latest(), "");
+  EXPECT_EQ(capture.text(), "first and long\nsecond\n");
+}
+
+TEST(DiagnosticsCapture, CutsAnEndlessText) {
+  host::DiagnosticsCapture capture;
+  const std::string line(1 << 20, 'x');
+  for (int i = 0; i < 20; ++i) {
+    const host::DiagnosticsCapture::Scope scope(capture);
+    write_text(line.c_str());
+  }
+  EXPECT_LT(capture.text().size(), std::size_t{17} << 20);
+  EXPECT_TRUE(capture.text().ends_with("(further diagnostics are not kept)\n"));
+}
+
+TEST(DiagnosticsCapture, PutsTheSignalsBack) {
+  struct sigaction before = {};
+  struct sigaction after = {};
+  sigaction(SIGABRT, nullptr, &before);
+  host::DiagnosticsCapture capture;
+  { const host::DiagnosticsCapture::Scope scope(capture); }
+  sigaction(SIGABRT, nullptr, &after);
+  EXPECT_EQ(before.sa_handler, after.sa_handler);
+}
+
+// Opens a file of the made-up reader in a session that captures.
+void open_capturing(const char* name, host::DiagnosticsCapture::FatalHook on_fatal = nullptr) {
+  const fake::Reader reader;
+  host::SessionOptions options;
+  options.capture_diagnostics = true;
+  options.on_fatal = on_fatal;
+  host::Session session(reader.library, options);
+  session.open(fake::file(name));
+}
+
+TEST(DiagnosticsCaptureDeathTest, BringsTheTextOutWhenTheReaderAborts) {
+  EXPECT_EXIT(open_capturing(fake::kAborts), testing::KilledBySignal(SIGABRT), "about to abort");
+}
+
+TEST(DiagnosticsCaptureDeathTest, BringsTheTextOutWhenTheReaderFaults) {
+  EXPECT_DEATH(open_capturing(fake::kFaults), "about to fault");
+}
+
+TEST(DiagnosticsCaptureDeathTest, HandsTheTextToTheHook) {
+  const auto hook = [](std::string_view text) {
+    const std::string line = "hook got: " + std::string(text);
+    if (write(STDERR_FILENO, line.data(), line.size()) > 0) _exit(7);
+  };
+  EXPECT_EXIT(open_capturing(fake::kAborts, hook), testing::ExitedWithCode(7), "hook got: about to abort");
+}
+
+TEST(DiagnosticsCapture, SessionsCaptureOnlyWhenAskedTo) {
+  const fake::Reader reader;
+  testing::internal::CaptureStderr();
+  {
+    host::Session session(reader.library);
+    session.open(fake::file(fake::kTwoSets));
+    EXPECT_EQ(session.diagnostics(), "");
+    EXPECT_TRUE(session.traced_files().empty());
+  }
+  EXPECT_EQ(testing::internal::GetCapturedStderr(), "IN ( FLD): /made-up/two_sets.fld\nread done\n");
+
+  testing::internal::CaptureStderr();
+  host::SessionOptions options;
+  options.capture_diagnostics = true;
+  host::Session session(reader.library, options);
+  session.open(fake::file(fake::kTwoSets));
+  EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+  EXPECT_EQ(session.diagnostics(), "IN ( FLD): /made-up/two_sets.fld\nread done\n");
+  EXPECT_EQ(session.traced_files(), std::vector<std::string>{"/made-up/two_sets.fld"});
+}
+
+}  // namespace

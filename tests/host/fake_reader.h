@@ -1,0 +1,59 @@
+// What the made-up reader library serves and how it misbehaves, for the tests that use it.
+//
+// Its datasets are made up from the file name alone; no file is read. There are two region sets, a hexahedron
+// and a pyramid, each with one surface and one volume, and two steps. It caches the last scalar and vector by
+// name alone. Opening one of the files named "throws_..." or "aborts..." does just that.
+#pragma once
+
+namespace fake {
+
+// Opens well.
+inline constexpr char kTwoSets[] = "two_sets.fld";
+inline constexpr char kOneSet[] = "one_set.fld";
+inline constexpr char kOneStep[] = "two_sets_one_step.fld";
+inline constexpr char kBadNodeNumber[] = "bad_node_number.fld";  // the first surface has a node 99
+inline constexpr char kGeometryFails[] = "geometry_fails.fld";   // the second step's geometry cannot be read
+inline constexpr char kNegativeCount[] = "negative_count.fld";   // the first part has -1 nodes
+
+// Does not open.
+inline constexpr char kFails[] = "fails.fld";  // writes lines, answers -1
+inline constexpr char kFailsSilently[] = "fails_silently.fld";
+inline constexpr char kThrowsStandard[] = "throws_standard.fld";
+inline constexpr char kThrowsReader[] = "throws_reader.fld";
+inline constexpr char kThrowsInt[] = "throws_int.fld";
+inline constexpr char kThrowsUnknown[] = "throws_unknown.fld";
+inline constexpr char kAborts[] = "aborts.fld";
+inline constexpr char kFaults[] = "faults.fld";
+
+// Variables.
+inline constexpr int kPressure = 1;
+inline constexpr int kBroken = 2;     // cannot be read: -1
+inline constexpr int kOnlyFirst = 3;  // not in the second step's file: 2
+inline constexpr int kHole = 4;       // undefined at node 1
+inline constexpr int kUnwritten = 5;  // answers 1 and writes nothing
+inline constexpr int kVelocity = 6;
+inline constexpr int kMaterial = 7;
+
+// The value of the pressure at node `node` (from 0) of a region set's mesh.
+constexpr float pressure(int step, int region_set, int node) {
+  return static_cast<float>(1000 * step + 100 * region_set + node);
+}
+constexpr float velocity(int step, int region_set, int node, int component) {
+  return pressure(step, region_set, node) + 0.25F * static_cast<float>(component);
+}
+constexpr float material(int region_set) {
+  return static_cast<float>(7 + region_set);
+}
+
+// The x of a node: the second step moves it by 0.5.
+constexpr float x(int geometry_step, int region_set, int node) {
+  return static_cast<float>(10 * region_set + node) + 0.5F * static_cast<float>(geometry_step);
+}
+
+}  // namespace fake
+
+// Every call of an entry point so far, one line each, with its numbers: "USERD_set_time_set_and_step 2 0".
+extern "C" const char* fake_reader_log();
+extern "C" void fake_reader_forget_log();
+// How often a quantity was read, that is, not taken from the cache.
+extern "C" int fake_reader_reads();
