@@ -33,10 +33,12 @@ int FLDFile::checkSections() {
   FLDSEEKOverlap outside;  // sections before the first region set belong to none and leave no trace
   FLDSEEKOverlap* overlap = &outside;
   for (;;) {
+    const off_t offset = ftello(stream);
     char title[kTitleLength + 1];
     FLDV4_I_TITLE(stream, title);
     if (title_starts_with(title, "OverlapStart_")) {
       overlap = &m_overlap.emplace_back();
+      overlap->m_begin = offset;
       continue;
     }
     if (title_starts_with(title, "OverlapEnd")) return 0;

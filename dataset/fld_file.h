@@ -32,11 +32,12 @@ class FLDFile : public FLDHeader {
   const FLDTITLE_Scalar* findSeekScalar(const char* name, int ioverlap) const;
   const FLDTITLE_Vector* findSeekVector(const char* name, int ioverlap) const;
 
-  // Reads region set `region` of this file into `geo`: every section that the file has there replaces what
-  // `geo` holds, indices are brought to zero-based numbering, material numbers to positive ones, and elements
-  // are counted by type. Returns 0, or writes a message and returns -1 (no such region set), -2 (cannot
-  // open), -3 (not an FLD file), -4 (wrong version or dimension) or -5 (the file cannot be read; `geo` keeps
-  // what was read before). An allocation failure outside the tracked allocator leaves as std::bad_alloc.
+  // Reads region set `region` of this file, as checkSections found it, into `geo`: every section that the
+  // file has there replaces what `geo` holds, indices are brought to zero-based numbering, material numbers
+  // to positive ones, and elements are counted by type. Returns 0, or writes a message and returns -1 (no
+  // such region set), -2 (cannot open), -3 (not an FLD file), -4 (wrong version or dimension) or -5 (the file
+  // cannot be read; `geo` keeps what was read before). An allocation failure outside the tracked allocator
+  // leaves as std::bad_alloc.
   int readGeometry(int region, FLDGEO& geo) const;
 
   std::string m_path;

@@ -1,6 +1,7 @@
 // Where things are inside one region set of one file.
 #pragma once
 
+#include <cstdint>
 #include <vector>
 
 #include "format/ale.h"
@@ -16,6 +17,7 @@ struct FLDSEEK {
 
 // One region set of one file: its quantities, its motion and what else it carries.
 struct FLDSEEKOverlap : FLDSEEK {
+  int64_t m_begin = 0;         // file offset of the region set's opening title
   ALE m_ale;                   // empty unless m_hasALE
   bool m_hasGeometry = false;  // it has node coordinates
   bool m_hasALE = false;       // it has a motion

@@ -29,7 +29,8 @@ int FLDFile::readGeometry(int region, FLDGEO& geo) const {
     const int status = read_file_header(file, m_path, header);
     if (status != 0) return status - 1;
     geo.coordinateSystem = 0;
-    read_region_set(file.stream(), region, geo, loaded);
+    const int64_t begin = m_overlap[static_cast<size_t>(region)].m_begin;
+    read_region_set(file.stream(), begin, geo, loaded);
     if (loaded.materials) {
       modifyMAT(geo.matOfElements);
       geo.materials = distinct_materials(geo.matOfElements.get());

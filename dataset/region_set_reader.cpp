@@ -3,6 +3,7 @@
 #include "format/coordinate_system.h"
 #include "format/data_block.h"
 #include "format/record.h"
+#include "support/errors.h"
 
 namespace fld {
 
@@ -49,23 +50,16 @@ void read_section(FILE* stream, const char* title, int n, FLDGEO& geo, LoadedSec
 
 }  // namespace
 
-void read_region_set(FILE* stream, int region, FLDGEO& geo, LoadedSections& loaded) {
-  int counter = 0;  // region sets begun so far
+void read_region_set(FILE* stream, int64_t begin, FLDGEO& geo, LoadedSections& loaded) {
+  char title[kTitleLength + 1];
+  if (fseeko(stream, begin, SEEK_SET) != 0) throw FLDReadException("A REGION SET CANNOT BE FOUND.");
+  FLDV4_I_TITLE(stream, title);
+  if (!title_starts_with(title, "OverlapStart_")) throw FLDReadException("A REGION SET CANNOT BE FOUND.");
   for (;;) {
-    char title[kTitleLength + 1];
     const int n = FLDV4_I_TITLE(stream, title);
-    if (title_starts_with(title, "OverlapStart_")) {
-      if (counter > region) return;
-      ++counter;
-      continue;
-    }
-    if (titlecmp(title, "OverlapEnd", n) == 0) return;
+    if (title_starts_with(title, "OverlapStart_") || titlecmp(title, "OverlapEnd", n) == 0) return;
     read_int(stream);
-    if (counter > region) {
-      read_section(stream, title, n, geo, loaded);
-    } else {
-      FLDV4_I_SKIP(stream);
-    }
+    read_section(stream, title, n, geo, loaded);
   }
 }
 

@@ -1,6 +1,7 @@
 // Reading the sections of one region set of a file into its geometry.
 #pragma once
 
+#include <cstdint>
 #include <stdio.h>
 
 #include "dataset/fldgeo.h"
@@ -15,9 +16,9 @@ struct LoadedSections {
   bool materials = false;
 };
 
-// Walks the sections from the end of the header to the end of region set `region` and puts what it reads into
-// `geo`, a section of a kind that was met before replacing the earlier one. `loaded` follows what was
-// replaced, so that it is right when the walk ends with an exception. Throws FLDException.
-void read_region_set(FILE* stream, int region, FLDGEO& geo, LoadedSections& loaded);
+// Walks the sections of the region set whose opening title stands at `begin`, to its end, and puts what it
+// reads into `geo`, a section of a kind that was met before replacing the earlier one. `loaded` follows what
+// was replaced, so that it is right when the walk ends with an exception. Throws FLDException.
+void read_region_set(FILE* stream, int64_t begin, FLDGEO& geo, LoadedSections& loaded);
 
 }  // namespace fld

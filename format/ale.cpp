@@ -7,7 +7,6 @@
 #include "format/record.h"
 #include "format/region_lists.h"
 #include "support/assertion.h"
-#include "support/byte_order.h"
 
 namespace fld {
 
@@ -69,12 +68,7 @@ int read_count(FILE* stream, size_t bytes_each) {
 void read_region(FILE* stream, int name_length, ALE_REGION& region) {
   region.nname = read_count(stream, kLeastName);
   region.names.resize(static_cast<size_t>(region.nname));
-  for (std::string& name : region.names) {
-    name.assign(static_cast<size_t>(name_length) + 1, '\0');
-    FLDV4_I_CHARarray(stream, name_length, name.data());
-    cnvt_trimright(name.data(), name_length);
-    name.resize(strlen(name.c_str()));
-  }
+  for (std::string& name : region.names) name = read_field(stream, name_length);
   region.actions.assign(static_cast<size_t>(read_count(stream, kLeastAction)), {});
   for (ALE_ACT& act : region.actions) read_action(stream, name_length, act);
 }

@@ -5,6 +5,7 @@
 
 #include "format/read_checks.h"
 #include "format/record.h"
+#include "support/byte_order.h"
 #include "support/errors.h"
 
 namespace fld {
@@ -27,6 +28,15 @@ void read_records(FILE* stream, const Rule& rule, long n, size_t width, void* ou
     read_elements(stream, bytes, width, count);
     read_marker(stream);
     bytes += count * width;
+  }
+}
+
+// Before an array is allocated: its `n` elements have to be announced by the rule and to fit in the rest of
+// the file.
+void check_array(FILE* stream, const Rule& rule, long n, size_t width) {
+  check_count(stream, n, width);
+  if (static_cast<long>(rule.nRecords) * rule.perRecord < n) {
+    throw FLDReadException("TOO FEW DATA RECORDS IN A DATA BLOCK.");
   }
 }
 
@@ -67,20 +77,34 @@ void FLDV4_I_FPRECaloc_array(FILE* stream, int n, VFPA* out) {
   const Rule rule = FLDV4_I_RULE(stream);
   check_float_width(rule);
   const auto width = static_cast<size_t>(rule.width);
-  check_count(stream, n, width);
+  check_array(stream, rule, n, width);
   *out = {rule.width, cv_caloc(static_cast<size_t>(n), width, 1100142)};
   read_records(stream, rule, n, width, out->data);
 }
 
-void FLDV4_I_CHARarray(FILE* stream, int n, char* out) {
+std::string read_text(FILE* stream, int n) {
   const Rule rule = FLDV4_I_RULE(stream);
   check_count(stream, rule.perRecord, 1);
-  const int kept = std::min(rule.perRecord, n);
+  std::string text(static_cast<size_t>(std::min(rule.perRecord, n)), '\0');
+  read_marker(stream);
+  read_elements(stream, text.data(), 1, text.size());
+  step_over(stream, rule.perRecord - static_cast<int>(text.size()));
+  read_marker(stream);
+  return text;
+}
+
+std::string read_field(FILE* stream, int n) {
+  std::string text = read_text(stream, n);
+  // A block shorter than its field leaves NULs at the field's end, before which nothing is trimmed.
+  if (n > 0 && text.size() == static_cast<size_t>(n)) cnvt_trimright(text.data(), n);
+  text.resize(strlen(text.c_str()));
+  return text;
+}
+
+void FLDV4_I_CHARarray(FILE* stream, int n, char* out) {
+  const std::string text = read_text(stream, n);
   memset(out, 0, static_cast<size_t>(n) + 1);
-  read_marker(stream);
-  read_elements(stream, out, 1, static_cast<size_t>(kept));
-  step_over(stream, rule.perRecord - kept);
-  read_marker(stream);
+  text.copy(out, text.size());
 }
 
 void FLDV4_I_CHARarray80(FILE* stream, int n, char* out) {
@@ -97,9 +121,10 @@ int read_int(FILE* stream, int missing) {
 }
 
 TrackedArray<int> read_int_array(FILE* stream, long n, int tag) {
-  check_count(stream, n, sizeof(int));
+  const Rule rule = FLDV4_I_RULE(stream);
+  check_array(stream, rule, n, sizeof(int));
   auto values = make_tracked_array<int>(static_cast<size_t>(n), tag);
-  FLDV4_I_INTarray(stream, n, values.get());
+  read_records(stream, rule, n, sizeof(int), values.get());
   return values;
 }
 

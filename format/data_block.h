@@ -2,11 +2,13 @@
 // the records in order; all records but the last are full.
 //
 // The element count comes from the caller, not from the file. A rule that announces more records than the
-// count needs is an FLDReadException; with fewer, the elements that the file does not give keep what `out`
-// held (the widened ones of FLDV4_I_INT64array become 0).
+// count needs is an FLDReadException. With fewer, elements that the file does not give keep what the caller's
+// `out` held (the widened ones of FLDV4_I_INT64array become 0); where a new array would be made for them it
+// is an FLDReadException, so that arrays never take more memory than the file.
 #pragma once
 
 #include <stdio.h>
+#include <string>
 
 #include "support/tracked_array.h"
 #include "support/vfpa.h"
@@ -27,6 +29,13 @@ double FLDV4_I_FPREC(FILE* stream);
 // `out` holds it before the values are read, so that an owner of `out` frees it when reading fails.
 void FLDV4_I_FPRECaloc_array(FILE* stream, int n, VFPA* out);
 
+// The characters of one character block, the first `n` at most; what is beyond them is read and dropped.
+std::string read_text(FILE* stream, int n);
+
+// One character block that is a blank-padded field of `n` characters: its text, without the blanks at the
+// end.
+std::string read_field(FILE* stream, int n);
+
 // One character block into `out` (at least n + 1 bytes): at most `n` characters, NULs up to and including
 // index n. Characters beyond that are read and dropped.
 void FLDV4_I_CHARarray(FILE* stream, int n, char* out);
@@ -38,7 +47,7 @@ void FLDV4_I_CHARarray80(FILE* stream, int n, char* out);
 // A block of one int32 value; `missing` when the block has no records.
 int read_int(FILE* stream, int missing = 0);
 
-// A new tracked array of `n` int32 values; the count is compared with the rest of the file first.
+// A new tracked array of `n` int32 values.
 TrackedArray<int> read_int_array(FILE* stream, long n, int tag);
 
 }  // namespace fld

@@ -17,9 +17,9 @@ int read_name_length(FILE* stream) {
 }
 
 TrackedArray<char> read_name(FILE* stream, int length, int tag) {
-  auto name = make_tracked_array<char>(static_cast<size_t>(length) + 1, tag);
-  FLDV4_I_CHARarray(stream, length, name.get());
-  cnvt_trimright(name.get(), length);
+  const std::string text = read_field(stream, length);
+  auto name = make_tracked_array<char>(text.size() + 1, tag);
+  text.copy(name.get(), text.size());
   return name;
 }
 

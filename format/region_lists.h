@@ -4,11 +4,13 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <limits>
 #include <stdio.h>
 #include <vector>
 
 #include "format/data_block.h"
 #include "format/read_checks.h"
+#include "support/errors.h"
 #include "support/smart_ptr.h"
 #include "support/tracked_array.h"
 
@@ -41,6 +43,7 @@ template <class Region>
 void read_gathered_names(FILE* stream, RegionList<Region>& list, int length, int tag_all, int tag_each) {
   const auto total = static_cast<int64_t>(list.size()) * length;
   check_count(stream, total, 1);
+  if (total > std::numeric_limits<int>::max()) throw FLDReadException("TOO MANY CHARACTERS IN REGION NAMES.");
   const auto names = make_tracked_array<char>(static_cast<size_t>(total) + 1, tag_all);
   FLDV4_I_CHARarray(stream, static_cast<int>(total), names.get());
   const char* next = names.get();
