@@ -12,6 +12,10 @@ namespace bench {
 
 namespace {
 
+double in_seconds(const struct timeval& time) {
+  return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_usec) * 1e-6;
+}
+
 [[noreturn]] void run_child(const std::function<void()>& work, int report) {
   int status = 1;
   try {
@@ -43,6 +47,7 @@ Measurement measure_in_child(const std::function<void()>& work) {
   if (wait4(child, &status, 0, &usage) != child || !reported || status != 0) {
     throw std::runtime_error("the measured work failed");
   }
+  measurement.cpu_seconds = in_seconds(usage.ru_utime) + in_seconds(usage.ru_stime);
   measurement.peak_mebibytes = static_cast<double>(usage.ru_maxrss) / 1024.0;
   return measurement;
 }

@@ -6,7 +6,8 @@
 namespace bench {
 
 struct Measurement {
-  double seconds = 0.0;
+  double seconds = 0.0;         // elapsed
+  double cpu_seconds = 0.0;     // of the processor, the system's share included
   double peak_mebibytes = 0.0;  // resident, of the whole process
 };
 

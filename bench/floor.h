@@ -2,13 +2,11 @@
 // no more.
 #pragma once
 
-#include <cstdint>
 #include <filesystem>
-#include <vector>
 
 namespace bench {
 
 // Reads the whole file into a new array in reads of 1 MiB, and reverses the bytes of every 4-byte word.
-std::vector<std::uint32_t> read_and_swap(const std::filesystem::path& path);
+void read_and_swap(const std::filesystem::path& path);
 
 }  // namespace bench

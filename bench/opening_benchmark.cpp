@@ -3,6 +3,7 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
 #include <fcntl.h>
 #include <fmt/core.h>
 #include <optional>
@@ -35,10 +36,24 @@ void open_through_plugin(const std::filesystem::path& plugin, const std::string&
   }
 }
 
-double median(std::vector<double> values) {
-  std::sort(values.begin(), values.end());
-  return values[values.size() / 2];
-}
+// The measurements of one program, and the median of one of their figures.
+struct Series {
+  double median(double bench::Measurement::*figure) const {
+    std::vector<double> values;
+    for (const auto& run : runs) values.push_back(run.*figure);
+    std::nth_element(values.begin(), values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2),
+                     values.end());
+    return values[values.size() / 2];
+  }
+
+  void print(const char* what) const {
+    using bench::Measurement;
+    fmt::print("{:<30}{:>10.3f}{:>16.3f}{:>12.1f}\n", what, median(&Measurement::seconds),
+               median(&Measurement::cpu_seconds), median(&Measurement::peak_mebibytes));
+  }
+
+  std::vector<bench::Measurement> runs;
+};
 
 }  // namespace
 
@@ -60,29 +75,24 @@ int main(int argc, char** argv) {
   testkit::write_box_dataset(file, options);
   const auto library = host::find_plugin(plugin);
 
-  std::vector<double> reader_seconds;
-  std::vector<double> floor_seconds;
-  std::vector<double> ratios;
-  std::vector<double> reader_memory;
-  std::vector<double> floor_memory;
+  Series reader;
+  Series floor;
+  Series ratio;
   for (int run = -1; run < runs; ++run) {  // run -1 warms the page cache
-    const auto reader = bench::measure_in_child([&] { open_through_plugin(library, file.string()); });
-    const auto floor = bench::measure_in_child([&] { bench::read_and_swap(file); });
+    const auto a = bench::measure_in_child([&] { open_through_plugin(library, file.string()); });
+    const auto b = bench::measure_in_child([&] { bench::read_and_swap(file); });
     if (run < 0) continue;
-    reader_seconds.push_back(reader.seconds);
-    floor_seconds.push_back(floor.seconds);
-    ratios.push_back(reader.seconds / floor.seconds);
-    reader_memory.push_back(reader.peak_mebibytes);
-    floor_memory.push_back(floor.peak_mebibytes);
+    reader.runs.push_back(a);
+    floor.runs.push_back(b);
+    ratio.runs.push_back(
+        {a.seconds / b.seconds, a.cpu_seconds / b.cpu_seconds, a.peak_mebibytes / b.peak_mebibytes});
   }
 
   const auto counts = testkit::box_counts(options);
   fmt::print("{} hexahedra, {} nodes, file of {:.1f} MiB, medians of {} runs in turn\n", counts.elements,
              counts.nodes, static_cast<double>(std::filesystem::file_size(file)) / 1048576.0, runs);
-  fmt::print("{:<34}{:>10}{:>16}\n", "", "seconds", "peak MiB");
-  fmt::print("{:<34}{:>10.3f}{:>16.1f}\n", "opening through the plug-in", median(reader_seconds),
-             median(reader_memory));
-  fmt::print("{:<34}{:>10.3f}{:>16.1f}\n", "reading and swapping", median(floor_seconds),
-             median(floor_memory));
-  fmt::print("{:<34}{:>10.2f}\n", "ratio of the times, run by run", median(ratios));
+  fmt::print("{:<30}{:>10}{:>16}{:>12}\n", "", "seconds", "processor s", "peak MiB");
+  reader.print("opening through the plug-in");
+  floor.print("reading and swapping");
+  ratio.print("ratio, run by run");
 }

@@ -18,9 +18,9 @@ int Numparts_available = 0;
 int Num_variables = 0;
 
 // All objects stand here, so that they are made in this order and destroyed in the reverse order at unload.
-std::vector<char> g_mark_node;
-std::vector<int> g_globalNode2localNode;
-std::vector<int> g_part_nodes;
+NodeTable<char> g_mark_node;
+NodeTable<int> g_globalNode2localNode;
+NodeTable<int> g_part_nodes;
 ElementOffsets g_ele2head;
 std::vector<ElementOffsets> g_own_ele2head;
 smart_ptr<FLD> g_fld;

@@ -78,9 +78,13 @@ const VolumeGeometry* find_volume(const FLDGEO& geo, const std::string& name) {
   return found == geo.volumes.end() ? nullptr : found->get();
 }
 
+void clear_all_marks() {
+  std::fill(g_mark_node.begin(), g_mark_node.end(), 0);
+}
+
 // Marks and lists the nodes of all volume regions that the moving region names.
 std::span<const int> moving_nodes(const ALE_REGION& region, const FLDGEO& geo, const long* ele2head) {
-  forget_selection();
+  clear_all_marks();
   const int nnode = geo.node_count();
   for (const std::string& name : region.names) {
     const VolumeGeometry* volume = find_volume(geo, name);
@@ -97,6 +101,7 @@ void actALE(const ALE& ale, FLDGEO& geo, const long* ele2head) {
   const int nnode = geo.node_count();
   if (nnode == 0 || ale.regions.empty()) return;
   const Nodes& coordinates = *geo.nodes;
+  forget_selection();
   const VFPA* const axes[] = {&coordinates.x, &coordinates.y, &coordinates.z};
   // A single region finds the entry coordinates in place; only further ones may meet nodes that were moved
   // already.
@@ -109,7 +114,7 @@ void actALE(const ALE& ale, FLDGEO& geo, const long* ele2head) {
     for (size_t axis = 0; axis < entry.size(); ++axis) entry[axis].restore(*axes[axis], nodes);
     for (const ALE_ACT& act : region.actions) apply(act, coordinates, nodes);
   }
-  forget_selection();
+  clear_all_marks();
 }
 
 }  // namespace fld

@@ -17,18 +17,6 @@ struct Selection {
 };
 Selection selection;
 
-// Sets all marks back to 0, by the list of those that are set where there is one.
-void clear_marks() {
-  if (selection.whole) {
-    std::fill(g_mark_node.begin(), g_mark_node.end(), 0);
-  } else {
-    for (int k = 0; k < selection.count; ++k) {
-      g_mark_node[static_cast<size_t>(g_part_nodes[static_cast<size_t>(k)])] = 0;
-    }
-  }
-  selection = {};
-}
-
 // Collects the nodes that `visit` calls back with, then sorts and numbers them: the way for parts that are
 // small beside the mesh.
 template <class Visit>
@@ -82,10 +70,21 @@ int list_marked_nodes(int nnode) {
   return count;
 }
 
+void forget_selection() {
+  if (selection.whole) {
+    std::fill(g_mark_node.begin(), g_mark_node.end(), 0);
+  } else {
+    for (int k = 0; k < selection.count; ++k) {
+      g_mark_node[static_cast<size_t>(g_part_nodes[static_cast<size_t>(k)])] = 0;
+    }
+  }
+  selection = {};
+}
+
 int select_nodes(const Part& part) {
   if (part.kind == Part::Kind::none) return 0;
   if (selection.part == part.number) return selection.count;
-  clear_marks();
+  forget_selection();
   const FLDGEO& geo = part.geo();
   const int nnode = geo.node_count();
   if (part.kind == Part::Kind::whole) {
@@ -98,11 +97,6 @@ int select_nodes(const Part& part) {
     selection = {part.number, count, false};
   }
   return selection.count;
-}
-
-void forget_selection() {
-  std::fill(g_mark_node.begin(), g_mark_node.end(), 0);
-  selection = {};
 }
 
 int fld_markNodesOnSurfaceRegion(const SurfaceGeometry* surface, int nnode, char* mark) {

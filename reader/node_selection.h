@@ -18,7 +18,8 @@ int select_nodes(const Part& part);
 // that hold a good share of the mesh.
 int list_marked_nodes(int nnode);
 
-// Clears all marks and forgets which part is selected: its geometry or the tables have changed.
+// Clears the marks of the selected part and forgets which it is: its geometry or the tables are about to
+// change.
 void forget_selection();
 
 // Mark a region's nodes, which have an entry each in `mark` (at least nnode), after clearing the first nnode

@@ -36,9 +36,9 @@ ElementOffsets make_offsets(const FLDGEO& geo) {
 }
 
 struct WorkTables {
-  std::vector<char> mark_node;
-  std::vector<int> global_to_local;
-  std::vector<int> part_nodes;
+  NodeTable<char> mark_node;
+  NodeTable<int> global_to_local;
+  NodeTable<int> part_nodes;
   ElementOffsets offsets;
   std::vector<ElementOffsets> own_offsets;
 };
@@ -65,12 +65,12 @@ WorkTables make_work_tables(const std::vector<FLDGEO>& geos) {
 }
 
 void publish(WorkTables tables) {
+  forget_selection();
   g_mark_node = std::move(tables.mark_node);
   g_globalNode2localNode = std::move(tables.global_to_local);
   g_part_nodes = std::move(tables.part_nodes);
   g_ele2head = std::move(tables.offsets);
   g_own_ele2head = std::move(tables.own_offsets);
-  forget_selection();
 }
 
 const ElementOffsets& offsets_of(size_t g) {

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "dataset/geometry.h"
+#include "support/lazy_zero_allocator.h"
 #include "support/tracked_array.h"
 
 namespace fld {
@@ -15,12 +16,20 @@ struct ElementOffsets {
   int nelem = 0;
 };
 
-extern std::vector<char> g_mark_node;  // per node of the largest region set: 1 in the part being served
-extern std::vector<int>
-    g_globalNode2localNode;            // local number from 0 of the marked nodes of the part last served
-extern std::vector<int> g_part_nodes;  // the marked nodes in ascending order (node_selection.h)
-extern ElementOffsets g_ele2head;      // of the region set with the most nodes; serves all that agree with it
-extern std::vector<ElementOffsets> g_own_ele2head;  // per region set, empty where g_ele2head serves
+// One entry per node of the largest region set, at first zero. Opening a dataset touches none of them.
+template <class T>
+using NodeTable = std::vector<T, LazyZeroAllocator<T>>;
+
+// Per node of the largest region set: 1 in the part being served, else 0.
+extern NodeTable<char> g_mark_node;
+// The local number, from 0, of each marked node of the part last served.
+extern NodeTable<int> g_globalNode2localNode;
+// The marked nodes in ascending order (node_selection.h).
+extern NodeTable<int> g_part_nodes;
+// Of the region set with the most nodes; serves all region sets that agree with it.
+extern ElementOffsets g_ele2head;
+// Per region set; empty where g_ele2head serves.
+extern std::vector<ElementOffsets> g_own_ele2head;
 
 // Sizes the tables for the geometry; on success they take the place of the old ones. Returns 0, 1 when memory
 // is exhausted or 2 when the region set with the most nodes has no elements, and leaves the tables as they
