@@ -1,13 +1,47 @@
 #include "host/diagnostic_text.h"
 
+#include <algorithm>
+#include <array>
 #include <unordered_set>
 
 namespace host {
 namespace {
 
 constexpr std::string_view kTrace = "IN ( FLD): ";
-constexpr std::string_view kGeometryUnread = "FAILED TO READ GEOMETRY DATA IN ";
-constexpr std::string_view kGeometryMissing = "error : not found geometry data in current time.";
+constexpr std::string_view kWarning = "WARNING : ";
+constexpr std::string_view kReadDone = "read done";
+constexpr std::string_view kGeometryUnread = "FAILED TO READ GEOMETRY";
+// Says that a step's geometry could not be brought in.
+constexpr std::array<std::string_view, 3> kGeometryFailures = {
+    "FAILED TO READ GEOMETRY DATA IN ", "error : not found geometry data in current time.",
+    "error : failed to allocate memory for geometry."};
+
+bool is_reason(std::string_view message) {
+  return !message.starts_with(kTrace) && !message.starts_with(kWarning) && message != kReadDone;
+}
+
+// The messages of `text`. One of them has no line end, so that another may follow it in the same line.
+std::vector<std::string_view> split_messages(std::string_view text) {
+  std::vector<std::string_view> messages;
+  for (const std::string_view line : split_lines(text)) {
+    const std::size_t second = line.find(kGeometryUnread, 1);
+    messages.push_back(line.substr(0, second));
+    if (second != std::string_view::npos) messages.push_back(line.substr(second));
+  }
+  return messages;
+}
+
+// What follows `start` in the lines that begin with it, each text once.
+std::vector<std::string> texts_after(std::string_view start, std::string_view text) {
+  std::vector<std::string> found;
+  std::unordered_set<std::string_view> seen;
+  for (const std::string_view line : split_lines(text)) {
+    if (!line.starts_with(start)) continue;
+    const std::string_view rest = line.substr(start.size());
+    if (seen.insert(rest).second) found.emplace_back(rest);
+  }
+  return found;
+}
 
 }  // namespace
 
@@ -23,31 +57,30 @@ std::vector<std::string_view> split_lines(std::string_view text) {
 }
 
 std::string reason_in_diagnostics(std::string_view text) {
+  constexpr std::size_t kMaxLength = 500;
   std::string reason;
   int taken = 0;
-  const std::vector<std::string_view> lines = split_lines(text);
-  for (auto line = lines.rbegin(); line != lines.rend() && taken < 2; ++line) {
-    if (line->starts_with(kTrace)) continue;
-    reason = std::string(*line) + (taken == 0 ? "" : "; ") + reason;
-    ++taken;
+  const std::vector<std::string_view> messages = split_messages(text);
+  for (auto message = messages.rbegin(); message != messages.rend() && taken < 2; ++message) {
+    if (!is_reason(*message)) continue;
+    std::string part(message->substr(message->size() - std::min(message->size(), kMaxLength)));
+    if (taken++ > 0) part += "; ";
+    reason.insert(0, part);
   }
   return reason;
 }
 
 std::vector<std::string> traced_files(std::string_view text) {
-  std::vector<std::string> files;
-  std::unordered_set<std::string_view> seen;
-  for (const std::string_view line : split_lines(text)) {
-    if (!line.starts_with(kTrace)) continue;
-    const std::string_view file = line.substr(kTrace.size());
-    if (seen.insert(file).second) files.emplace_back(file);
-  }
-  return files;
+  return texts_after(kTrace, text);
+}
+
+std::vector<std::string> warnings(std::string_view text) {
+  return texts_after(kWarning, text);
 }
 
 bool tells_geometry_failure(std::string_view text) {
-  return text.find(kGeometryUnread) != std::string_view::npos ||
-         text.find(kGeometryMissing) != std::string_view::npos;
+  return std::any_of(kGeometryFailures.begin(), kGeometryFailures.end(),
+                     [&](std::string_view message) { return text.find(message) != std::string_view::npos; });
 }
 
 }  // namespace host

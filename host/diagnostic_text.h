@@ -7,13 +7,16 @@
 
 namespace host {
 
-// Why a call failed: its last two lines, trace lines of files being read left out, joined by "; ". The result
-// is empty when there is no such line.
+// Why a call failed: the last two messages that are neither traces of files being read nor warnings, joined
+// by "; ". A very long message is cut at its front. The result is empty when there is none.
 std::string reason_in_diagnostics(std::string_view text);
 
 // The paths of the files that the reader traced ("IN ( FLD): path"), each once, in the order of their first
 // lines. A reader traces a file when it indexes it and again when it takes the geometry from it.
 std::vector<std::string> traced_files(std::string_view text);
+
+// The reader's warnings about doubtful data ("WARNING : ..."), each once, without the word in front.
+std::vector<std::string> warnings(std::string_view text);
 
 // Whether the reader said that the geometry of the selected step could not be brought in. Selecting a step
 // has no result, so this is the only sign of it.

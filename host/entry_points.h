@@ -23,6 +23,8 @@ struct EntryPoint<Result(Parameters...)> {
 };
 
 struct EntryPoints {
+// A member's name cannot stand in parentheses.
+// NOLINTNEXTLINE(bugprone-macro-parentheses)
 #define HOST_DECLARE(member) EntryPoint<decltype(::USERD_##member)> member{nullptr, "USERD_" #member};
   HOST_REQUIRED_ENTRY_POINTS(HOST_DECLARE)
   HOST_OPTIONAL_ENTRY_POINTS(HOST_DECLARE)

@@ -29,7 +29,7 @@ std::vector<char> writable(const std::string& text) {
 
 }  // namespace
 
-Session::Session(const Library& library, SessionOptions options)
+Session::Session(const Library& library, const SessionOptions& options)
     : guarded_(make_guarded(library, options)), entry_(library.entry_points()) {
   ask_identity();
   reader_options_ = ask_options(guarded_);

@@ -35,7 +35,7 @@ struct SessionOptions {
 class Session {
  public:
   // Makes the identity and option calls. The library must outlive the session.
-  explicit Session(const Library& library, SessionOptions options = {});
+  explicit Session(const Library& library, const SessionOptions& options = {});
   Session(const Session&) = delete;
   Session& operator=(const Session&) = delete;
   // Closes the dataset; an error of the exit routine is swallowed.

@@ -2,16 +2,14 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 
 #include "host/undefined_value.h"
 
 namespace host {
 
 void ValueStatistics::add(std::span<const float> values) {
-  constexpr float kInfinity = std::numeric_limits<float>::infinity();
-  float low = has_numbers() ? minimum : kInfinity;
-  float high = has_numbers() ? maximum : -kInfinity;
+  float low = minimum;
+  float high = maximum;
   for (const float value : values) {
     if (is_undefined(value)) {
       ++undefined;
@@ -24,9 +22,9 @@ void ValueStatistics::add(std::span<const float> values) {
       ++numbers;
     }
   }
-  if (!has_numbers()) return;
-  minimum = low;
-  maximum = high;
+  // A negative zero becomes a plain one.
+  minimum = low + 0.0F;
+  maximum = high + 0.0F;
 }
 
 }  // namespace host

@@ -2,13 +2,14 @@
 #pragma once
 
 #include <cstddef>
+#include <limits>
 #include <span>
 
 namespace host {
 
 struct ValueStatistics {
-  float minimum = 0;  // meaningless without a number
-  float maximum = 0;
+  float minimum = std::numeric_limits<float>::infinity();  // as they are here without any number
+  float maximum = -std::numeric_limits<float>::infinity();
   double sum = 0;
   std::size_t numbers = 0;      // values that are numbers
   std::size_t undefined = 0;    // places that the file marks as undefined, or without a value

@@ -22,21 +22,19 @@ inline void round_to_single(testkit::Nodes& nodes) {
 
 // The scalar quantity with the values of f(x, y, z).
 template <class Function>
-testkit::Scalar scalar_at(const testkit::Nodes& nodes, std::string name, std::string label, Function f) {
-  return {.name = std::move(name), .label = std::move(label), .values = testkit::at_nodes(nodes, f)};
+testkit::Scalar scalar_at(const testkit::Nodes& nodes, const std::string& name, const std::string& label,
+                          Function f) {
+  return {.name = name, .label = label, .values = testkit::at_nodes(nodes, f)};
 }
 
 // The vector quantity with the values of f(x, y, z), a Vec3.
 template <class Function>
-testkit::Vector vector_at(const testkit::Nodes& nodes, std::string name, std::string label, Function f) {
+testkit::Vector vector_at(const testkit::Nodes& nodes, const std::string& name, const std::string& label,
+                          Function f) {
   const auto component = [&](std::size_t c) {
     return testkit::at_nodes(nodes, [&](double x, double y, double z) { return f(x, y, z)[c]; });
   };
-  return {.name = std::move(name),
-          .label = std::move(label),
-          .x = component(0),
-          .y = component(1),
-          .z = component(2)};
+  return {.name = name, .label = label, .x = component(0), .y = component(1), .z = component(2)};
 }
 
 }  // namespace samples

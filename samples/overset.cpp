@@ -13,11 +13,11 @@ namespace {
 
 using testkit::CellIndex;
 using testkit::CellKind;
-using testkit::Side;
 using testkit::Vec3;
 
-constexpr double kSpeed = 10.0;    // m/s
-constexpr double kDensity = 1.2;   // kg/m3
+constexpr double kSpeed = 10.0;   // m/s
+constexpr double kDensity = 1.2;  // kg/m3
+// No node of the background is so near to these two circles that rounding could tell on which side it is.
 constexpr double kBlanked = 0.38;  // radius inside which the background has no values, m
 constexpr double kReceives =
     0.45;  // radius inside which the background's remaining nodes get theirs from the ring, m

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "samples/fields.h"
+#include "testkit/element_faces.h"
 #include "testkit/file_writer.h"
 
 namespace samples::tank {

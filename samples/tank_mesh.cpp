@@ -17,7 +17,6 @@ using testkit::CellKind;
 using testkit::Grid;
 using testkit::GridFace;
 using testkit::Mesh;
-using testkit::Side;
 using testkit::Vec3;
 
 constexpr double kHubRadius = 0.0125;
@@ -37,7 +36,8 @@ struct Lines {
 };
 
 struct Middle {
-  double radius, angle, z;
+  double radius = 0.0;
+  double z = 0.0;
 };
 
 // Angles that go round, with `count` thin cells of that width around the multiples of 2 pi / count, and
@@ -92,7 +92,7 @@ Middle middle_of(const Lines& lines, const CellIndex& cell) {
     const auto i = static_cast<std::size_t>(index);
     return (list[i] + list[i + 1]) / 2.0;
   };
-  return {.radius = at(lines.radius, cell[0]), .angle = 0.0, .z = at(lines.z, cell[2])};
+  return {.radius = at(lines.radius, cell[0]), .z = at(lines.z, cell[2])};
 }
 
 bool between(double value, double low, double high) {
@@ -166,15 +166,6 @@ void add_tank_zone(Mesh& mesh) {
   testkit::append(mesh, testkit::mesh_grid(grid), "tank_zone", 2, surface_of);
 }
 
-void append_faces(testkit::Surface& to, const testkit::Surface& from) {
-  const auto append = [](testkit::Ints& list, const testkit::Ints& more) {
-    list.values().insert(list.values().end(), more.values().begin(), more.values().end());
-  };
-  append(to.type, from.type);
-  append(to.link, from.link);
-  append(to.node, from.node);
-}
-
 }  // namespace
 
 Mesh mesh() {
@@ -183,13 +174,12 @@ Mesh mesh() {
   add_tank_zone(mesh);
   mesh.nodes.precision.fill(testkit::Precision::kDouble);
   testkit::Surface impeller{.name = "&VFG_impeller"};
-  for (int blade = 1; blade <= kBlades; ++blade)
-    append_faces(impeller, mesh.surface("blade_" + std::to_string(blade)));
-  append_faces(impeller, mesh.surface("disc"));
-  append_faces(impeller, mesh.surface("hub"));
+  for (int blade = 1; blade <= kBlades; ++blade) impeller.add(mesh.surface("blade_" + std::to_string(blade)));
+  impeller.add(mesh.surface("disc"));
+  impeller.add(mesh.surface("hub"));
   testkit::Surface sliding{.name = "@sliding"};
-  append_faces(sliding, mesh.surface("sliding_impeller"));
-  append_faces(sliding, mesh.surface("sliding_tank"));
+  sliding.add(mesh.surface("sliding_impeller"));
+  sliding.add(mesh.surface("sliding_tank"));
   std::fill(sliding.link.values().begin(), sliding.link.values().end(), -1);
   mesh.surfaces.push_back(std::move(impeller));
   mesh.surfaces.push_back(std::move(sliding));

@@ -96,15 +96,17 @@ class Box {
     const std::int64_t along_x = options_.nx + std::int64_t{1};
     const std::int64_t along_y = options_.ny + std::int64_t{1};
     if (node < points()) {
-      return {at(0, static_cast<double>(node % along_x)),
-              at(1, static_cast<double>(node / along_x % along_y)),
-              at(2, static_cast<double>(node / (along_x * along_y)))};
+      const std::int64_t line = node / along_x;
+      const std::int64_t plane = line / along_y;
+      return {at(0, static_cast<double>(node % along_x)), at(1, static_cast<double>(line % along_y)),
+              at(2, static_cast<double>(plane))};
     }
     const std::int64_t middle = node - points();
     const std::int64_t row = middle / row_.middles;
+    const std::int64_t k = row / options_.ny;
     const auto cell = static_cast<double>(middle % row_.middles + first_middle_cell_);
     return {at(0, cell + 0.5), at(1, static_cast<double>(row % options_.ny) + 0.5),
-            at(2, static_cast<double>(row / options_.ny) + 0.5)};
+            at(2, static_cast<double>(k) + 0.5)};
   }
 
  private:
@@ -232,12 +234,13 @@ Surface side_surface(const SharedBox& box, Side side, const char* name) {
   const std::int64_t rows = box->rows_at_side(side);
   const auto row_of = [box, side](std::int64_t n) { return box->row_at_side(side, n); };
   const auto elements_per_row = static_cast<std::int64_t>(box->row().types.size());
-  return {.name = name,
-          .type = repeated(faces.types, rows, [](std::int64_t) { return 0; }),
-          .link = repeated(
-              faces.links, rows,
-              [=](std::int64_t n) { return static_cast<std::int32_t>(row_of(n) * elements_per_row); }),
-          .node = repeated_nodes(box, faces.nodes, rows, row_of)};
+  Surface surface{.name = name};
+  surface.type = repeated(faces.types, rows, [](std::int64_t) { return 0; });
+  surface.link = repeated(faces.links, rows, [=](std::int64_t n) {
+    return static_cast<std::int32_t>(row_of(n) * elements_per_row);
+  });
+  surface.node = repeated_nodes(box, faces.nodes, rows, row_of);
+  return surface;
 }
 
 Mesh box_mesh(const SharedBox& box) {

@@ -6,6 +6,10 @@
 namespace testkit {
 namespace {
 
+void append(Ints& list, const Ints& more) {
+  list.values().insert(list.values().end(), more.values().begin(), more.values().end());
+}
+
 Block count_of(std::int64_t count) {
   return Block::integer(static_cast<std::int32_t>(count));
 }
@@ -91,6 +95,12 @@ void Surface::add(std::int32_t code, const std::vector<std::int32_t>& corners, s
   type.values().push_back(code);
   link.values().push_back(element);
   node.values().insert(node.values().end(), corners.begin(), corners.end());
+}
+
+void Surface::add(const Surface& other) {
+  append(type, other.type);
+  append(link, other.link);
+  append(node, other.node);
 }
 
 Surface& Mesh::surface(std::string_view name) {

@@ -57,6 +57,8 @@ struct Surface {
   Ints node{};  // the corners of all faces, one face after the other
 
   void add(std::int32_t code, const std::vector<std::int32_t>& corners, std::int32_t element = -1);
+  // Appends all faces of another surface.
+  void add(const Surface& other);
   std::int64_t size() const { return type.size(); }
 };
 

@@ -6,26 +6,48 @@
 
 namespace {
 
-TEST(DiagnosticText, ReasonIsTheLastTwoLinesWithoutTraces) {
-  EXPECT_EQ(host::reason_in_diagnostics("one\ntwo\nIN ( FLD): /a.fld\nthree"), "two; three");
+using Texts = std::vector<std::string>;
+
+TEST(DiagnosticText, ReasonIsTheLastTwoMessages) {
+  EXPECT_EQ(host::reason_in_diagnostics("one\ntwo\nthree"), "two; three");
   EXPECT_EQ(host::reason_in_diagnostics("This is not FLD file.\n"), "This is not FLD file.");
 }
 
-TEST(DiagnosticText, NoReasonInTracesAlone) {
+TEST(DiagnosticText, ReasonLeavesOutTracesAndWarnings) {
+  EXPECT_EQ(host::reason_in_diagnostics("one\nIN ( FLD): /a.fld\nWARNING : 3 ODD\ntwo\nread done\n"),
+            "one; two");
   EXPECT_EQ(host::reason_in_diagnostics("IN ( FLD): /a.fld\n"), "");
   EXPECT_EQ(host::reason_in_diagnostics(""), "");
+}
+
+TEST(DiagnosticText, ReasonSeparatesAMessageWithoutLineEnd) {
+  EXPECT_EQ(host::reason_in_diagnostics("ERROR : CUT SHORT.FAILED TO READ GEOMETRY.\n"),
+            "ERROR : CUT SHORT.; FAILED TO READ GEOMETRY.");
+}
+
+TEST(DiagnosticText, ReasonIsNeverVeryLong) {
+  const std::string reason = host::reason_in_diagnostics(std::string(100000, 'x') + "end");
+  EXPECT_EQ(reason.size(), 500U);
+  EXPECT_TRUE(reason.ends_with("xend"));
 }
 
 TEST(DiagnosticText, TracedFilesOnceInOrder) {
   EXPECT_EQ(
       host::traced_files("IN ( FLD): /a b.fld\nnoise\nIN ( FLD): /c.fld\nIN ( FLD): /a b.fld\nread done\n"),
-      (std::vector<std::string>{"/a b.fld", "/c.fld"}));
+      (Texts{"/a b.fld", "/c.fld"}));
+}
+
+TEST(DiagnosticText, WarningsOnceInOrder) {
+  EXPECT_EQ(
+      host::warnings("WARNING : 3 ODD IN /a.fld\nnoise\nWARNING : 1 OTHER\nWARNING : 3 ODD IN /a.fld\n"),
+      (Texts{"3 ODD IN /a.fld", "1 OTHER"}));
 }
 
 TEST(DiagnosticText, TellsAGeometryThatWasNotBroughtIn) {
-  EXPECT_TRUE(host::tells_geometry_failure("ERROR : X\nFAILED TO READ GEOMETRY DATA IN /a.fld.\n"));
+  EXPECT_TRUE(host::tells_geometry_failure("ERROR : XFAILED TO READ GEOMETRY DATA IN /a.fld.\n"));
   EXPECT_TRUE(host::tells_geometry_failure("error : not found geometry data in current time.\n"));
-  EXPECT_FALSE(host::tells_geometry_failure("IN ( FLD): /a.fld\nread done\n"));
+  EXPECT_TRUE(host::tells_geometry_failure("error : failed to allocate memory for geometry.\n"));
+  EXPECT_FALSE(host::tells_geometry_failure("IN ( FLD): /a.fld\nWARNING : 3 ODD\n"));
 }
 
 }  // namespace

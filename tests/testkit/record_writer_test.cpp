@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <gtest/gtest.h>
+#include <numeric>
 #include <stdexcept>
 
 #include "testkit/byte_sink.h"
@@ -13,7 +14,6 @@ namespace {
 using testkit::Block;
 using testkit::Precision;
 using testkit::RecordWriter;
-using testkit::Rule;
 using testkit::StringSink;
 using testkit::Title;
 
@@ -163,8 +163,8 @@ TEST(RecordWriter, AsksAFunctionForValuesPieceByPiece) {
     largest_piece = std::max(largest_piece, out.size());
     for (std::int32_t& value : out) value = static_cast<std::int32_t>(first++);
   });
-  std::vector<std::int32_t> list;
-  for (std::int32_t i = 0; i < kCount; ++i) list.push_back(i);
+  std::vector<std::int32_t> list(kCount);
+  std::iota(list.begin(), list.end(), 0);
   EXPECT_EQ(bytes_of(Block::integers(counting)), bytes_of(Block::integers(list)));
   EXPECT_EQ(expected_first, kCount);
   EXPECT_LE(largest_piece, 32768U);

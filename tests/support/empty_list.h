@@ -1,0 +1,21 @@
+// Tests around the tracked allocator.
+#pragma once
+
+#include <gtest/gtest.h>
+#include <string>
+
+#include "support/tracked_allocation.h"
+
+// What free_memory writes.
+inline std::string leak_report() {
+  testing::internal::CaptureStderr();
+  fld::free_memory();
+  return testing::internal::GetCapturedStderr();
+}
+
+// A test that starts with an empty allocation list and has to leave it empty.
+class EmptyList : public testing::Test {
+ protected:
+  void SetUp() override { fld::set_memory(); }
+  void TearDown() override { EXPECT_EQ(leak_report(), ""); }
+};

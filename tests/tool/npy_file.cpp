@@ -1,0 +1,29 @@
+#include "tests/tool/npy_file.h"
+
+#include <cstring>
+#include <regex>
+#include <stdexcept>
+
+namespace tool_test {
+
+NpyArray read_npy(const std::string& bytes) {
+  const std::string magic("\x93NUMPY\x01\x00", 8);
+  if (bytes.size() < 10 || bytes.compare(0, 8, magic) != 0)
+    throw std::runtime_error("no NumPy file of format 1.0");
+  const auto length = static_cast<std::size_t>(static_cast<unsigned char>(bytes[8])) |
+                      (static_cast<std::size_t>(static_cast<unsigned char>(bytes[9])) << 8U);
+  const std::size_t start = 10 + length;
+  if (start % 64 != 0 || bytes.size() < start) throw std::runtime_error("the header has a wrong length");
+  const std::string header = bytes.substr(10, length);
+  const std::regex form(R"(\{'descr': '<f4', 'fortran_order': False, 'shape': \((\d+), (\d+)\), \} *\n)");
+  std::smatch match;
+  if (!std::regex_match(header, match, form)) throw std::runtime_error("odd header: " + header);
+  NpyArray array{std::stoul(match[1]), std::stoul(match[2]), {}};
+  array.values.resize(array.rows * array.columns);
+  if (bytes.size() != start + array.values.size() * sizeof(float))
+    throw std::runtime_error("the data has a wrong length");
+  std::memcpy(array.values.data(), bytes.data() + start, array.values.size() * sizeof(float));
+  return array;
+}
+
+}  // namespace tool_test

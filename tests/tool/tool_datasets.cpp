@@ -1,0 +1,31 @@
+#include "tests/tool/tool_datasets.h"
+
+#include <numeric>
+#include <vector>
+
+#include "testkit/file_writer.h"
+#include "testkit/quantity.h"
+#include "testkit/small_meshes.h"
+
+namespace tool_test {
+
+testkit::File one_of_each_file() {
+  testkit::Mesh mesh = testkit::one_of_each();
+  mesh.surface("outside").name = kOutsideBytes;
+  std::vector<double> numbers(mesh.nodes.x.values().size());
+  std::iota(numbers.begin(), numbers.end(), 0.0);
+  numbers[0] = 1.0e30;
+
+  testkit::File file = testkit::file_of(mesh);
+  testkit::RegionSet& set = file.region_sets.front();
+  set.add(testkit::scalar_section({.name = "p", .label = kPressureBytes, .values = numbers}));
+  set.add(testkit::vector_section(
+      {.name = "v", .label = "Position", .x = mesh.nodes.x, .y = mesh.nodes.y, .z = mesh.nodes.z}));
+  return file;
+}
+
+OneFile::OneFile(const testkit::File& file, const std::string& name) : name_(name) {
+  testkit::write_file(file, directory_ / name);
+}
+
+}  // namespace tool_test

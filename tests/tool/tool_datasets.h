@@ -1,0 +1,34 @@
+// Small datasets for the tests of the tool.
+#pragma once
+
+#include <filesystem>
+#include <string>
+
+#include "testkit/description.h"
+#include "testkit/temporary_directory.h"
+
+namespace tool_test {
+
+// "外" and "圧力" as Shift_JIS.
+inline constexpr char kOutsideBytes[] = "\x8a\x4f";
+inline constexpr char kPressureBytes[] = "\x88\xb3\x97\xcd";
+
+// Four elements, one of each shape. Surfaces: "@between" and one that is called 外; volumes "lower" and
+// "upper"; scalar "p" with the label 圧力 whose values are the node numbers from 0, the first one undefined;
+// vector "v" with the coordinates of the nodes.
+testkit::File one_of_each_file();
+
+// A directory with one file in it.
+class OneFile {
+ public:
+  explicit OneFile(const testkit::File& file, const std::string& name = "case.fld");
+
+  std::string path() const { return (directory_ / name_).string(); }
+  const testkit::TemporaryDirectory& directory() const { return directory_; }
+
+ private:
+  testkit::TemporaryDirectory directory_;
+  std::string name_;
+};
+
+}  // namespace tool_test

@@ -1,0 +1,78 @@
+// fldtool info
+#include <memory>
+#include <string>
+
+#include "tool/commands.h"
+#include "tool/dataset_options.h"
+#include "tool/exit_status.h"
+#include "tool/output.h"
+#include "tool/summary.h"
+
+namespace tool {
+namespace {
+
+constexpr char kManual[] =
+    R"(Opens the dataset that FILE belongs to and prints what is in it: the steps with their times, cycles and files, the
+parts with node and element counts and bounding boxes, what moves, and the variables with their ranges over the whole
+mesh. Values that the files mark as undefined are left out of the ranges and counted.
+
+--step shows parts and variables at another step than the first; the geometry is the last one at or before it.
+--all-steps shows the variables of every step and the boxes of the parts that move. A part counts as moving when its
+coordinates differ between the first and the last geometry step, or between any two with --all-steps.
+
+--json prints one JSON object:
+  file, step                the file as given; the step shown
+  reader                    name, release, api_version, library (the plug-in's path), options (title: on or off)
+  steps                     per step: step, time, geometry_step, cycle, file; the last two come from the files that the
+                            reader lists and are null for files that it did not look into
+  time_sets                 number, description, of_geometry, of_variables, times
+  changing_geometry         status (0 fixed, 1 coordinates, 2 connectivity), text
+  motion                    compared_geometry_steps (empty if there is only one), moving_parts (part numbers)
+  region_sets               region_set (from 0), part (the number of its whole mesh), nodes, elements (shape: count)
+  groups                    name, parts (names)
+  parts                     number, name, name_bytes_hex (if the file's bytes are not ASCII), kind (surface, volume or
+                            whole), region_set (null if the reader does not tell), group, nodes, elements, bounds
+                            (lowest and highest corner; null without nodes)
+  variables                 number, name, label, type (scalar or vector), per (node or element), availability (given, not
+                            in this step, not offered or failed), reason (if failed), ranges (per component: minimum,
+                            maximum, mean, undefined, not_numbers; the first three null without numbers)
+  all_steps                 with --all-steps, per step: step, bounds (per part), variables (number, name, availability,
+                            reason, ranges)
+  warnings                  what the reader found doubtful about the geometry, in words
+  problems                  what could not be read, in words; the exit status is then 3
+Shapes are tri, quad, tet, pyramid, prism and hex. Steps and region sets count from 0, parts and variables from 1.
+
+)";
+
+struct InfoOptions {
+  DatasetOptions dataset;
+  bool json = false;
+  bool all_steps = false;
+};
+
+void run_info(const InfoOptions& options) {
+  OpenDataset dataset(options.dataset);
+  const DatasetSummary summary =
+      summarize(dataset.session(), dataset.library().path().string(), options.all_steps);
+  Output output("");
+  output.write(options.json ? summary_json(summary) : summary_text(summary));
+  output.finish();
+  if (!summary.problems.empty()) {
+    throw CommandError(ExitStatus::unreadable, options.dataset.file, summary.problems.front());
+  }
+}
+
+}  // namespace
+
+void add_info_command(CLI::App& app) {
+  const auto options = std::make_shared<InfoOptions>();
+  CLI::App* command = app.add_subcommand("info", "Print what is in a dataset");
+  add_dataset_options(*command, options->dataset);
+  command->add_flag("--all-steps", options->all_steps,
+                    "Show the ranges, and the boxes of moving parts, at every step");
+  command->add_flag("--json", options->json, "Print JSON for programs");
+  command->footer(std::string(kManual) + kExitStatusText);
+  command->callback([options] { run_info(*options); });
+}
+
+}  // namespace tool

@@ -1,0 +1,96 @@
+// fldtool values
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "fmt/format.h"
+#include "host/error.h"
+#include "host/text_encoding.h"
+#include "tool/commands.h"
+#include "tool/dataset_options.h"
+#include "tool/exit_status.h"
+#include "tool/name_lookup.h"
+#include "tool/output.h"
+#include "tool/value_table.h"
+
+namespace tool {
+namespace {
+
+constexpr char kManual[] =
+    R"(Prints or writes the values of one variable on one part at one step, a row per node, or per element for a variable that
+is given per element. PART and VARIABLE are numbers or names, as 'fldtool info' shows them.
+
+csv  A header line, then per row: the number (from 1), x, y, z, and the values: one column named like the variable, or
+     three with _x, _y and _z behind the name. An undefined value is left empty.
+npy  A NumPy file: a two-dimensional float32 array without the numbers, so the columns are x, y, z and the values. An
+     undefined value is NaN.
+
+An element's x, y and z are the means of its nodes'. Elements are numbered through the shapes of the part in the order
+tri, quad, tet, pyramid, prism, hex. Without --output the csv form goes to the standard output stream.
+
+)";
+
+struct ValuesOptions {
+  DatasetOptions dataset;
+  std::string part;
+  std::string variable;
+  std::optional<int> component;
+  std::string output;
+  std::string format;
+};
+
+// The form to write: the one asked for, else what the output's name says.
+bool writes_npy(const ValuesOptions& options) {
+  const bool is_npy = options.format.empty() ? options.output.ends_with(".npy") : options.format == "npy";
+  if (is_npy && options.output.empty()) {
+    throw CommandError(ExitStatus::usage, "--format npy needs --output (- for the standard output stream)");
+  }
+  return is_npy;
+}
+
+void check_component(const ValuesOptions& options, const host::Variable& variable) {
+  if (!options.component || *options.component < variable.components()) return;
+  throw CommandError(
+      ExitStatus::usage, options.dataset.file,
+      fmt::format("variable {} has no component {}", host::to_utf8(variable.name), *options.component));
+}
+
+void run_values(const ValuesOptions& options) {
+  const bool is_npy = writes_npy(options);
+  OpenDataset dataset(options.dataset);
+  try {
+    host::Session& session = dataset.session();
+    const int part = find_part(session, options.part);
+    const int variable = find_variable(session, options.variable);
+    check_component(options, session.variable(variable));
+    const ValueTable table = make_value_table(session, variable, part, options.component);
+    Output output(options.output);
+    is_npy ? write_npy(table, output) : write_csv(table, output);
+    output.finish();
+  } catch (const host::Error& error) {
+    throw CommandError(ExitStatus::unreadable, options.dataset.file, host::to_utf8(error.reason()));
+  }
+}
+
+}  // namespace
+
+void add_values_command(CLI::App& app) {
+  const auto options = std::make_shared<ValuesOptions>();
+  CLI::App* command = app.add_subcommand("values", "Print or write the values of a variable on a part");
+  add_dataset_options(*command, options->dataset);
+  command->add_option("-p,--part", options->part, "The part's number or name")->required();
+  command->add_option("--variable", options->variable, "The variable's number or name")->required();
+  command
+      ->add_option("-c,--component", options->component,
+                   "Of a vector: 0, 1 or 2 for x, y or z (all without it)")
+      ->check(CLI::Range(0, 2).description(""));
+  command->add_option("-o,--output", options->output, "The file to write; - is the standard output stream");
+  command
+      ->add_option("--format", options->format,
+                   "csv or npy (otherwise by the output's name, csv without one)")
+      ->check(CLI::IsMember({"csv", "npy"}));
+  command->footer(std::string(kManual) + kExitStatusText);
+  command->callback([options] { run_values(*options); });
+}
+
+}  // namespace tool

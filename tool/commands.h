@@ -1,0 +1,13 @@
+// The commands of fldtool. Each function adds one to the command line; running it throws CommandError or
+// another exception when it cannot do its work.
+#pragma once
+
+#include "CLI/CLI.hpp"
+
+namespace tool {
+
+void add_info_command(CLI::App& app);
+void add_sample_command(CLI::App& app);
+void add_values_command(CLI::App& app);
+
+}  // namespace tool

@@ -1,0 +1,48 @@
+// The options that every command which opens a dataset shares, and the opening itself.
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "CLI/CLI.hpp"
+#include "host/session.h"
+
+namespace tool {
+
+// What the command line says about the dataset and the reader.
+struct DatasetOptions {
+  std::string file;
+  std::string plugin;      // empty: where host::find_plugin looks
+  int step = 0;            // of the variables' time set
+  bool simplify = false;   // the reader's option for series of files that are laid out alike
+  bool no_groups = false;  // the reader's option for groups of parts, switched off
+  bool verbose = false;    // show the reader's diagnostics
+};
+
+// Adds FILE and the options to a command.
+void add_dataset_options(CLI::App& command, DatasetOptions& options);
+
+// The reader with a dataset open and the chosen step selected. While it lives, an assertion of the reader
+// ends the program with one line about the file and the status for unreadable files.
+class OpenDataset {
+ public:
+  // Throws CommandError when the plug-in cannot be loaded, the file cannot be read or the step is out of
+  // range.
+  explicit OpenDataset(const DatasetOptions& options);
+  OpenDataset(const OpenDataset&) = delete;
+  OpenDataset& operator=(const OpenDataset&) = delete;
+  // Closes the dataset; with verbose on, writes the reader's diagnostics to the standard error stream.
+  ~OpenDataset();
+
+  host::Session& session() { return *session_; }
+  const host::Library& library() const { return *library_; }
+
+ private:
+  void open(const DatasetOptions& options);
+
+  bool verbose_;
+  std::unique_ptr<host::Library> library_;
+  std::unique_ptr<host::Session> session_;
+};
+
+}  // namespace tool

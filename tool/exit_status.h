@@ -1,0 +1,36 @@
+// What fldtool tells its caller, and the error that carries it to the end of the program.
+#pragma once
+
+#include <stdexcept>
+#include <string>
+
+namespace tool {
+
+enum class ExitStatus {
+  ok = 0,
+  failure = 1,     // anything that is not one of the others
+  usage = 2,       // wrong command line
+  unreadable = 3,  // the dataset cannot be read
+};
+
+// The lines about it in every command's help.
+inline constexpr char kExitStatusText[] =
+    "Exit status: 0 fine, 1 failure (such as an output that cannot be written), 2 wrong usage,\n"
+    "3 the file cannot be read.";
+
+// Ends the program with a status and the line "fldtool: message".
+class CommandError : public std::runtime_error {
+ public:
+  CommandError(ExitStatus status, const std::string& message)
+      : std::runtime_error(message), status_(status) {}
+  // About a file: the line is "fldtool: file: message".
+  CommandError(ExitStatus status, const std::string& file, const std::string& message)
+      : CommandError(status, file + ": " + message) {}
+
+  ExitStatus status() const { return status_; }
+
+ private:
+  ExitStatus status_;
+};
+
+}  // namespace tool

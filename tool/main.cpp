@@ -1,0 +1,61 @@
+// fldtool: shows what is in FLD datasets, through the reader plug-in that other hosts load.
+#include <exception>
+#include <fcntl.h>
+#include <string>
+#include <unistd.h>
+
+#include "CLI/CLI.hpp"
+#include "fmt/format.h"
+#include "host/error.h"
+#include "tool/commands.h"
+#include "tool/exit_status.h"
+
+namespace {
+
+int report(tool::ExitStatus status, const std::string& message) {
+  fmt::print(stderr, "fldtool: {}\n", message);
+  return static_cast<int>(status);
+}
+
+// Descriptors 0 to 2 have to be open, so that nothing else gets their numbers; writing to one that was closed
+// fails.
+void open_standard_streams() {
+  int descriptor = 0;
+  while (descriptor >= 0 && descriptor <= STDERR_FILENO) descriptor = open("/dev/null", O_RDONLY | O_CLOEXEC);
+  if (descriptor >= 0) close(descriptor);
+}
+
+int run(int argc, char** argv) {
+  CLI::App app("Shows what is in FLD result files (version 4), through the reader plug-in.", "fldtool");
+  app.set_version_flag("--version", "fldtool " FLDTOOL_VERSION, "Print the version and exit");
+  app.set_help_flag("-h,--help", "Print this help and exit");
+  app.set_help_all_flag("--help-all", "Print the help of all commands and exit");
+  app.require_subcommand(0, 1);
+  app.footer(std::string("'fldtool COMMAND --help' tells more.\n\n") + tool::kExitStatusText);
+  tool::add_info_command(app);
+  tool::add_values_command(app);
+  tool::add_sample_command(app);
+  try {
+    app.parse(argc, argv);
+    if (app.get_subcommands().empty())
+      throw tool::CommandError(tool::ExitStatus::usage, "a command is missing (see fldtool --help)");
+    return static_cast<int>(tool::ExitStatus::ok);
+  } catch (const CLI::Success& success) {
+    return app.exit(success);  // prints the help or the version
+  } catch (const CLI::ParseError& error) {
+    return report(tool::ExitStatus::usage, std::string(error.what()) + " (see fldtool --help)");
+  } catch (const tool::CommandError& error) {
+    return report(error.status(), error.what());
+  }
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  open_standard_streams();
+  try {
+    return run(argc, argv);
+  } catch (const std::exception& error) {
+    return report(tool::ExitStatus::failure, error.what());
+  }
+}

@@ -1,0 +1,286 @@
+#include "tool/summary.h"
+
+#include <algorithm>
+#include <array>
+#include <cctype>
+#include <charconv>
+#include <filesystem>
+#include <functional>
+#include <map>
+#include <string_view>
+
+#include "host/diagnostic_text.h"
+#include "host/error.h"
+#include "host/text_encoding.h"
+
+namespace tool {
+namespace {
+
+// The cycle number in a file name: the digits between the last "_" and the four characters of the extension.
+std::optional<long long> cycle_of(const std::string& path) {
+  const std::string name = std::filesystem::path(path).filename().string();
+  const std::size_t underscore = name.rfind('_');
+  if (underscore == std::string::npos || name.size() < underscore + 6) return std::nullopt;
+  const std::string_view digits = std::string_view(name).substr(underscore + 1, name.size() - underscore - 5);
+  const auto is_digit = [](unsigned char c) { return std::isdigit(c) != 0; };
+  if (!std::all_of(digits.begin(), digits.end(), is_digit)) return std::nullopt;
+  long long cycle = 0;
+  const auto parsed = std::from_chars(digits.data(), digits.data() + digits.size(), cycle);
+  return parsed.ec == std::errc() ? std::optional(cycle) : std::nullopt;
+}
+
+std::vector<StepSummary> summarize_steps(const host::Session& session) {
+  std::vector<StepSummary> steps;
+  for (int step = 0; step < session.step_count(); ++step) {
+    const auto index = static_cast<std::size_t>(step);
+    StepSummary summary{step, session.variable_times().times[index], session.geometry_step_of(step), {}, {}};
+    if (index < session.traced_files().size()) {
+      const std::string& path = session.traced_files()[index];
+      summary.file = std::filesystem::path(path).filename().string();
+      summary.cycle = cycle_of(path);
+    }
+    steps.push_back(std::move(summary));
+  }
+  return steps;
+}
+
+std::vector<host::PartGroup> readable_groups(host::Session& session) {
+  std::vector<host::PartGroup> groups = session.metadata().groups;
+  for (host::PartGroup& group : groups) {
+    group.name = host::to_utf8(group.name);
+    for (std::string& part : group.parts) part = host::to_utf8(part);
+  }
+  return groups;
+}
+
+std::vector<PartSummary> summarize_parts(const host::Session& session,
+                                         const std::vector<host::PartGroup>& groups) {
+  std::map<std::string, std::string> group_of;
+  for (const host::PartGroup& group : groups) {
+    for (const std::string& part : group.parts) group_of[part] = group.name;
+  }
+  std::vector<PartSummary> parts;
+  for (const host::Part& part : session.parts()) {
+    std::string name = host::to_utf8(part.name);
+    // Groups hold surfaces only.
+    const auto group = part.kind == host::PartKind::surface ? group_of.find(name) : group_of.end();
+    parts.push_back({part, std::move(name), group == group_of.end() ? "" : group->second});
+  }
+  return parts;
+}
+
+class Summarizer {
+ public:
+  Summarizer(host::Session& session, DatasetSummary& summary) : session_(session), summary_(summary) {}
+
+  StepContents contents() {
+    StepContents contents;
+    contents.step = session_.step();
+    for (const host::Part& part : session_.parts()) contents.boxes.push_back(box(part));
+    for (const host::Variable& variable : session_.variables()) contents.variables.push_back(range(variable));
+    return contents;
+  }
+
+  std::vector<StepContents> all_steps() {
+    std::vector<StepContents> steps;
+    for (int step = 0; step < session_.step_count(); ++step) {
+      if (select(step)) steps.push_back(contents());
+    }
+    return steps;
+  }
+
+  // Compares the coordinates at the given geometry steps with those at the first one.
+  MotionSummary motion(const std::vector<int>& geometry_steps) {
+    MotionSummary motion;
+    std::vector<Fingerprint> first;
+    std::vector<bool> moves;
+    for (const int geometry_step : geometry_steps) {
+      if (!select(first_step_with(geometry_step))) continue;
+      motion.compared_steps.push_back(geometry_step);
+      const std::vector<Fingerprint> now = fingerprints();
+      if (first.empty()) {
+        first = now;
+        moves.assign(first.size(), false);
+      }
+      for (std::size_t i = 0; i < std::min(first.size(), now.size()); ++i)
+        moves[i] = moves[i] || first[i] != now[i];
+    }
+    for (std::size_t i = 0; i < moves.size(); ++i) {
+      if (moves[i]) motion.moving_parts.push_back(static_cast<int>(i) + 1);
+    }
+    return motion;
+  }
+
+ private:
+  // The coordinates of a part, boiled down: equal ones have equal fingerprints.
+  using Fingerprint = std::array<std::size_t, 3>;
+
+  bool select(int step) {
+    try {
+      session_.select_step(step);
+      return true;
+    } catch (const host::Error& error) {
+      note("step " + std::to_string(step) + ": " + host::to_utf8(error.reason()));
+      return false;
+    }
+  }
+
+  int first_step_with(int geometry_step) const {
+    int step = 0;
+    while (step + 1 < session_.step_count() && session_.geometry_step_of(step) != geometry_step) ++step;
+    return step;
+  }
+
+  std::vector<Fingerprint> fingerprints() {
+    std::vector<Fingerprint> found;
+    for (const host::Part& part : session_.parts()) {
+      const host::Coordinates coordinates = session_.coordinates(part.number);
+      Fingerprint fingerprint{};
+      for (std::size_t axis = 0; axis < 3; ++axis) {
+        const std::span<const float> values = coordinates.axes[axis].values();
+        const std::string_view bytes(reinterpret_cast<const char*>(values.data()), values.size_bytes());
+        fingerprint[axis] = std::hash<std::string_view>()(bytes);
+      }
+      found.push_back(fingerprint);
+    }
+    return found;
+  }
+
+  std::optional<host::BoundingBox> box(const host::Part& part) {
+    try {
+      return host::bounding_box(session_.coordinates(part.number));
+    } catch (const host::Error& error) {
+      note("part " + std::to_string(part.number) + ": " + host::to_utf8(error.reason()));
+      return std::nullopt;
+    }
+  }
+
+  VariableSummary range(const host::Variable& variable) {
+    VariableSummary summary;
+    summary.variable = variable;
+    summary.name = host::to_utf8(variable.name);
+    summary.label = host::to_utf8(variable.label);
+    summary.components.resize(static_cast<std::size_t>(variable.components()));
+    summary.availability = host::Availability::not_in_this_step;
+    try {
+      add_ranges(summary);
+    } catch (const host::Error& error) {
+      summary.availability = host::Availability::failed;
+      summary.reason = error.reason();
+    }
+    if (summary.availability != host::Availability::given) summary.components.clear();
+    summary.reason = host::to_utf8(summary.reason);
+    if (summary.availability == host::Availability::failed) {
+      note("variable " + summary.name + " at step " + std::to_string(session_.step()) + ": " +
+           summary.reason);
+    }
+    return summary;
+  }
+
+  // Adds up the whole meshes of the region sets that have the variable.
+  void add_ranges(VariableSummary& summary) {
+    for (const host::Part& part : session_.parts()) {
+      if (part.kind != host::PartKind::whole) continue;
+      for (std::size_t component = 0; component < summary.components.size(); ++component) {
+        const host::PartValues values =
+            session_.values(summary.variable.number, part.number, static_cast<int>(component));
+        if (values.availability == host::Availability::given) {
+          summary.availability = host::Availability::given;
+          summary.components[component].add(values.values());
+        } else if (values.availability != host::Availability::not_in_this_step) {
+          summary.availability = values.availability;
+          summary.reason = values.reason;
+          return;
+        }
+      }
+    }
+  }
+
+  void note(const std::string& problem) {
+    std::vector<std::string>& problems = summary_.problems;
+    if (std::find(problems.begin(), problems.end(), problem) == problems.end()) problems.push_back(problem);
+  }
+
+  host::Session& session_;
+  DatasetSummary& summary_;
+};
+
+// The geometry steps to look for motion in: all of them, or the first and the last; none when there is only
+// one.
+std::vector<int> steps_to_compare(int geometry_steps, bool all_steps) {
+  if (geometry_steps < 2) return {};
+  if (!all_steps) return {0, geometry_steps - 1};
+  std::vector<int> steps(static_cast<std::size_t>(geometry_steps));
+  for (int step = 0; step < geometry_steps; ++step) steps[static_cast<std::size_t>(step)] = step;
+  return steps;
+}
+
+}  // namespace
+
+DatasetSummary summarize(host::Session& session, const std::string& library, bool all_steps) {
+  DatasetSummary summary;
+  Summarizer summarizer(session, summary);
+  summary.file = session.path().string();
+  summary.reader = session.reader();
+  summary.library = library;
+  summary.options = session.toggles();
+  summary.steps = summarize_steps(session);
+  summary.time_sets = session.time_sets();
+  summary.geometry_set = session.geometry_times().number;
+  summary.variable_set = session.variable_times().number;
+  summary.changing_geometry = session.changing_geometry();
+  summary.region_sets = session.region_set_count();
+  summary.groups = readable_groups(session);
+  summary.parts = summarize_parts(session, summary.groups);
+  summary.shown = summarizer.contents();
+  if (all_steps) summary.all_steps = summarizer.all_steps();
+  const auto geometry_steps = static_cast<int>(session.geometry_times().times.size());
+  summary.motion = summarizer.motion(steps_to_compare(geometry_steps, all_steps));
+  for (const std::string& warning : host::warnings(session.diagnostics())) {
+    summary.warnings.push_back(host::to_utf8(warning));
+  }
+  return summary;
+}
+
+std::string kind_word(host::PartKind kind) {
+  if (kind == host::PartKind::surface) return "surface";
+  return kind == host::PartKind::volume ? "volume" : "whole";
+}
+
+std::string kind_word(host::VariableKind kind) {
+  if (kind == host::VariableKind::scalar) return "scalar";
+  return kind == host::VariableKind::vector ? "vector" : "other";
+}
+
+std::string location_word(host::Location location) {
+  if (location == host::Location::node) return "node";
+  return location == host::Location::element ? "element" : "other";
+}
+
+std::string availability_word(host::Availability availability) {
+  switch (availability) {
+    case host::Availability::given:
+      return "given";
+    case host::Availability::not_in_this_step:
+      return "not in this step";
+    case host::Availability::not_offered:
+      return "not offered";
+    case host::Availability::failed:
+      break;
+  }
+  return "failed";
+}
+
+std::string changing_geometry_words(host::ChangingGeometry status) {
+  switch (status) {
+    case host::ChangingGeometry::fixed:
+      return "the geometry does not change";
+    case host::ChangingGeometry::coordinates:
+      return "coordinates change, connectivity does not";
+    case host::ChangingGeometry::connectivity:
+      break;
+  }
+  return "coordinates and connectivity change";
+}
+
+}  // namespace tool

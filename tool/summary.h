@@ -1,0 +1,89 @@
+// What `fldtool info` knows about a dataset, taken out of a session.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "host/bounding_box.h"
+#include "host/session.h"
+#include "host/value_statistics.h"
+
+namespace tool {
+
+// One step of the variables' time set.
+struct StepSummary {
+  int step = 0;
+  float time = 0;
+  int geometry_step = 0;
+  // From the reader's trace of the files it indexed; empty when it did not index this step's file.
+  std::optional<std::string> file;
+  std::optional<long long> cycle;  // the digits at the end of the file's name
+};
+
+struct PartSummary {
+  host::Part part;
+  std::string name;   // UTF-8
+  std::string group;  // empty: none
+};
+
+// A variable at one step, over the whole mesh of every region set.
+struct VariableSummary {
+  host::Variable variable;
+  std::string name;   // UTF-8
+  std::string label;  // UTF-8
+  host::Availability availability = host::Availability::given;
+  std::string reason;                             // why it could not be read
+  std::vector<host::ValueStatistics> components;  // empty unless availability is `given`
+};
+
+// What may differ from step to step.
+struct StepContents {
+  int step = 0;
+  std::vector<std::optional<host::BoundingBox>> boxes;  // per part
+  std::vector<VariableSummary> variables;
+};
+
+// Which parts move, found by comparing the parts' coordinates.
+struct MotionSummary {
+  std::vector<int> compared_steps;  // geometry steps; empty when there is only one
+  std::vector<int> moving_parts;
+};
+
+struct DatasetSummary {
+  std::string file;
+  host::ReaderIdentity reader;
+  std::string library;
+  std::vector<host::Toggle> options;
+  std::vector<StepSummary> steps;
+  std::vector<host::TimeSet> time_sets;
+  int geometry_set = 0;
+  int variable_set = 0;
+  host::ChangingGeometry changing_geometry = host::ChangingGeometry::fixed;
+  int region_sets = 0;
+  std::vector<host::PartGroup> groups;  // names in UTF-8
+  std::vector<PartSummary> parts;       // at the step shown
+  StepContents shown;
+  std::vector<StepContents> all_steps;  // empty unless asked for
+  MotionSummary motion;
+  std::vector<std::string> problems;  // what could not be read
+  std::vector<std::string> warnings;  // what the reader found doubtful
+};
+
+// Goes through the session's dataset, beginning with the selected step, which is shown. With `all_steps` the
+// contents of every step are taken, and all geometry steps are compared to find what moves; without, the
+// first and the last one.
+DatasetSummary summarize(host::Session& session, const std::string& library, bool all_steps);
+
+// The summary as text for a person, and as JSON for programs (command_info.cpp documents its fields).
+std::string summary_text(const DatasetSummary& summary);
+std::string summary_json(const DatasetSummary& summary);
+
+// Words for enumerations, the same in both forms.
+std::string kind_word(host::PartKind kind);
+std::string kind_word(host::VariableKind kind);
+std::string location_word(host::Location location);
+std::string availability_word(host::Availability availability);
+std::string changing_geometry_words(host::ChangingGeometry status);
+
+}  // namespace tool
