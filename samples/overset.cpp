@@ -17,10 +17,10 @@ using testkit::Vec3;
 
 constexpr double kSpeed = 10.0;   // m/s
 constexpr double kDensity = 1.2;  // kg/m3
-// No node of the background is so near to these two circles that rounding could tell on which side it is.
-constexpr double kBlanked = 0.38;  // radius inside which the background has no values, m
-constexpr double kReceives =
-    0.46;  // radius inside which the background's remaining nodes get theirs from the ring, m
+// Radii in m inside which the background has no values, and inside which its remaining nodes get theirs from
+// the ring. No node is so near to these circles that rounding could tell on which side it is.
+constexpr double kBlanked = 0.38;
+constexpr double kReceives = 0.46;
 constexpr double kDepth = 0.15;  // along z, m
 constexpr CellIndex kBoxCells{60, 40, 3};
 constexpr CellIndex kRingCells{14, 72, 3};

@@ -182,7 +182,7 @@ TEST_F(MotionSection, ReadAgainReplacesWhatWasRead) {
 // Blocks of translation(): 0 name length, 1 base cycle, 2 regions, 3 names, 4 the name, 5 actions, 6 the
 // kind, 7 data items, 8 the displacement.
 TEST_F(MotionSection, WrongCountsAreErrors) {
-  for (const size_t block : {0, 2, 3, 5}) {
+  for (const size_t block : {0U, 2U, 3U, 5U}) {
     Section section = translation();
     section.blocks[block] = Block::integer(-1);
     EXPECT_EQ(error_of(section).substr(0, 17), "NEGATIVE COUNT -1") << block;
@@ -192,7 +192,7 @@ TEST_F(MotionSection, WrongCountsAreErrors) {
 }
 
 TEST_F(MotionSection, MoreOrFewerBlocksThanCountedAreErrors) {
-  for (const size_t block : {2, 3, 5}) {
+  for (const size_t block : {2U, 3U, 5U}) {
     for (const int count : {0, 2}) {
       Section section = translation();
       section.blocks[block] = Block::integer(count);

@@ -73,7 +73,7 @@ TEST_F(Nodes, MayBeNone) {
 }
 
 TEST_F(Nodes, AnAxisOfAnotherWidthIsAnInvalidType) {
-  for (const size_t block : {1, 2, 3}) {
+  for (const size_t block : {1U, 2U, 3U}) {
     Section section = testkit::nodes_section(two_nodes());
     section.blocks[block].rule = testkit::Rule{2, 2, 1};
     EXPECT_EQ(error_of(section), "THIS FLD FILE HAS AN INVALID DATA TYPE.") << block;

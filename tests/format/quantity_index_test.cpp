@@ -109,7 +109,7 @@ TEST_F(ScalarIndex, ALabelMayFillItsField) {
 }
 
 TEST_F(ScalarIndex, ALongerLabelIsReadToItsEndAndCut) {
-  for (const size_t length : {33, 38, 39, 80, 5000}) {
+  for (const size_t length : {33U, 38U, 39U, 80U, 5000U}) {
     Section section = scalar();
     section.blocks[0] = Block::characters(std::string(length, 'x'));
     EXPECT_EQ(index(section).m_label, std::string(32, 'x'));
@@ -250,7 +250,7 @@ TEST_F(VectorIndex, AnyOtherDimensionIsTakenForTwo) {
 
 TEST_F(VectorIndex, ComponentsMayBeSpreadOverRecords) {
   Section section = vector();
-  for (const size_t block : {3, 4, 5}) section.blocks[block] = section.blocks[block].cut(1);
+  for (const size_t block : {3U, 4U, 5U}) section.blocks[block] = section.blocks[block].cut(1);
   index(section, 3);
 }
 

@@ -156,7 +156,7 @@ TEST_F(Vector, WrongCountsAreErrors) {
 }
 
 TEST_F(Vector, AShortComponentFreesTheOthers) {
-  for (const size_t block : {3, 4, 5}) {
+  for (const size_t block : {3U, 4U, 5U}) {
     Section section = vector();
     section.blocks[block] = Block::reals({1.0});
     EXPECT_EQ(vector_error(section), "TOO FEW DATA RECORDS IN A DATA BLOCK.") << block;

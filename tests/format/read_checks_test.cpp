@@ -35,7 +35,7 @@ TEST(ReadElements, OfNothingAtTheEndIsNoError) {
 
 TEST(ReadElements, BeyondTheLastByteIsAnUnexpectedEnd) {
   std::array<int, 100> values = {};
-  for (const size_t width : {1, 2, 3, 4, 8}) {
+  for (const size_t width : {1U, 2U, 3U, 4U, 8U}) {
     const Input input("abc");
     EXPECT_EQ(thrown_message([&] { fld::read_elements(input.stream(), values.data(), width, 4); }),
               "UNEXPECTED END OF FILE AT BYTE 3.");

@@ -112,7 +112,7 @@ TEST_P(SurfaceGeometry, ARegionWithoutFacesHasNoArrays) {
 
 TEST_P(SurfaceGeometry, ArraysMayBeSpreadOverRecords) {
   Section section = section_of(wall_and_inlet());
-  for (const size_t block : {4, 5, 7}) section.blocks[block] = section.blocks[block].cut(2);
+  for (const size_t block : {4U, 5U, 7U}) section.blocks[block] = section.blocks[block].cut(2);
   const Surfaces list = read(section);
   EXPECT_EQ(types_of(*list[0]), (Ints{133, 134, 122}));
   EXPECT_EQ(links_of(*list[0]), (Ints{10, -1, 12}));

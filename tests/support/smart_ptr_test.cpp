@@ -41,7 +41,10 @@ TEST(SmartPtr, DestructorsReleaseLikewise) {
   int destroyed = 0;
   {
     const smart_ptr<Probe> first(new Probe(destroyed));
-    { const smart_ptr<Probe> second(first); }
+    {
+      smart_ptr<Probe> second;
+      second = first;
+    }
     EXPECT_EQ(destroyed, 0);
   }
   EXPECT_EQ(destroyed, 1);
@@ -70,7 +73,8 @@ TEST(SmartPtr, HoldsNothingAtFirst) {
 
 TEST(SmartPtr, ANullObjectIsNothing) {
   const smart_ptr<Probe> null(static_cast<Probe*>(nullptr));
-  const smart_ptr<Probe> copy(null);
+  smart_ptr<Probe> copy;
+  copy = null;
   EXPECT_FALSE(null);
   EXPECT_FALSE(copy);
 }
