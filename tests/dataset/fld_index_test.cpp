@@ -53,7 +53,7 @@ class SeekSeries : public testing::Test {
 };
 
 TEST_F(SeekSeries, FullIndexReadsEveryFile) {
-  search();
+  ASSERT_NO_FATAL_FAILURE(search());
   const auto [status, messages] = seek(true);
   EXPECT_EQ(status, 0);
   EXPECT_EQ(messages, test::trace(paths_[0]) + test::trace(paths_[1]) + test::trace(paths_[2]));
@@ -69,7 +69,7 @@ TEST_F(SeekSeries, FullIndexReadsEveryFile) {
 }
 
 TEST_F(SeekSeries, SimplifiedIndexReadsTheFirstFileOnly) {
-  search();
+  ASSERT_NO_FATAL_FAILURE(search());
   const auto [status, messages] = seek(false);
   EXPECT_EQ(status, 0);
   EXPECT_EQ(messages, test::trace(paths_[0]));
@@ -84,7 +84,7 @@ TEST_F(SeekSeries, SimplifiedIndexReadsTheFirstFileOnly) {
 }
 
 TEST_F(SeekSeries, SimplifiedIndexDoesNotOpenTheLaterFiles) {
-  search();
+  ASSERT_NO_FATAL_FAILURE(search());
   std::filesystem::remove(paths_[1]);
   testkit::write_bytes(paths_[2], "something else");
   EXPECT_EQ(seek(false).status, 0);
@@ -94,7 +94,7 @@ TEST_F(SeekSeries, SimplifiedIndexKeepsEverythingElseOfTheLaterFiles) {
   files_[1].region_sets[0].remove("LS_Nodes");
   files_[1].region_sets[0].add(testkit::motion_section({.base_cycle = 10, .regions = {}}));
   files_[2].region_sets[0].add(scalar("@BNODE"));
-  search();
+  ASSERT_NO_FATAL_FAILURE(search());
   EXPECT_EQ(seek(false).status, 0);
   const FLDFile& second = fld_.m_fld[1];
   EXPECT_EQ(second.m_path, paths_[1]);
@@ -113,7 +113,7 @@ TEST_F(SeekSeries, SimplifiedIndexCopiesRegionSetByRegionSet) {
     set.add(testkit::mesh_sections(testkit::one_tetrahedron()));
     set.add(scalar("Q"));
   }
-  search();
+  ASSERT_NO_FATAL_FAILURE(search());
   EXPECT_EQ(seek(false).status, 0);
   for (const FLDFile& file : fld_.m_fld) {
     ASSERT_EQ(file.m_overlap.size(), 2U);
@@ -127,14 +127,14 @@ TEST_F(SeekSeries, SimplifiedIndexCopiesRegionSetByRegionSet) {
 }
 
 TEST_F(SeekSeries, MotionInAnyFileIsSeen) {
-  search();
+  ASSERT_NO_FATAL_FAILURE(search());
   fld_.m_anyALE = true;
   EXPECT_EQ(seek(true).status, 0);
   EXPECT_FALSE(fld_.m_anyALE);
   files_[2].region_sets[0].add(testkit::motion_section({.base_cycle = 10, .regions = {}}));
   for (const bool full : {true, false}) {
     fld_ = FLD();
-    search();
+    ASSERT_NO_FATAL_FAILURE(search());
     EXPECT_EQ(seek(full).status, 0);
     EXPECT_TRUE(fld_.m_anyALE) << full;
   }
@@ -145,7 +145,7 @@ TEST_F(SeekSeries, CatalogueHasTheQuantitiesOfAllFiles) {
   files_[1].region_sets[0].add(scalar("B"));
   files_[2].region_sets[0].add(scalar("C"));
   files_[2].region_sets[0].add(scalar("A", "of file 3"));
-  search();
+  ASSERT_NO_FATAL_FAILURE(search());
   EXPECT_EQ(seek(true).status, 0);
   EXPECT_EQ(fld_.m_field.scalar_names(), (std::vector<std::string>{"P", "A", "B", "C"}));
   EXPECT_EQ(fld_.m_field.scalar_labels(), (std::vector<std::string>{"", "of file 1", "", ""}));
@@ -154,13 +154,13 @@ TEST_F(SeekSeries, CatalogueHasTheQuantitiesOfAllFiles) {
 
 TEST_F(SeekSeries, CatalogueOfTheSimplifiedIndexIsThatOfTheFirstFile) {
   files_[1].region_sets[0].add(scalar("B"));
-  search();
+  ASSERT_NO_FATAL_FAILURE(search());
   EXPECT_EQ(seek(false).status, 0);
   EXPECT_EQ(fld_.m_field.scalar_names(), std::vector<std::string>{"P"});
 }
 
 TEST_F(SeekSeries, StopsAtAFileThatCannotBeOpened) {
-  search();
+  ASSERT_NO_FATAL_FAILURE(search());
   std::filesystem::remove(paths_[1]);
   const auto [status, messages] = seek(true);
   EXPECT_EQ(status, -1);
@@ -169,7 +169,7 @@ TEST_F(SeekSeries, StopsAtAFileThatCannotBeOpened) {
 }
 
 TEST_F(SeekSeries, EveryFailureIsMinus1) {
-  search();
+  ASSERT_NO_FATAL_FAILURE(search());
   testkit::write_bytes(paths_[0], "something else");
   for (const bool full : {true, false}) {
     const auto [status, messages] = seek(full);
@@ -207,7 +207,7 @@ TEST_F(SeekSeriesDeathTest, EmptyListOfFilesIsAnAssertion) {
 
 TEST_F(SeekSeriesDeathTest, SimplifiedIndexNeedsEquallyManyRegionSets) {
   files_[2].add_region_set();
-  search();
+  ASSERT_NO_FATAL_FAILURE(search());
   EXPECT_ASSERTION(fld_.seekFLD(false), "fld", kSeek, "it_s->m_overlap.size() == it_d->m_overlap.size()");
   EXPECT_EQ(seek(true).status, 0);
 }

@@ -1,6 +1,7 @@
 // A made-up reader library for the tests of the host; fake_reader.h tells what it serves.
 #include "tests/host/fake_reader.h"
 
+#include <algorithm>
 #include <array>
 #include <csignal>
 #include <cstdio>
@@ -40,10 +41,18 @@ struct State {
   std::array<Cached, 2> cached;
 } state;
 
+// std::to_string would keep the library loaded after dlclose: its table of digits is a symbol unique to the
+// process.
+void log_number(int number) {
+  std::array<char, 16> text = {};
+  std::snprintf(text.data(), text.size(), " %d", number);
+  state.log += text.data();
+}
+
 template <typename... Numbers>
 void log_call(const char* name, Numbers... numbers) {
   state.log += name;
-  ((state.log += ' ', state.log += std::to_string(numbers)), ...);
+  (log_number(numbers), ...);
   state.log += '\n';
 }
 #define LOG(...) log_call(__func__ __VA_OPT__(, ) __VA_ARGS__)
@@ -65,6 +74,11 @@ struct Place {
 };
 Place place_of(int part) {
   return {(part - 1) / region_sets(), (part - 1) % region_sets()};
+}
+
+const char* name_of(Place place) {
+  if (place.kind == 0) return "WALL";
+  return place.kind == 1 ? "FLUID" : "ALL_ELEMENTS";
 }
 
 // Set 0 is a hexahedron whose bottom is the surface, set 1 a pyramid whose bottom and front are the surface.
@@ -91,7 +105,7 @@ EXPORT int fake_reader_reads() {
 
 int USERD_get_name_of_reader(char* name, int* two_fields) {
   LOG();
-  std::memcpy(name, "A reader of 20 bytes", 20);  // no room for a terminator
+  std::copy_n("A reader of 20 bytes", 20, name);  // no room for a terminator
   *two_fields = 0;
   return 1;
 }
@@ -117,7 +131,7 @@ int USERD_get_reader_descrip(char* description) {
 
 char* USERD_set_filename_button_labels(char* label1, char* /*label2*/) {
   LOG();
-  return std::strcpy(label1, "Set file");
+  return std::strncpy(label1, "Set file", 80);
 }
 
 void USERD_set_server_number(int server, int total) {
@@ -267,10 +281,9 @@ int USERD_get_gold_part_build_info(int* ids, int* types, char** descriptions, in
   LOG();
   for (int i = 0; i < 3 * region_sets(); ++i) {
     const Place place = place_of(i + 1);
-    const char* const names[] = {"WALL", "FLUID", "ALL_ELEMENTS"};
     ids[i] = i + 1;
     types[i] = 0;
-    std::strncpy(descriptions[i], names[place.kind], 80);
+    std::strncpy(descriptions[i], name_of(place), 80);
     node_counts[i] = is_file(fake::kNegativeCount) && i == 0 ? -1 : node_count(place);
     std::memset(element_counts[i], 0, 34 * sizeof(int));
     if (place.kind == 0) {

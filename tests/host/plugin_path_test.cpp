@@ -10,12 +10,12 @@ namespace {
 // Sets the environment variable that names the plug-in for one test and puts it back.
 class PluginPath : public testing::Test {
  protected:
-  PluginPath() {
+  void SetUp() override {
     const char* value = std::getenv(host::kPluginVariable);
     if (value != nullptr) before_ = value;
     unsetenv(host::kPluginVariable);
   }
-  ~PluginPath() override {
+  void TearDown() override {
     if (before_) {
       setenv(host::kPluginVariable, before_->c_str(), 1);
     } else {

@@ -13,8 +13,8 @@ using Calls = std::vector<std::string>;
 
 class SessionOrder : public testing::Test {
  protected:
-  SessionOrder() { testing::internal::CaptureStderr(); }
-  ~SessionOrder() override { testing::internal::GetCapturedStderr(); }
+  void SetUp() override { testing::internal::CaptureStderr(); }
+  void TearDown() override { testing::internal::GetCapturedStderr(); }
 
   fake::Reader reader;
 };

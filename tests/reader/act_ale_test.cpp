@@ -243,7 +243,6 @@ TEST_F(ActAle, VolumeWhoseNameBeginsTheRegionsNameIsMeant) {
 }
 
 TEST_F(ActAle, RegionWhoseNameBeginsTheVolumesNameIsNotMeant) {
-  geometry_->geos[0].volumes.erase(geometry_->geos[0].volumes.begin(), geometry_->geos[0].volumes.end());
   testkit::Mesh mesh = numbered_mesh(4);
   add_volume(mesh, "BLADE_1", {0});
   geometry_ = geometry_of({mesh});

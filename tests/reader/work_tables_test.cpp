@@ -238,14 +238,13 @@ TEST_F(WorkTablesDeathTest, ExhaustedMemoryForOffsetsThrowsAndTheTablesAreKept) 
 
 TEST_F(WorkTablesDeathTest, StepWhoseMeshDoesNotFitTheMemoryHasAnEmptyRegionSet) {
   write_and_open(testkit::file_of(numbered_mesh(4)));
+  const PartInfo empty = {1, 0, "ALL_ELEMENTS", 0, {}};
   EXPECT_EXIT(
       {
         limit_memory(512);
         fld::g_fldgeo->geos[0].nodes->nnode = 2000000000;
         fld::fit_work_tables(*fld::g_fldgeo, 0);
-        const bool is_right =
-            host.part(1) == PartInfo{1, 0, "ALL_ELEMENTS", 0, {}} && fld::g_fldgeo->loadedStep[0] == -1;
-        std::exit(is_right ? 0 : 1);
+        std::exit(host.part(1) == empty && fld::g_fldgeo->loadedStep[0] == -1 ? 0 : 1);
       },
       testing::ExitedWithCode(0), "^error : failed to allocate memory for geometry.\n$");
 }

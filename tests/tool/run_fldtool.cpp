@@ -45,6 +45,7 @@ Result run_fldtool(const std::vector<std::string>& arguments, const std::string&
   std::vector<std::string> words = {"fldtool"};
   words.insert(words.end(), arguments.begin(), arguments.end());
   std::vector<char*> pointers;
+  pointers.reserve(words.size() + 1);
   for (std::string& word : words) pointers.push_back(word.data());
   pointers.push_back(nullptr);
 

@@ -27,10 +27,11 @@ class UnreadableFiles : public testing::Test {
 
   // Every command that opens a dataset fails alike.
   static void expect_reason(const std::string& path, const std::string& reason) {
+    const std::string line = "fldtool: " + path + ": " + reason;
     for (const Result& result :
          {run_fldtool({"info", path}), run_fldtool({"values", path, "-p", "1", "--variable", "1"})}) {
       EXPECT_EQ(result.status, 3);
-      EXPECT_EQ(result.errors, "fldtool: " + path + ": " + reason + "\n");
+      EXPECT_EQ(result.errors, line + "\n");
       EXPECT_EQ(result.output, "");
     }
   }
