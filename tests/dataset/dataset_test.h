@@ -125,8 +125,8 @@ inline std::vector<int> list(const int* values, long n) {
   return {values, values + n};
 }
 inline std::vector<double> list(const VFPA& values, int n) {
-  std::vector<double> result;
-  for (int i = 0; i < n; ++i) result.push_back(vfpa2double(values, i));
+  std::vector<double> result(static_cast<size_t>(n));
+  for (int i = 0; i < n; ++i) result[static_cast<size_t>(i)] = vfpa2double(values, i);
   return result;
 }
 inline int* tracked(const std::vector<int>& values) {

@@ -18,10 +18,11 @@ testkit::Section scalar(const char* name, const char* label = "") {
 class SeekSeries : public testing::Test {
  protected:
   SeekSeries() {
+    std::string comments(80, 'c');
     for (int i = 0; i < 3; ++i) {
       testkit::File& file = files_[i] = test::plain_file(10 * (i + 1), 0.5 * i);
-      file.header.set(testkit::header_item(
-          "Comments", {testkit::Block::characters("", static_cast<size_t>(80 + 8 * i))}));
+      file.header.set(testkit::header_item("Comments", {testkit::Block::characters(comments)}));
+      comments += "and more";
       file.region_sets[0].add(scalar("P"));
       file.region_sets[0].add(
           testkit::vector_section({.name = "V", .label = "", .x = {1.0}, .y = {1.0}, .z = {1.0}}));

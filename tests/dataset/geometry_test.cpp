@@ -6,12 +6,12 @@
 namespace fld {
 namespace {
 
-// Region sets with 2, 0 and 3 surfaces, with 1, 2 and 0 volumes, and with 1, 4 and 0 materials.
+// Region sets with 3, 0 and 2 surfaces, with 2, 1 and 0 volumes, and with 1, 4 and 0 materials.
 Geometry three_region_sets() {
   Geometry geometry;
   geometry.geos.resize(3);
-  const size_t surfaces[] = {2, 0, 3};
-  const size_t volumes[] = {1, 2, 0};
+  const size_t surfaces[] = {3, 0, 2};
+  const size_t volumes[] = {2, 1, 0};
   const size_t materials[] = {1, 4, 0};
   for (size_t g = 0; g < 3; ++g) {
     FLDGEO& geo = geometry.geos[g];
@@ -34,7 +34,7 @@ TEST(Geometry, CountsOverAllRegionSets) {
 
 TEST(Geometry, FindsASurfaceAndItsRegionSet) {
   const Geometry geometry = three_region_sets();
-  const struct { size_t region_set, position; } expected[] = {{0, 0}, {0, 1}, {2, 0}, {2, 1}, {2, 2}};
+  const struct { size_t region_set, position; } expected[] = {{0, 0}, {0, 1}, {0, 2}, {2, 0}, {2, 1}};
   for (unsigned long i = 0; i < 5; ++i) {
     int geo_index = -1;
     const auto surface = geometry.getSurfaceGeometry(i, geo_index);
@@ -45,7 +45,7 @@ TEST(Geometry, FindsASurfaceAndItsRegionSet) {
 
 TEST(Geometry, FindsAVolumeAndItsRegionSet) {
   const Geometry geometry = three_region_sets();
-  const struct { size_t region_set, position; } expected[] = {{0, 0}, {1, 0}, {1, 1}};
+  const struct { size_t region_set, position; } expected[] = {{0, 0}, {0, 1}, {1, 0}};
   for (unsigned long i = 0; i < 3; ++i) {
     int geo_index = -1;
     const auto volume = geometry.getVolumeGeometry(i, geo_index);

@@ -51,6 +51,12 @@ long peak_memory() {
 
 class MemoryDeathTest : public testing::Test {
  protected:
+  void SetUp() override {
+#ifdef __SANITIZE_ADDRESS__
+    GTEST_SKIP() << "AddressSanitizer takes its address space at once";
+#endif
+  }
+
   // A file with the nodes of a tetrahedron, the sections, and then `filling` bytes that no section names.
   std::string write(const std::vector<Section>& sections, size_t filling = 0) {
     testkit::File file;
@@ -147,9 +153,6 @@ TEST_F(MemoryDeathTest, AsManyRegionsAsTheFileCouldHoldTakeWhatRegionsTake) {
 }
 
 TEST_F(MemoryDeathTest, ExhaustedMemoryIsMinus5) {
-#ifdef __SANITIZE_ADDRESS__
-  GTEST_SKIP() << "AddressSanitizer needs its address space";
-#endif
   testkit::Nodes nodes;
   nodes.x = nodes.y = nodes.z = testkit::Reals::hole(1 << 26);  // 256 MiB each
   EXPECT_EXIT(read_with_little_memory(write({testkit::nodes_section(nodes)})), testing::ExitedWithCode(5),

@@ -53,7 +53,7 @@ Array array(const std::string& bytes, int n) {
 std::string array_error(const std::string& bytes, int n) {
   const Input input(bytes);
   VFPA vfpa;
-  const std::string message = thrown_message([&] { fld::FLDV4_I_FPRECaloc_array(input.stream(), n, &vfpa); });
+  std::string message = thrown_message([&] { fld::FLDV4_I_FPRECaloc_array(input.stream(), n, &vfpa); });
   fld::cv_mfree(vfpa.data);
   return message;
 }

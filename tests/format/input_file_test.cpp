@@ -49,7 +49,7 @@ TEST_P(InputFiles, LargerThanAnyBufferAreReadWhole) {
   std::string read(bytes.size(), '?');
   EXPECT_EQ(fread(read.data(), 1, read.size(), file.stream()), bytes.size());
   EXPECT_TRUE(read == bytes);
-  fseek(file.stream(), 251 * 7, SEEK_SET);
+  fseek(file.stream(), 251L * 7, SEEK_SET);
   EXPECT_EQ(fgetc(file.stream()), 0);
 }
 

@@ -61,7 +61,7 @@ std::string long_error(const std::string& bytes, long n) {
 
 std::string new_array_error(const std::string& bytes, long n) {
   const Input input(bytes);
-  const std::string message = thrown_message([&] { fld::read_int_array(input.stream(), n, 1100440); });
+  std::string message = thrown_message([&] { fld::read_int_array(input.stream(), n, 1100440); });
   EXPECT_EQ(fld::memory, nullptr) << "the array was kept";
   return message;
 }

@@ -64,8 +64,8 @@ std::string vector_error(const Section& section) {
 }
 
 std::vector<double> values_of(const fld::VFPA& array, int n) {
-  std::vector<double> values;
-  for (int i = 0; i < n; ++i) values.push_back(fld::vfpa2double(array, i));
+  std::vector<double> values(static_cast<size_t>(n));
+  for (int i = 0; i < n; ++i) values[static_cast<size_t>(i)] = fld::vfpa2double(array, i);
   return values;
 }
 

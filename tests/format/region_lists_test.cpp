@@ -34,6 +34,7 @@ Section surfaces(const std::vector<std::string>& names, size_t name_length) {
 template <RegionForm form>
 Section volumes(const std::vector<std::string>& names, size_t name_length) {
   std::vector<testkit::Volume> list;
+  list.reserve(names.size());
   for (const std::string& name : names) list.push_back({name, {0, 1}});
   return testkit::volumes_section(list, form, name_length);
 }

@@ -43,7 +43,7 @@ std::string report_of(const testkit::Section& section,
   const Input input(body_of(section));
   std::vector<fld::smart_ptr<Region>> list;
   read(input.stream(), list);
-  const std::string report = leak_report();
+  std::string report = leak_report();
   for (auto& region : list) forget(*region);
   return report;
 }

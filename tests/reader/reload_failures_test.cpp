@@ -124,6 +124,21 @@ TEST_F(ReloadFailures, PartOfABrokenRegionSetIsServedWithoutHarm) {
   EXPECT_EQ((Floats{100, 101, 102}), marks());
 }
 
+// The surfaces are the second file's, the elements and volumes still those of the first.
+TEST_F(ReloadFailures, IndexBaseOfAHalfReadStepIsTakenOffOnce) {
+  for (const int cycle : {1, 2, 3}) {
+    testkit::File file = file_of_step(cycle);
+    file.header.set_bias(1);
+    if (cycle == 2) file.region_sets[0].section("LS_Elements").blocks[0] = Block::integer(-1);
+    write_step(cycle, file);
+  }
+  open(path(1));
+  for (const int step : {1, 0, 1, 2, 1}) {
+    select(1, step);
+    expect_all_parts_served();
+  }
+}
+
 TEST_F(ReloadFailures, NextStepIsServedInFull) {
   std::filesystem::remove(path(2));
   select(1, 1);

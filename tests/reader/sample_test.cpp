@@ -21,7 +21,7 @@ double dot(const Vec3& a, const Vec3& b) {
   return a[0] * b[0] + a[1] * b[1] + a[2] * b[2];
 }
 
-// Twice the vector area of a triangle, and six times the volume between it and the origin.
+// Twice the vector areas of triangles, and six times the volume between them and the origin.
 struct Measure {
   Vec3 area{};
   double volume = 0.0;
@@ -77,6 +77,12 @@ int SampleTest::part_named(const std::string& name) const {
   const auto found = std::find(names.begin(), names.end(), name);
   EXPECT_NE(names.end(), found) << "no part " << name;
   return static_cast<int>(found - names.begin()) + 1;
+}
+
+Points SampleTest::nodes_of(const std::string& name) const {
+  const Points points = host.coordinates(part_named(name));
+  EXPECT_FALSE(points.empty()) << name;
+  return points;
 }
 
 int SampleTest::variable_named(const std::string& name) const {
@@ -142,6 +148,7 @@ SampleTest::Enclosed SampleTest::enclosed_by(const std::vector<std::string>& sur
 
 void expect_close(const std::vector<double>& expected, const Floats& actual, double scale) {
   ASSERT_EQ(expected.size(), actual.size());
+  ASSERT_FALSE(expected.empty());
   for (std::size_t i = 0; i < expected.size(); ++i) {
     ASSERT_NEAR(expected[i], static_cast<double>(actual[i]), 1.2e-7 * scale) << "node " << i;
   }

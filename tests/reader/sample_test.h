@@ -22,7 +22,8 @@ class SampleTest : public LoadedReader {
 
   // The number of the part of that name; the first one when there are several.
   int part_named(const std::string& name) const;
-  Points nodes_of(const std::string& name) const { return host.coordinates(part_named(name)); }
+  // The nodes of that part, of which there have to be some.
+  Points nodes_of(const std::string& name) const;
   // The number of the variable whose description ends with the name in brackets.
   int variable_named(const std::string& name) const;
 
@@ -32,7 +33,7 @@ class SampleTest : public LoadedReader {
 
   // The volume of all solid elements of a part, of which none may be turned inside out.
   double volume_of(int part) const;
-  // Twice the same: the volume inside a closed set of surfaces, and the sum of their vector areas.
+  // The volume inside a closed set of surfaces, and the sum of their vector areas.
   struct Enclosed {
     double volume = 0.0;
     testkit::Vec3 area{};

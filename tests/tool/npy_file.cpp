@@ -1,7 +1,7 @@
 #include "tests/tool/npy_file.h"
 
+#include <cstdio>
 #include <cstring>
-#include <regex>
 #include <stdexcept>
 
 namespace tool_test {
@@ -15,10 +15,15 @@ NpyArray read_npy(const std::string& bytes) {
   const std::size_t start = 10 + length;
   if (start % 64 != 0 || bytes.size() < start) throw std::runtime_error("the header has a wrong length");
   const std::string header = bytes.substr(10, length);
-  const std::regex form(R"(\{'descr': '<f4', 'fortran_order': False, 'shape': \((\d+), (\d+)\), \} *\n)");
-  std::smatch match;
-  if (!std::regex_match(header, match, form)) throw std::runtime_error("odd header: " + header);
-  NpyArray array{std::stoul(match[1]), std::stoul(match[2]), {}};
+  NpyArray array;
+  int end = 0;
+  const int numbers =
+      std::sscanf(header.c_str(), "{'descr': '<f4', 'fortran_order': False, 'shape': (%zu, %zu), }%n",
+                  &array.rows, &array.columns, &end);
+  const std::string rest = header.substr(static_cast<std::size_t>(end));
+  if (numbers != 2 || end == 0 || rest.find_first_not_of(' ') + 1 != rest.size() || !rest.ends_with('\n')) {
+    throw std::runtime_error("odd header: " + header);
+  }
   array.values.resize(array.rows * array.columns);
   if (bytes.size() != start + array.values.size() * sizeof(float))
     throw std::runtime_error("the data has a wrong length");
