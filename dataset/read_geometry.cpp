@@ -21,7 +21,6 @@ int FLDFile::readGeometry(int region, FLDGEO& geo) const {
   const auto put_together = [&] {
     modifyIndicies(geo, m_bias, loaded);
     count_types(geo);
-    report_bad_indices(geo, m_path);
   };
   try {
     const InputFile file(m_path, Access::bulk);
@@ -29,8 +28,8 @@ int FLDFile::readGeometry(int region, FLDGEO& geo) const {
     const int status = read_file_header(file, m_path, header);
     if (status != 0) return status - 1;
     geo.coordinateSystem = 0;
-    const int64_t begin = m_overlap[static_cast<size_t>(region)].m_begin;
-    read_region_set(file.stream(), begin, geo, loaded);
+    find_region_set(file.stream(), m_overlap[static_cast<size_t>(region)].m_begin, region);
+    read_region_set(file.stream(), geo, loaded);
     if (loaded.materials) {
       modifyMAT(geo.matOfElements);
       geo.materials = distinct_materials(geo.matOfElements.get());
@@ -44,6 +43,7 @@ int FLDFile::readGeometry(int region, FLDGEO& geo) const {
     throw;
   }
   put_together();
+  report_bad_indices(geo, m_path);
   return 0;
 }
 

@@ -48,14 +48,40 @@ void read_section(FILE* stream, const char* title, int n, FLDGEO& geo, LoadedSec
   }
 }
 
+// Whether the title of a region set stands at `offset`; the stream is behind it then.
+bool is_opening_title_at(FILE* stream, int64_t offset) {
+  char title[kTitleLength + 1];
+  try {
+    if (fseeko(stream, offset, SEEK_SET) != 0) return false;
+    FLDV4_I_TITLE(stream, title);
+  } catch (const FLDReadException&) {
+    return false;  // the file has become shorter
+  }
+  return title_starts_with(title, "OverlapStart_");
+}
+
 }  // namespace
 
-void read_region_set(FILE* stream, int64_t begin, FLDGEO& geo, LoadedSections& loaded) {
-  char title[kTitleLength + 1];
-  if (fseeko(stream, begin, SEEK_SET) != 0) throw FLDReadException("A REGION SET CANNOT BE FOUND.");
-  FLDV4_I_TITLE(stream, title);
-  if (!title_starts_with(title, "OverlapStart_")) throw FLDReadException("A REGION SET CANNOT BE FOUND.");
+void find_region_set(FILE* stream, int64_t begin, int region) {
+  const off_t header_end = ftello(stream);
+  if (is_opening_title_at(stream, begin)) return;
+  if (fseeko(stream, header_end, SEEK_SET) != 0) throw FLDReadException("A REGION SET CANNOT BE FOUND.");
   for (;;) {
+    char title[kTitleLength + 1];
+    const int n = FLDV4_I_TITLE(stream, title);
+    if (title_starts_with(title, "OverlapStart_")) {
+      if (region-- == 0) return;
+      continue;
+    }
+    if (titlecmp(title, "OverlapEnd", n) == 0) throw FLDReadException("A REGION SET CANNOT BE FOUND.");
+    read_int(stream);
+    FLDV4_I_SKIP(stream);
+  }
+}
+
+void read_region_set(FILE* stream, FLDGEO& geo, LoadedSections& loaded) {
+  for (;;) {
+    char title[kTitleLength + 1];
     const int n = FLDV4_I_TITLE(stream, title);
     if (title_starts_with(title, "OverlapStart_") || titlecmp(title, "OverlapEnd", n) == 0) return;
     read_int(stream);

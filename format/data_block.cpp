@@ -12,7 +12,7 @@ namespace fld {
 
 namespace {
 
-// Elements of record `k`, given those of the whole array. Negative counts never come out of here.
+// Elements of record `k` of an array of `n` (not negative) elements.
 long elements_of_record(const Rule& rule, long k, long n) {
   const long remaining = n - k * rule.perRecord;
   if (rule.perRecord < 0) throw FLDReadException("NEGATIVE RECORD SIZE IN A RULE RECORD.");
@@ -35,7 +35,7 @@ void read_records(FILE* stream, const Rule& rule, long n, size_t width, void* ou
 // the file.
 void check_array(FILE* stream, const Rule& rule, long n, size_t width) {
   check_count(stream, n, width);
-  if (static_cast<long>(rule.nRecords) * rule.perRecord < n) {
+  if (std::max(rule.nRecords, 0) * std::max<long>(rule.perRecord, 0) < n) {
     throw FLDReadException("TOO FEW DATA RECORDS IN A DATA BLOCK.");
   }
 }

@@ -15,6 +15,8 @@ void read_elements(FILE* stream, void* out, size_t width, size_t n);
 // Throws FLDReadException unless `count` items of at least `bytes_each` bytes can stand in the rest of the
 // file: "NEGATIVE COUNT <count> AT BYTE <offset>." or "COUNT <count> EXCEEDS THE REST OF THE FILE AT BYTE
 // <offset>.".
+// Up to 4096 bytes the file is not asked: what is allocated for them is harmless, and the reading finds the
+// end.
 void check_count(FILE* stream, int64_t count, size_t bytes_each);
 
 // Steps over `length` bytes. Throws FLDReadException "NEGATIVE RECORD LENGTH <length> AT BYTE <offset>." or

@@ -26,8 +26,8 @@ struct Rule {
 int read_marker(FILE* stream);
 
 // Identification and version records, into the 8 characters of `magic` (not terminated) and `version`. A file
-// too short for the identification record, or without the right magic, gives whatever 8 characters there are
-// and version 0.
+// that is too short for the identification record, or cannot be read there, gives a NUL as the first
+// character; without the right magic the version is 0.
 void FLD_I_HEAD_IVSN(FILE* stream, char* magic, int& version);
 
 // Whether the 8 characters are those of an FLD file, "VTRL-FLD".

@@ -43,23 +43,22 @@ struct WorkTables {
   std::vector<ElementOffsets> own_offsets;
 };
 
-// Tables for all region sets; empty for a geometry without nodes. Throws std::bad_alloc and
-// MemoryAllocException.
+// Tables for all region sets; without nodes there are none but the offsets that elements need. Throws
+// std::bad_alloc and MemoryAllocException.
 WorkTables make_work_tables(const std::vector<FLDGEO>& geos) {
   WorkTables tables;
   const auto largest = std::max_element(geos.begin(), geos.end(), [](const FLDGEO& a, const FLDGEO& b) {
     return a.node_count() < b.node_count();
   });
-  if (largest == geos.end() || largest->node_count() < 1) return tables;
+  if (largest == geos.end()) return tables;
   const auto nnode = static_cast<size_t>(largest->node_count());
   tables.mark_node.resize(nnode);
   tables.global_to_local.resize(nnode);
   tables.part_nodes.resize(nnode);
   tables.own_offsets.resize(geos.size());
-  tables.offsets = make_offsets(*largest);
+  if (nnode > 0) tables.offsets = make_offsets(*largest);
   for (size_t g = 0; g < geos.size(); ++g) {
-    if (geos.begin() + static_cast<ptrdiff_t>(g) == largest || agrees(tables.offsets, geos[g])) continue;
-    tables.own_offsets[g] = make_offsets(geos[g]);
+    if (!agrees(tables.offsets, geos[g])) tables.own_offsets[g] = make_offsets(geos[g]);
   }
   return tables;
 }

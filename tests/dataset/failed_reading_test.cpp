@@ -22,7 +22,7 @@ class FailedReading : public testing::Test {
   }
   test::Reading read(const std::string& path) {
     FLDGEO geo;
-    const test::Reading reading = test::read_geometry(unchecked(path), 0, geo);
+    test::Reading reading = test::read_geometry(unchecked(path), 0, geo);
     EXPECT_FALSE(test::is_open(path));
     return reading;
   }

@@ -66,7 +66,6 @@ TEST(CharacterBlock, LongerThanItsBufferIsReadToItsEndAndCut) {
 }
 
 TEST(CharacterBlock, OfNoCharactersIsEmpty) {
-  const Block block = Block::record_alone("");
   EXPECT_EQ(buffer_after(fld::FLDV4_I_CHARarray, bytes_of(Rule{1, 0, 1}) + nul(8), 4, 5), nul(5));
   EXPECT_EQ(characters(Block::characters("abc"), 0), nul(1));
 }

@@ -27,6 +27,7 @@ NpyArray read_npy(const std::string& bytes) {
   array.values.resize(array.rows * array.columns);
   if (bytes.size() != start + array.values.size() * sizeof(float))
     throw std::runtime_error("the data has a wrong length");
+  if (array.values.empty()) return array;
   std::memcpy(array.values.data(), bytes.data() + start, array.values.size() * sizeof(float));
   return array;
 }
