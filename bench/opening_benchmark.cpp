@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <cstdio>
+#include <exception>
 #include <fcntl.h>
 #include <fmt/core.h>
 #include <optional>
@@ -55,9 +57,7 @@ struct Series {
   std::vector<bench::Measurement> runs;
 };
 
-}  // namespace
-
-int main(int argc, char** argv) {
+int run(int argc, char** argv) {
   CLI::App app("Time and memory of opening a mesh of hexahedra, beside reading and swapping the same bytes");
   double millions = 10.0;
   int runs = 5;
@@ -95,4 +95,16 @@ int main(int argc, char** argv) {
   reader.print("opening through the plug-in");
   floor.print("reading and swapping");
   ratio.print("ratio, run by run");
+  return 0;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  try {
+    return run(argc, argv);
+  } catch (const std::exception& error) {
+    fmt::print(stderr, "opening_benchmark: {}\n", error.what());
+    return 1;
+  }
 }
