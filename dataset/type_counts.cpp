@@ -8,30 +8,6 @@ namespace fld {
 
 namespace {
 
-// The six counts of an element list or volume region, as they are added up.
-struct Counts {
-  int ntri = 0, nquad = 0, ntet = 0, npyr = 0, nprism = 0, nhex = 0;
-
-  void add(int code) {
-    ntri += code == kTriangle;
-    nquad += code == kQuadrilateral;
-    ntet += code == kTetrahedron;
-    npyr += code == kPyramid;
-    nprism += code == kPrism;
-    nhex += code == kHexahedron;
-  }
-
-  template <class Target>
-  void store(Target& target) const {
-    target.ntri = ntri;
-    target.nquad = nquad;
-    target.ntet = ntet;
-    target.npyr = npyr;
-    target.nprism = nprism;
-    target.nhex = nhex;
-  }
-};
-
 bool inside(int index, int count) {
   return static_cast<unsigned>(index) < static_cast<unsigned>(count);
 }
@@ -73,16 +49,16 @@ void count_types(FLDGEO& geo) {
   }
   const int nelem = geo.element_count();
   for (auto& volume : geo.volumes) {
-    Counts counts;
+    ElementCounts counts;
     for (int i = 0; i < volume->nelem; ++i) {
       if (inside(volume->elem[i], nelem)) counts.add(geo.elements->type[volume->elem[i]]);
     }
-    counts.store(*volume);
+    static_cast<ElementCounts&>(*volume) = counts;
   }
   if (!geo.elements) return;
-  Counts counts;
+  ElementCounts counts;
   for (int e = 0; e < nelem; ++e) counts.add(geo.elements->type[e]);
-  counts.store(*geo.elements);
+  static_cast<ElementCounts&>(*geo.elements) = counts;
 }
 
 void report_bad_indices(const FLDGEO& geo, const std::string& path) {

@@ -3,11 +3,12 @@
 
 #include <stdio.h>
 
+#include "format/element_counts.h"
 #include "support/smart_ptr.h"
 
 namespace fld {
 
-class Elements {
+class Elements : public ElementCounts {
  public:
   Elements() = default;
   Elements(const Elements&) = delete;
@@ -18,13 +19,6 @@ class Elements {
   int* type = nullptr;  // nelem type codes
   int* conn = nullptr;  // nconn node indices, element after element, each with as many as its type has nodes
   long nconn = 0;
-  // Elements of each type; counted when the geometry is assembled.
-  int ntri = 0;
-  int nquad = 0;
-  int ntet = 0;
-  int npyr = 0;
-  int nprism = 0;
-  int nhex = 0;
 };
 
 // Reads the section's body: int block nelem; int block of nelem types; int block of 4 or 8 bytes nconn; int

@@ -4,11 +4,12 @@
 #include <stdio.h>
 #include <vector>
 
+#include "format/element_counts.h"
 #include "support/smart_ptr.h"
 
 namespace fld {
 
-class VolumeGeometry {
+class VolumeGeometry : public ElementCounts {
  public:
   VolumeGeometry() = default;
   VolumeGeometry(const VolumeGeometry&) = delete;
@@ -18,13 +19,6 @@ class VolumeGeometry {
   char* name = nullptr;  // NUL-terminated
   int nelem = 0;
   int* elem = nullptr;  // nelem indices into the region set's Elements
-  // Elements of each type; counted when the geometry is assembled.
-  int ntri = 0;
-  int nquad = 0;
-  int ntet = 0;
-  int npyr = 0;
-  int nprism = 0;
-  int nhex = 0;
 };
 
 // Both readers replace the list by the section's regions.

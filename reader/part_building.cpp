@@ -14,8 +14,7 @@ namespace {
 constexpr int kDescription = 80;  // bytes of the host's buffer for a part's description
 
 // The six element counts of a volume region or of a whole element list.
-template <class Counted>
-void fill_counts(const Counted& counted, int* slots) {
+void fill_counts(const ElementCounts& counted, int* slots) {
   slots[kSlotTriangle] = counted.ntri;
   slots[kSlotQuadrilateral] = counted.nquad;
   slots[kSlotTetrahedron] = counted.ntet;

@@ -22,7 +22,7 @@ coordinates differ between the first and the last geometry step, or between any 
 
 --json prints one JSON object:
   file, step                the file as given; the step shown
-  reader                    name, release, api_version, library (the plug-in's path), options (title: on or off)
+  reader                    name, release, api_version, library (the plug-in's path), options (title: true or false)
   steps                     per step: step, time, geometry_step, cycle, file; the last two come from the files that the
                             reader lists and are null for files that it did not look into
   time_sets                 number, description, of_geometry, of_variables, times
