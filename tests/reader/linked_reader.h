@@ -23,10 +23,11 @@ const host::EntryPoints& linked_entry_points();
 void reset_reader();
 
 class LinkedReader : public testing::Test {
- protected:
+ public:
   LinkedReader() { reset_reader(); }
   ~LinkedReader() override { reset_reader(); }
 
+ protected:
   const host::EntryPoints& api() const { return linked_entry_points(); }
   std::filesystem::path in(std::string_view name) const { return directory_ / name; }
   std::filesystem::path write(const testkit::File& file, std::string_view name = "case.fld") const {

@@ -80,9 +80,7 @@ TEST_F(NodeMarks, EveryShapeOfAVolumeMarksItsNodes) {
                                                    {36, 6}, {38, 8}, {99, 0}};
   for (const auto& [code, corners] : shapes) {
     testkit::Mesh mesh = numbered_mesh(20);
-    std::vector<std::int32_t> nodes;
-    for (int j = 0; j < 8; ++j) nodes.push_back(10 + j);
-    mesh.elements.add(code, nodes);
+    mesh.elements.add(code, {10, 11, 12, 13, 14, 15, 16, 17});
     add_volume(mesh, "one", {1});
     const auto geometry = geometry_of({mesh});
     const fld::FLDGEO& geo = geometry->geos[0];

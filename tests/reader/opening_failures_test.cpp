@@ -78,7 +78,7 @@ TEST_F(OpeningFailures, OtherIdentificationIsNotAnFldFile) {
 
 TEST_F(OpeningFailures, FileTooShortForTheIdentificationIsNotAnFldFile) {
   const std::string bytes = testkit::to_bytes(file_of(one_tetrahedron()));
-  for (const std::size_t size : {0, 1, 4, 11, 12, 15}) {
+  for (const std::size_t size : {0U, 1U, 4U, 11U, 12U, 15U}) {
     testkit::write_bytes(in("short.fld"), bytes.substr(0, size));
     EXPECT_EQ("This is not FLD file.\n", failure(in("short.fld"))) << size;
   }

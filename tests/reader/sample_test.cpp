@@ -80,7 +80,7 @@ int SampleTest::part_named(const std::string& name) const {
 }
 
 Points SampleTest::nodes_of(const std::string& name) const {
-  const Points points = host.coordinates(part_named(name));
+  Points points = host.coordinates(part_named(name));
   EXPECT_FALSE(points.empty()) << name;
   return points;
 }
@@ -117,6 +117,7 @@ double SampleTest::volume_of(int part) const {
       Measure measure;
       for (const testkit::FaceCorners& face : testkit::faces_of(code_of_slot(slot))) {
         std::vector<Vec3> corners;
+        corners.reserve(row.size());
         for (const int local : face) {
           if (local >= 0) corners.push_back(place(points, row[static_cast<std::size_t>(local)]));
         }
@@ -137,6 +138,7 @@ SampleTest::Enclosed SampleTest::enclosed_by(const std::vector<std::string>& sur
     for (const auto& [slot, count] : host.part(part).elements) {
       for (const auto& row : host.rows(part, slot, count)) {
         std::vector<Vec3> corners;
+        corners.reserve(row.size());
         for (const int node : row) corners.push_back(place(points, node));
         measure.add_face(corners);
       }

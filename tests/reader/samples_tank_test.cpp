@@ -44,9 +44,10 @@ void expect_turned(const Points& at_first, const Points& now, int step) {
 }
 
 TEST_F(TankSample, EightStepsInBothSetsAtTheTimesOfTheFiles) {
-  std::vector<float> times;
-  for (int step = 0; step < tank::kSteps; ++step)
-    times.push_back(static_cast<float>(tank::time_of_step(step)));
+  std::vector<float> times(tank::kSteps);
+  for (int step = 0; step < tank::kSteps; ++step) {
+    times[static_cast<std::size_t>(step)] = static_cast<float>(tank::time_of_step(step));
+  }
   EXPECT_EQ(times, host.times(1));
   EXPECT_EQ(times, host.times(2));
   EXPECT_EQ(1, api().get_changing_geometry_status());
