@@ -80,7 +80,8 @@ TEST_F(NodeMarks, EveryShapeOfAVolumeMarksItsNodes) {
                                                    {36, 6}, {38, 8}, {99, 0}};
   for (const auto& [code, corners] : shapes) {
     testkit::Mesh mesh = numbered_mesh(20);
-    mesh.elements.add(code, {10, 11, 12, 13, 14, 15, 16, 17});
+    std::vector<std::int32_t> nodes = {10, 11, 12, 13, 14, 15, 16, 17};
+    mesh.elements.add(code, nodes);
     add_volume(mesh, "one", {1});
     const auto geometry = geometry_of({mesh});
     const fld::FLDGEO& geo = geometry->geos[0];
