@@ -2,8 +2,8 @@
 #pragma once
 
 #include "gtest/gtest.h"
-#include <regex>
 #include <string>
+#include <string_view>
 
 #include "testkit/file_writer.h"
 
@@ -11,12 +11,15 @@ namespace reader_test {
 
 // The text with the number behind "AT BYTE " replaced by "<inside>", if it lies behind the section's title.
 inline std::string with_byte_checked(const std::string& text, const testkit::Place& section) {
-  std::smatch found;
-  if (!std::regex_search(text, found, std::regex("AT BYTE ([0-9]+)"))) return text;
-  const auto byte = std::stoull(found[1]);
+  constexpr std::string_view kBefore = "AT BYTE ";
+  const std::size_t before = text.find(kBefore);
+  if (before == std::string::npos) return text;
+  const std::size_t number = before + kBefore.size();
+  std::size_t digits = 0;
+  const auto byte = std::stoull(text.substr(number), &digits);
   EXPECT_LT(section.offset, byte) << text;
   EXPECT_GE(section.end, byte) << text;
-  return found.prefix().str() + "AT BYTE <inside>" + found.suffix().str();
+  return text.substr(0, number) + "<inside>" + text.substr(number + digits);
 }
 
 }  // namespace reader_test
