@@ -37,8 +37,9 @@ int count_steps(int set) {
 
 // The index of the file that is step `step` of the geometry's set; -1 when there is none.
 int file_of_geometry_step(int step) {
+  int steps = 0;
   for (size_t i = 0; i < files().size(); ++i) {
-    if (is_step_of(kGeometrySet, files()[i]) && step-- == 0) return static_cast<int>(i);
+    if (is_step_of(kGeometrySet, files()[i]) && steps++ == step) return static_cast<int>(i);
   }
   return -1;
 }
