@@ -12,7 +12,7 @@ std::filesystem::path find_plugin(const std::optional<std::filesystem::path>& gi
   namespace fs = std::filesystem;
   if (given && !given->empty()) return *given;
   // The environment is only read; nothing here changes it from another thread.
-  const char* named = std::getenv(kPluginVariable);  // NOLINT(concurrency-mt-unsafe)
+  const char* named = std::getenv(kPluginVariable);
   if (named != nullptr && *named != '\0') return named;
 
   std::error_code error;
