@@ -6,7 +6,7 @@
 #include <stdexcept>
 #include <string>
 
-namespace testkit {
+namespace faults {
 
 // A failed assertion. what() is "<module>: <function>: <expression>", which leaves out the line so that it
 // names the assertion and not the state of the source.
@@ -15,4 +15,4 @@ class AssertionFailure : public std::logic_error {
   using std::logic_error::logic_error;
 };
 
-}  // namespace testkit
+}  // namespace faults
