@@ -9,18 +9,6 @@
 
 namespace reader_test {
 
-const host::EntryPoints& linked_entry_points() {
-  static const host::EntryPoints table = [] {
-    host::EntryPoints entry_points;
-#define LINK_ENTRY_POINT(member) entry_points.member.function = ::USERD_##member;
-    HOST_REQUIRED_ENTRY_POINTS(LINK_ENTRY_POINT)
-    HOST_OPTIONAL_ENTRY_POINTS(LINK_ENTRY_POINT)
-#undef LINK_ENTRY_POINT
-    return entry_points;
-  }();
-  return table;
-}
-
 void reset_reader() {
   stderr_of([] { USERD_exit_routine(); });
   fld::Geom_file[0] = '\0';

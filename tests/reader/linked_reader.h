@@ -12,12 +12,10 @@
 #include "testkit/file_writer.h"
 #include "testkit/temporary_directory.h"
 #include "tests/reader/host_calls.h"
+#include "tests/reader/linked_entry_points.h"
 #include "tests/reader/stderr_text.h"
 
 namespace reader_test {
-
-// The entry points that this program is linked with.
-const host::EntryPoints& linked_entry_points();
 
 // Brings the reader's state to what it is after loading.
 void reset_reader();
