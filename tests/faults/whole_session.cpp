@@ -198,7 +198,8 @@ class Session {
     call(api_.get_part_element_ids_by_type, part, slot, ids.data());
     if (call(api_.get_part_elements_by_type, part, slot, rows.data()) < 0) return;
     mix(rows);
-    const auto nodes = static_cast<unsigned>(nodes_of(part));
+    // Where a node cannot be given the row says 1, also when the part has no node at all.
+    const auto nodes = static_cast<unsigned>(std::max(1, nodes_of(part)));
     for (int e = 0; e < count; ++e) {
       for (int i = 0; i < rows.width(); ++i) {
         if (static_cast<unsigned>(rows[e][i]) - 1U >= nodes) return broken("a node number of no node");
@@ -247,7 +248,7 @@ class Session {
 
   void take_metadata() {
     int size = 0;
-    call(api_.get_metadata, &size, nullptr);
+    if (call(api_.get_metadata, &size, nullptr) < 0) return;
     if (size < 0) return broken("a block of part groups of negative length");
     std::vector<char> text(static_cast<std::size_t>(size) + 1);
     call(api_.get_metadata, &size, text.data());

@@ -2,28 +2,9 @@
 
 #include <cstddef>
 
-namespace {
-
-int requests_left = 0;  // until the one that fails; 0: none will
-bool failed = false;
-
-bool fails_now() {
-  if (requests_left == 0 || --requests_left > 0) return false;
-  failed = true;
-  return true;
-}
-
-}  // namespace
-
-FailingMemory::FailingMemory(int request) {
-  requests_left = request;
-  failed = false;
-}
-FailingMemory::~FailingMemory() {
-  requests_left = 0;
-}
-bool FailingMemory::has_failed() {
-  return failed;
+FaultPlan& FailingMemory::plan() {
+  static constinit FaultPlan the_plan;
+  return the_plan;
 }
 
 // NOLINTBEGIN(bugprone-reserved-identifier): the names that the linker and the sanitizer ask for
@@ -33,13 +14,13 @@ void* __real_calloc(size_t count, size_t size);
 void* __real_realloc(void* block, size_t size);
 
 void* __wrap_malloc(size_t size) {
-  return fails_now() ? nullptr : __real_malloc(size);
+  return FailingMemory::plan().strikes() ? nullptr : __real_malloc(size);
 }
 void* __wrap_calloc(size_t count, size_t size) {
-  return fails_now() ? nullptr : __real_calloc(count, size);
+  return FailingMemory::plan().strikes() ? nullptr : __real_calloc(count, size);
 }
 void* __wrap_realloc(void* block, size_t size) {
-  return fails_now() ? nullptr : __real_realloc(block, size);
+  return FailingMemory::plan().strikes() ? nullptr : __real_realloc(block, size);
 }
 
 // AddressSanitizer otherwise ends the process where the C library returns null.

@@ -1,0 +1,91 @@
+// Ten thousand sessions over good and bad datasets in turn, in one process: nothing grows.
+#include <algorithm>
+#include <array>
+#include <chrono>
+#include <filesystem>
+#include <fstream>
+#include <gtest/gtest.h>
+#include <iterator>
+#include <vector>
+
+#include "host/library.h"
+#include "testkit/file_writer.h"
+#include "testkit/temporary_directory.h"
+#include "tests/faults/fault_datasets.h"
+#include "tests/faults/memory_meter.h"
+#include "tests/faults/stderr_file.h"
+#include "tests/faults/whole_session.h"
+
+namespace faults {
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+constexpr int kRounds = 2500;   // of four sessions each
+constexpr int kWarmUp = 25;     // rounds: the first hundred sessions
+constexpr int kCompared = 500;  // rounds whose times are compared
+
+std::ptrdiff_t open_descriptors() {
+  const std::filesystem::directory_iterator descriptors("/proc/self/fd");
+  return std::distance(begin(descriptors), end(descriptors));
+}
+
+Clock::duration median(std::vector<Clock::duration> times) {
+  const auto middle = times.begin() + static_cast<std::ptrdiff_t>(times.size() / 2);
+  std::nth_element(times.begin(), middle, times.end());
+  return *middle;
+}
+
+class Endurance : public testing::Test {
+ protected:
+  Endurance() {
+    testkit::write_file(every_construct(), directory_ / "whole.fld");
+    testkit::write_file(base_of_series(), directory_ / "case_0.fld");
+    testkit::write_file(motion_of_series(), directory_ / "case_1.fld");
+    const std::string bytes = testkit::to_bytes(every_construct());
+    std::ofstream(directory_ / "half.fld", std::ios::binary) << bytes.substr(0, bytes.size() / 2);
+    std::ofstream(directory_ / "text.fld") << "This is a text.\n";
+  }
+
+  // A session over each dataset: whole, broken off, a series with a motion, no FLD file at all.
+  void round() {
+    static constexpr std::array<const char*, 4> kFiles = {"whole.fld", "half.fld", "case_1.fld", "text.fld"};
+    static constexpr std::array<Outcome, 4> kOutcomes = {Outcome::kServed, Outcome::kException,
+                                                         Outcome::kServed, Outcome::kFailed};
+    for (std::size_t i = 0; i < kFiles.size(); ++i) {
+      const Ending ending = whole_session(library_.entry_points(), directory_ / kFiles.at(i));
+      ASSERT_EQ(kOutcomes.at(i), ending.outcome) << kFiles.at(i) << ": " << ending.detail;
+    }
+  }
+
+ private:
+  testkit::TemporaryDirectory directory_;
+  host::Library library_{FLD_THROWING_PLUGIN_FILE};
+};
+
+TEST_F(Endurance, TenThousandSessionsLeaveNothingBehind) {
+  StderrFile diagnostics;
+  std::vector<Clock::duration> times;
+  times.reserve(kRounds);
+  for (int i = 0; i < kWarmUp; ++i) {
+    round();
+    diagnostics.take();
+  }
+  const std::ptrdiff_t descriptors = open_descriptors();
+  const MemoryMeter meter;
+  for (int i = kWarmUp; i < kRounds; ++i) {
+    const auto start = Clock::now();
+    round();
+    times.push_back(Clock::now() - start);
+    diagnostics.take();
+  }
+  EXPECT_EQ(0, meter.held());
+  EXPECT_EQ(descriptors, open_descriptors());
+  // Growth with the number of sessions would make the last ones many times as slow; noise does not double a
+  // median.
+  EXPECT_LT(median({times.end() - kCompared, times.end()}),
+            3 * median({times.begin(), times.begin() + kCompared}));
+}
+
+}  // namespace
+}  // namespace faults

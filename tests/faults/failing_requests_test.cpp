@@ -1,0 +1,129 @@
+// Whole sessions in which the 1st, 2nd, 3rd ... request for memory, read, positioning or opening fails, once
+// and from then on, until a session gets through: each time a documented answer, nothing lost, and the next
+// opening works.
+#include <array>
+#include <functional>
+#include <gtest/gtest.h>
+#include <iostream>
+#include <optional>
+#include <string>
+
+#include "testkit/file_writer.h"
+#include "testkit/temporary_directory.h"
+#include "tests/faults/armed_entry_points.h"
+#include "tests/faults/documented.h"
+#include "tests/faults/failing_files.h"
+#include "tests/faults/fault_datasets.h"
+#include "tests/faults/memory_meter.h"
+#include "tests/faults/stderr_file.h"
+#include "tests/faults/tally.h"
+#include "tests/faults/whole_session.h"
+#include "tests/support/failing_memory.h"
+
+namespace faults {
+namespace {
+
+using Lasting = FaultPlan::Lasting;
+
+class FailingRequests : public testing::TestWithParam<Lasting> {
+ protected:
+  FailingRequests() {
+    testkit::write_file(every_construct(), directory_ / "whole.fld");
+    testkit::write_file(base_of_series(), directory_ / "case_0.fld");
+    testkit::write_file(motion_of_series(), directory_ / "case_1.fld");
+  }
+
+  using Judge = std::function<std::string(const Ending&, const std::string&)>;
+
+  // Repeats the session over a dataset of which a request fails, until one of them has no failing request.
+  // `judge` says what is wrong with an ending.
+  template <class Failing, class... Arguments>
+  void sweep(const char* dataset, const Judge& judge, Arguments... arguments) {
+    const std::filesystem::path path = directory_ / dataset;
+    // Twice, so that what is made once is there.
+    session(path);
+    const Case clean = session(path);
+    ASSERT_EQ(Outcome::kServed, clean.ending.outcome) << clean.ending.detail;
+    Tally tally;
+    for (int request = 1;; ++request) {
+      const MemoryMeter meter;
+      {
+        std::optional<Failing> failing(std::in_place, arguments..., request, GetParam());
+        Failing::plan().pause();
+        const Case tried = session(path);
+        if (!Failing::has_failed()) break;
+        failing.reset();
+        tally.add(tried.ending.outcome);
+        EXPECT_EQ("", judge(tried.ending, tried.diagnostics)) << "request " << request << "\n"
+                                                              << tried.diagnostics;
+        EXPECT_EQ(std::string::npos, tried.diagnostics.find("MEMORY LEAK DETECTED")) << "request " << request;
+        const Case after = session(path);
+        EXPECT_EQ(Outcome::kServed, after.ending.outcome)
+            << "after request " << request << ": " << after.ending.detail;
+        EXPECT_EQ(clean.ending.digest, after.ending.digest) << "after request " << request;
+      }
+      if (!HasFailure()) {
+        EXPECT_EQ(0, meter.held()) << "memory is lost after request " << request;
+      }
+    }
+    EXPECT_LT(0U, tally.cases);
+    std::cout << dataset << ": " << tally.text() << '\n';
+  }
+
+ private:
+  struct Case {
+    Ending ending;
+    std::string diagnostics;
+  };
+  static Case session(const std::filesystem::path& path) {
+    StderrFile diagnostics;
+    Ending ending = whole_session(armed_entry_points(), path);
+    return {std::move(ending), diagnostics.take()};
+  }
+
+  testkit::TemporaryDirectory directory_;
+};
+
+constexpr std::array<const char*, 2> kDatasets = {"whole.fld", "case_0.fld"};
+
+TEST_P(FailingRequests, Memory) {
+  // Memory that runs out is never taken for a damaged file.
+  const auto judge = [](const Ending& ending, const std::string& text) -> std::string {
+    if (ending.outcome == Outcome::kOutOfMemory) return "";
+    if (ending.outcome == Outcome::kException && !ending.detail.ends_with(": NOT ENOUGH MEMORY")) {
+      return ending.detail;
+    }
+    if (ending.outcome == Outcome::kAssertion) return ending.detail;
+    return undocumented(ending, text);
+  };
+  for (const char* dataset : kDatasets) sweep<FailingMemory>(dataset, judge);
+}
+
+TEST_P(FailingRequests, ReadErrors) {
+  for (const char* dataset : kDatasets) sweep<FailingFiles>(dataset, undocumented, FileFault::kReadError);
+}
+
+TEST_P(FailingRequests, EarlyEnds) {
+  for (const char* dataset : kDatasets) sweep<FailingFiles>(dataset, undocumented, FileFault::kEnd);
+}
+
+TEST_P(FailingRequests, ShortReadsChangeNothing) {
+  const auto judge = [](const Ending& ending, const std::string&) {
+    return ending.outcome == Outcome::kServed ? "" : ending.detail;
+  };
+  for (const char* dataset : kDatasets) sweep<FailingFiles>(dataset, judge, FileFault::kShortRead);
+}
+
+TEST_P(FailingRequests, SeekErrors) {
+  for (const char* dataset : kDatasets) sweep<FailingFiles>(dataset, undocumented, FileFault::kSeekError);
+}
+
+TEST_P(FailingRequests, OpenErrors) {
+  for (const char* dataset : kDatasets) sweep<FailingFiles>(dataset, undocumented, FileFault::kOpenError);
+}
+
+INSTANTIATE_TEST_SUITE_P(All, FailingRequests, testing::Values(Lasting::kOnce, Lasting::kForEver),
+                         [](const auto& info) { return info.param == Lasting::kOnce ? "Once" : "ForEver"; });
+
+}  // namespace
+}  // namespace faults

@@ -1,0 +1,119 @@
+// Damaged files, one after the other in one process: whatever is wrong, the answer is a documented one, in
+// time, within memory, and the next dataset is served as ever.
+#include <gtest/gtest.h>
+#include <iostream>
+#include <string>
+
+#include "testkit/file_writer.h"
+#include "tests/faults/damage.h"
+#include "tests/faults/fault_datasets.h"
+#include "tests/faults/stderr_file.h"
+#include "tests/faults/sweep.h"
+
+namespace faults {
+namespace {
+
+// The strides share no factor with the strides of the damages themselves, so that a part meets all kinds.
+constexpr std::size_t kEveryByte = 41;
+constexpr std::size_t kEveryBit = 331;
+constexpr std::size_t kEveryWord = 79;
+constexpr std::size_t kEveryMarker = 17;
+
+class HostileFile : public testing::Test {
+ protected:
+  HostileFile() : bytes_(testkit::to_bytes(every_construct(), &places_)) {}
+
+  void sweep(const Damages& damages, std::size_t partial, const SessionOptions& options = {}) {
+    const Tally tally = sweep_.run(damages, "hostile.fld", sweep_stride(partial), options);
+    EXPECT_LE(damages.count() / sweep_stride(partial), tally.cases);
+    std::cout << tally.text() << '\n';
+  }
+
+  testkit::Places places_;
+  std::string bytes_;
+
+ private:
+  Sweep sweep_;
+};
+
+TEST_F(HostileFile, EveryConstructIsUnder20KilobytesAndServed) {
+  EXPECT_LT(bytes_.size(), 20000U);
+  const host::Library library(FLD_THROWING_PLUGIN_FILE);
+  testkit::TemporaryDirectory directory;
+  testkit::write_file(every_construct(), directory / "whole.fld");
+  StderrFile silence;
+  const Ending ending = whole_session(library.entry_points(), directory / "whole.fld");
+  EXPECT_TRUE(ending.is_open) << silence.take();
+  EXPECT_EQ(Outcome::kServed, ending.outcome) << ending.detail;
+}
+
+TEST_F(HostileFile, CutOffAnywhere) {
+  sweep(Truncations(bytes_), kEveryByte);
+}
+
+TEST_F(HostileFile, AnyBitFlipped) {
+  sweep(BitFlips(bytes_), kEveryBit);
+}
+
+TEST_F(HostileFile, AnyWordExtreme) {
+  sweep(WordChanges::extremes(bytes_), kEveryWord);
+}
+
+TEST_F(HostileFile, AnyMarkerWrong) {
+  sweep(WordChanges::markers(bytes_), kEveryMarker);
+}
+
+TEST_F(HostileFile, AnySectionMissingDoubledOrMoved) {
+  sweep(SectionMoves(bytes_, places_), 1);
+}
+
+TEST_F(HostileFile, AnySectionMissingDoubledOrMovedWithoutGroups) {
+  sweep(SectionMoves(bytes_, places_), 1, {.simplify_sequential = true, .group_parts = false});
+}
+
+// A damaged second file of a series, whose first one is good.
+class HostileSeries : public testing::TestWithParam<bool> {
+ protected:
+  HostileSeries() : bytes_(testkit::to_bytes(motion_of_series(), &places_)) {
+    testkit::write_file(base_of_series(), sweep_.in("case_0.fld"));
+  }
+
+  void sweep(const Damages& damages, std::size_t partial) {
+    const Tally tally =
+        sweep_.run(damages, "case_1.fld", sweep_stride(partial), {.simplify_sequential = GetParam()});
+    EXPECT_LE(damages.count() / sweep_stride(partial), tally.cases);
+    std::cout << tally.text() << '\n';
+  }
+
+  testkit::Places places_;
+  std::string bytes_;
+
+ private:
+  Sweep sweep_;
+};
+
+TEST_P(HostileSeries, CutOffAnywhere) {
+  sweep(Truncations(bytes_), kEveryByte);
+}
+
+TEST_P(HostileSeries, AnyBitFlipped) {
+  sweep(BitFlips(bytes_), kEveryBit);
+}
+
+TEST_P(HostileSeries, AnyWordExtreme) {
+  sweep(WordChanges::extremes(bytes_), kEveryWord);
+}
+
+TEST_P(HostileSeries, AnyMarkerWrong) {
+  sweep(WordChanges::markers(bytes_), kEveryMarker);
+}
+
+TEST_P(HostileSeries, AnySectionMissingDoubledOrMoved) {
+  sweep(SectionMoves(bytes_, places_), 1);
+}
+
+INSTANTIATE_TEST_SUITE_P(BothWays, HostileSeries, testing::Bool(),
+                         [](const auto& info) { return info.param ? "Simplified" : "Full"; });
+
+}  // namespace
+}  // namespace faults

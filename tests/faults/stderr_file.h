@@ -1,0 +1,27 @@
+// Leads the standard error stream of this process into memory while it lives, for programs that run very many
+// calls.
+#pragma once
+
+#include <string>
+
+namespace faults {
+
+class StderrFile {
+ public:
+  // Throws std::system_error when the system gives no memory file.
+  StderrFile();
+  ~StderrFile();
+  StderrFile(const StderrFile&) = delete;
+  StderrFile& operator=(const StderrFile&) = delete;
+
+  // What was written since the last call.
+  std::string take();
+  // Writes to the stream that the process had before.
+  void say(const std::string& text) const;
+
+ private:
+  int file_;
+  int own_stream_;
+};
+
+}  // namespace faults

@@ -1,0 +1,95 @@
+#include "tests/faults/sweep.h"
+
+#include <chrono>
+#include <cstdlib>
+#include <fstream>
+#include <gtest/gtest.h>
+#include <string_view>
+#include <sys/time.h>
+#include <unistd.h>
+
+#include "testkit/file_writer.h"
+#include "tests/faults/documented.h"
+#include "tests/faults/fault_datasets.h"
+#include "tests/faults/memory_meter.h"
+#include "tests/faults/stderr_file.h"
+
+namespace faults {
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr std::chrono::seconds kTimeLimit = 1s;
+constexpr std::ptrdiff_t kMemoryFloor = std::ptrdiff_t{16} << 20;
+constexpr std::ptrdiff_t kMemoryPerByte = 8;
+
+void write_bytes(const std::filesystem::path& path, const std::string& bytes) {
+  std::ofstream file(path, std::ios::binary | std::ios::trunc);
+  file << bytes;
+  if (!file.flush()) throw std::runtime_error("cannot write " + path.string());
+}
+
+// Ends the process when a case does not come back; the test runner then shows which one it was.
+class Watchdog {
+ public:
+  Watchdog() { set(20); }
+  ~Watchdog() { set(0); }
+  Watchdog(const Watchdog&) = delete;
+  Watchdog& operator=(const Watchdog&) = delete;
+
+ private:
+  static void set(unsigned seconds) { alarm(seconds); }
+};
+
+}  // namespace
+
+Sweep::Sweep() : library_(FLD_THROWING_PLUGIN_FILE), good_(directory_ / "good.fld") {
+  testkit::write_file(good_file(), good_);
+  const StderrFile silence;
+  const Ending ending = whole_session(library_.entry_points(), good_);
+  if (ending.outcome != Outcome::kServed || !ending.is_open)
+    throw std::runtime_error("the good dataset is none");
+  good_digest_ = ending.digest;
+}
+
+Sweep::Case Sweep::try_file(const std::filesystem::path& path, std::size_t size,
+                            const SessionOptions& options) {
+  StderrFile diagnostics;
+  const Watchdog watchdog;
+  const MemoryMeter meter;
+  const auto start = std::chrono::steady_clock::now();
+  Case tried{.ending = whole_session(library_.entry_points(), path, options), .complaint = ""};
+  const auto seconds = std::chrono::steady_clock::now() - start;
+  const std::ptrdiff_t memory = meter.peak();
+  tried.complaint = undocumented(tried.ending, diagnostics.take());
+  if (seconds > kTimeLimit) tried.complaint += " took over a second";
+  if (memory > kMemoryFloor + kMemoryPerByte * static_cast<std::ptrdiff_t>(size)) {
+    tried.complaint.append(" took ").append(std::to_string(memory)).append(" bytes of memory");
+  }
+  const Ending after = whole_session(library_.entry_points(), good_);
+  if (after.outcome != Outcome::kServed || after.digest != good_digest_) {
+    tried.complaint += " the good dataset is not served as ever afterwards: " + after.detail;
+  }
+  return tried;
+}
+
+Tally Sweep::run(const Damages& damages, std::string_view name, std::size_t stride,
+                 const SessionOptions& options) {
+  Tally tally;
+  const std::filesystem::path path = in(name);
+  for (std::size_t number = 0; number < damages.count(); number += stride) {
+    const std::string bytes = damages.damaged(number);
+    write_bytes(path, bytes);
+    const Case tried = try_file(path, bytes.size(), options);
+    tally.add(tried.ending.outcome);
+    EXPECT_EQ("", tried.complaint) << damages.describe(number);
+  }
+  return tally;
+}
+
+std::size_t sweep_stride(std::size_t partial) {
+  const char* wanted = getenv("FLD_SWEEP");
+  return wanted != nullptr && std::string_view(wanted) == "complete" ? 1 : partial;
+}
+
+}  // namespace faults
