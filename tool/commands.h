@@ -6,7 +6,9 @@
 
 namespace tool {
 
+void add_check_command(CLI::App& app);
 void add_info_command(CLI::App& app);
+void add_layout_command(CLI::App& app);
 void add_sample_command(CLI::App& app);
 void add_values_command(CLI::App& app);
 

@@ -9,6 +9,7 @@ namespace tool {
 enum class ExitStatus {
   ok = 0,
   failure = 1,     // anything that is not one of the others
+  findings = 1,    // what was asked about is not as it should be
   usage = 2,       // wrong command line
   unreadable = 3,  // the dataset cannot be read
 };
@@ -26,6 +27,17 @@ class CommandError : public std::runtime_error {
   // About a file: the line is "fldtool: file: message".
   CommandError(ExitStatus status, const std::string& file, const std::string& message)
       : CommandError(status, file + ": " + message) {}
+
+  ExitStatus status() const { return status_; }
+
+ private:
+  ExitStatus status_;
+};
+
+// Ends the program with a status and no line: the output has said it all.
+class QuietExit : public std::runtime_error {
+ public:
+  explicit QuietExit(ExitStatus status) : std::runtime_error("told in the output"), status_(status) {}
 
   ExitStatus status() const { return status_; }
 

@@ -34,6 +34,8 @@ int run(int argc, char** argv) {
   app.footer(std::string("'fldtool COMMAND --help' tells more.\n\n") + tool::kExitStatusText);
   tool::add_info_command(app);
   tool::add_values_command(app);
+  tool::add_layout_command(app);
+  tool::add_check_command(app);
   tool::add_sample_command(app);
   try {
     app.parse(argc, argv);
@@ -44,6 +46,8 @@ int run(int argc, char** argv) {
     return app.exit(success);  // prints the help or the version
   } catch (const CLI::ParseError& error) {
     return report(tool::ExitStatus::usage, std::string(error.what()) + " (see fldtool --help)");
+  } catch (const tool::QuietExit& exit) {
+    return static_cast<int>(exit.status());
   } catch (const tool::CommandError& error) {
     return report(error.status(), error.what());
   }

@@ -118,10 +118,10 @@ TEST_F(CommandLine, PrintsVersionAndHelp) {
   EXPECT_EQ(version.output, "fldtool 1.02\n");
   const Result help = run_fldtool({"--help"});
   EXPECT_EQ(help.status, 0);
-  for (const char* word : {"info", "values", "sample", "Exit status: 0 fine"}) {
+  for (const char* word : {"check", "info", "layout", "values", "sample", "Exit status: 0 fine"}) {
     EXPECT_NE(help.output.find(word), std::string::npos) << word;
   }
-  for (const char* command : {"info", "values", "sample"}) {
+  for (const char* command : {"check", "info", "layout", "values", "sample"}) {
     const Result manual = run_fldtool({command, "--help"});
     EXPECT_EQ(manual.status, 0);
     EXPECT_NE(manual.output.find("Exit status: 0 fine"), std::string::npos) << command;

@@ -1,0 +1,12 @@
+// The whole session on one file: the input is the file.
+#include "fuzz/byte_source.h"
+#include "fuzz/scratch_directory.h"
+#include "fuzz/session_trial.h"
+#include "fuzz/target.h"
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  static const fuzz::ScratchDirectory scratch;
+  const auto file = scratch.write("case.fld", fuzz::as_text(data, size));
+  fuzz::run_session(file, size);
+  return 0;
+}

@@ -1,0 +1,61 @@
+#include "fuzz/trial.h"
+
+#include <cstdlib>
+#include <stdio.h>
+#include <string>
+
+#include "fuzz/heap_limit.h"
+
+namespace fuzz {
+namespace {
+
+constexpr std::size_t kFixedHeap = std::size_t{16} << 20;
+constexpr std::size_t kHeapPerByte = 8;
+constexpr std::size_t kKeptText = std::size_t{1} << 20;  // of the reader's lines; the rest is dropped
+
+std::string& lines() {
+  static std::string text;
+  return text;
+}
+
+ssize_t keep_lines(void* /*cookie*/, const char* text, std::size_t size) {
+  if (lines().size() + size <= kKeptText) lines().append(text, size);
+  return static_cast<ssize_t>(size);
+}
+
+FILE* line_keeper() {
+  static FILE* const stream = [] {
+    lines().reserve(kKeptText);
+    return fopencookie(nullptr, "w", {nullptr, keep_lines, nullptr, nullptr});
+  }();
+  return stream;
+}
+
+FILE* real_stderr = nullptr;
+
+}  // namespace
+
+void report_broken_promise(const char* what) {
+  fprintf(real_stderr, "\nfuzz: broken promise: %s\n", what);
+  std::abort();
+}
+
+Trial::Trial(std::size_t file_size) {
+  real_stderr = stderr;
+  stderr = line_keeper();
+  lines().clear();
+  watch_heap(kFixedHeap + kHeapPerByte * file_size);
+  start_ = std::clock();
+}
+
+Trial::~Trial() {
+  const std::clock_t end = std::clock();
+  const bool heap_was_kept = end_watching_heap();
+  fflush(stderr);
+  stderr = real_stderr;
+  if (!heap_was_kept) report_broken_promise("more memory than 16 MiB and 8 times the file");
+  if (end - start_ > CLOCKS_PER_SEC) report_broken_promise("more than 1 s of processor time");
+  if (lines().find("MEMORY LEAK DETECTED") != std::string::npos) report_broken_promise(lines().c_str());
+}
+
+}  // namespace fuzz

@@ -1,0 +1,103 @@
+#include "inspect/check.h"
+
+#include <filesystem>
+#include <optional>
+#include <set>
+#include <system_error>
+
+#include "inspect/content_check.h"
+#include "inspect/dataset_outline.h"
+#include "inspect/series.h"
+#include "inspect/structure_check.h"
+
+namespace inspect {
+namespace {
+
+// A file's place in its series; without one when that was not looked at.
+struct InSeries {
+  DatasetOutline* dataset = nullptr;
+  std::size_t number = 0;
+};
+
+std::optional<MotionBase> own_base(const Outline& outline, std::int32_t cycle, std::int64_t region_set) {
+  if (cycle != outline.cycle) return std::nullopt;
+  return MotionBase{.has_nodes = outline.region_sets[static_cast<std::size_t>(region_set)].nodes.has_value()};
+}
+
+void check_source(ByteSource& source, const CheckOptions& options, bool opens_dataset, const InSeries& series,
+                  FileReport& report) {
+  report.size = source.size();
+  StructureCheck structure(report.findings, opens_dataset);
+  report.walk = walk(source, structure);
+  structure.finish(report.walk.end == WalkEnd::complete);
+  if (options.full && report.walk.end != WalkEnd::not_fld) {
+    const Outline& outline = structure.outline();
+    Surroundings surroundings{.outline = outline};
+    if (series.dataset != nullptr) {
+      series.dataset->check(series.number, report.findings);
+      surroundings.knows_series = true;
+      surroundings.nodes_of_values = [&](std::int64_t set) {
+        return series.dataset->nodes_at(series.number, set);
+      };
+      surroundings.motion_base = [&](std::int32_t cycle, std::int64_t set) {
+        return series.dataset->motion_base(cycle, set);
+      };
+    } else if (opens_dataset) {
+      // A dataset of one file: motion can only start from that.
+      surroundings.knows_series = true;
+      surroundings.motion_base = [&](std::int32_t cycle, std::int64_t set) {
+        return own_base(outline, cycle, set);
+      };
+    }
+    ContentCheck content(surroundings, report.findings);
+    walk(source, content, options.progress);
+  }
+  report.findings.sort();
+}
+
+FileReport check_file(const std::string& path, const CheckOptions& options, bool opens_dataset,
+                      const InSeries& series) {
+  FileReport report(path, options.limit);
+  try {
+    FileSource source(path);
+    check_source(source, options, opens_dataset, series, report);
+  } catch (const ReadError& error) {
+    report.reason = error.what();
+  }
+  return report;
+}
+
+// The same for every way to write a path.
+std::string identity(const std::string& path) {
+  std::error_code error;
+  const auto canonical = std::filesystem::weakly_canonical(path, error);
+  return error ? path : canonical.string();
+}
+
+}  // namespace
+
+void check_files(const std::vector<std::string>& files, const CheckOptions& options,
+                 const std::function<void(const FileReport&)>& tell) {
+  std::set<std::string> done;
+  for (const std::string& file : files) {
+    if (done.contains(identity(file))) continue;
+    if (options.full && !options.alone) {
+      const std::vector<SeriesFile> series = find_series(file);
+      DatasetOutline dataset(series);
+      for (std::size_t i = 0; i < series.size(); ++i) {
+        if (!done.insert(identity(series[i].path)).second) continue;
+        tell(check_file(series[i].path, options, i == 0, {&dataset, i}));
+      }
+    }
+    // A file of no series, and one that is not there.
+    if (done.insert(identity(file)).second) tell(check_file(file, options, !has_cycle(file), {}));
+  }
+}
+
+FileReport check_bytes(ByteSource& source, const CheckOptions& options) {
+  FileReport report("", options.limit);
+  check_source(source, options, true, {}, report);
+  return report;
+}
+
+}  // namespace inspect

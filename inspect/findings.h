@@ -1,0 +1,59 @@
+// What was found in a file, with a limit on how much of one kind is kept.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "inspect/finding_kinds.h"
+
+namespace inspect {
+
+struct Finding {
+  Kind kind{};
+  std::uint64_t offset = 0;  // of the byte in the file where it shows
+  std::string place{};       // "region set 0, LS_Nodes, x"; empty for the file as a whole
+  std::string wanted{};
+  std::string found{};
+
+  friend bool operator==(const Finding&, const Finding&) = default;
+};
+
+// Takes what somebody finds at a place in the file.
+class Reporter {
+ public:
+  virtual ~Reporter() = default;
+  virtual void report(Kind kind, std::uint64_t offset, std::string wanted, std::string found) = 0;
+};
+
+class Findings {
+ public:
+  // Keeps the first `limit` findings of each kind and counts the others.
+  explicit Findings(std::size_t limit) : limit_(limit) {}
+
+  void add(Finding finding);
+  // Puts the findings in the order of their offsets.
+  void sort();
+
+  const std::vector<Finding>& kept() const { return kept_; }
+  const std::map<Kind, std::uint64_t>& counts() const { return counts_; }
+  std::uint64_t count(Severity severity) const;
+  // How many of a kind are not kept.
+  std::uint64_t left_out(Kind kind) const;
+  // Neither errors nor warnings.
+  bool is_fine() const { return count(Severity::error) == 0 && count(Severity::warning) == 0; }
+
+ private:
+  std::size_t limit_;
+  std::vector<Finding> kept_;
+  std::map<Kind, std::uint64_t> counts_;
+};
+
+// Bytes of the file for people: unless they are text, everything but ASCII as \x00 and so on.
+std::string shown(std::string_view bytes);
+// The same in quotes.
+std::string in_quotes(std::string_view bytes);
+
+}  // namespace inspect

@@ -1,0 +1,91 @@
+#include "inspect/layout.h"
+
+#include <algorithm>
+#include <fnmatch.h>
+
+#include "inspect/text_check.h"
+
+namespace inspect {
+
+Layout::Layout(std::vector<std::string> patterns, Use use)
+    : patterns_(std::move(patterns)), use_(std::move(use)), is_picked_(patterns_.empty()) {}
+
+void Layout::identification(const Record& record) {
+  tell({.type = EntryType::identification, .offset = record.offset, .length = record.size()});
+}
+
+void Layout::version(const Record& record, std::int32_t version) {
+  tell({.type = EntryType::version, .offset = record.offset, .length = record.size(), .number = version});
+}
+
+void Layout::title(const Title& title) {
+  is_picked_ =
+      patterns_.empty() || std::any_of(patterns_.begin(), patterns_.end(), [&](const std::string& pattern) {
+        return fnmatch(pattern.c_str(), title.text.c_str(), 0) == 0;
+      });
+  tell({.type = EntryType::title,
+        .offset = title.record.offset,
+        .length = title.record.size(),
+        .what = shown(title.text),
+        .region_set = title.is(TitleId::file_end) ? -1 : title.region_set});
+}
+
+void Layout::end_section(const Title& /*title*/, const Record& rule) {
+  if (rule.length == 0) return;
+  tell({.type = EntryType::end_rule, .offset = rule.offset, .length = rule.size()});
+}
+
+void Layout::begin_block(const Block& block) {
+  tell({.type = EntryType::rule,
+        .offset = block.record.offset,
+        .length = block.record.size(),
+        .what = std::string(name(block.content)),
+        .region = block.region,
+        .rule = block.rule,
+        .width = block.width,
+        .count = block.count});
+}
+
+void Layout::record(const Block& block, const Record& record, std::int64_t count) {
+  flush();
+  record_ = {.type = EntryType::record,
+             .offset = record.offset,
+             .length = record.size(),
+             .width = block.width,
+             .count = count};
+}
+
+void Layout::integer(const Block& /*block*/, std::int64_t value) {
+  if (record_) record_->number = value;
+}
+
+void Layout::characters(const Block& block, std::string_view bytes) {
+  if (record_ && block.content != Content::region_names) record_->text = shown(without_padding(bytes));
+}
+
+void Layout::skipped(const Record& record) {
+  tell({.type = EntryType::skipped, .offset = record.offset, .length = record.size()});
+}
+
+void Layout::problem(const Finding& finding) {
+  const KindInfo& kind = info(finding.kind);
+  if (kind.severity == Severity::note) return;
+  if (kind.severity == Severity::error) ++errors_;
+  flush();
+  use_({.type = EntryType::problem,
+        .offset = finding.offset,
+        .what = std::string(kind.text),
+        .finding = finding});
+}
+
+void Layout::tell(LayoutEntry entry) {
+  flush();
+  if (is_picked_) use_(entry);
+}
+
+void Layout::flush() {
+  if (record_ && is_picked_) use_(*record_);
+  record_.reset();
+}
+
+}  // namespace inspect

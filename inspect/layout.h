@@ -1,0 +1,85 @@
+// Everything that a file consists of, entry by entry in file order.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "inspect/visitor.h"
+#include "nlohmann/json.hpp"
+
+namespace inspect {
+
+enum class EntryType : std::uint8_t {
+  identification,
+  version,
+  title,
+  rule,
+  record,
+  end_rule,
+  skipped,  // a record on the way to the next title, after something was wrong
+  problem,
+};
+
+struct LayoutEntry {
+  EntryType type = EntryType::record;
+  std::uint64_t offset = 0;
+  std::uint64_t length = 0;  // bytes, with the markers
+  std::string what{};        // the title, or what the block holds; of a problem the text
+  std::int64_t region_set = -1;
+  std::int64_t region = -1;              // of a section with its regions one after the other
+  Rule rule{};                           // of a rule
+  std::int64_t width = -1;               // bytes of an element
+  std::int64_t count = -1;               // elements of the record, or of the block if its section tells
+  std::optional<std::int64_t> number{};  // the version, or the value of a block of one integer
+  std::optional<std::string> text{};     // the beginning of a block of characters
+  std::optional<Finding> finding{};
+};
+
+class Layout : public Visitor {
+ public:
+  using Use = std::function<void(const LayoutEntry& entry)>;
+
+  // Tells the entries of the sections and header items whose titles match one of the patterns, which may have
+  // the wildcards * and ?; without patterns everything. Problems are always told.
+  Layout(std::vector<std::string> patterns, Use use);
+
+  std::int64_t errors() const { return errors_; }
+  // To be called after the walk.
+  void finish() { flush(); }
+
+  void identification(const Record& record) override;
+  void version(const Record& record, std::int32_t version) override;
+  void title(const Title& title) override;
+  void end_section(const Title& title, const Record& rule) override;
+  void begin_block(const Block& block) override;
+  void record(const Block& block, const Record& record, std::int64_t count) override;
+  void integer(const Block& block, std::int64_t value) override;
+  void characters(const Block& block, std::string_view bytes) override;
+  void end_block(const Block&) override { flush(); }
+  void skipped(const Record& record) override;
+  void problem(const Finding& finding) override;
+
+ private:
+  void tell(LayoutEntry entry);
+  void flush();
+
+  std::vector<std::string> patterns_;
+  Use use_;
+  bool is_picked_ = true;
+  std::optional<LayoutEntry> record_;  // the last one, whose value comes after it
+  std::int64_t errors_ = 0;
+};
+
+// The heading of the table that layout_line makes, and an entry's line. Texts are as in the file.
+std::string layout_heading();
+std::string layout_line(const LayoutEntry& entry);
+
+// Texts of the file as UTF-8.
+using Decode = std::function<std::string(const std::string& bytes)>;
+
+nlohmann::ordered_json layout_json(const LayoutEntry& entry, const Decode& decode);
+
+}  // namespace inspect

@@ -1,0 +1,90 @@
+// Reads the blocks of one header item or section in the order that its layout wants, tells a visitor about
+// them and reports what does not fit.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+#include "inspect/byte_reader.h"
+#include "inspect/findings.h"
+#include "inspect/pieces.h"
+#include "inspect/record_reader.h"
+#include "inspect/visitor.h"
+
+namespace inspect {
+
+inline constexpr std::int64_t kLabelLength = 32;
+
+// The rest of a section makes no sense any more; goes to the next title. Was reported.
+struct SectionLost {};
+// The section ended before its layout did. Was reported; `end` is the end rule, empty if that is missing too.
+struct SectionEnded {
+  Record end{};
+};
+
+class SectionReader {
+ public:
+  SectionReader(ByteReader& reader, RecordReader& records, Reporter& reporter, Visitor& visitor)
+      : reader_(reader), records_(records), reporter_(reporter), visitor_(visitor) {}
+
+  void start();
+  // The header's, which tells how many components a vector has; 3 until it was set.
+  void set_dimension(std::int64_t dimension) { dimension_ = dimension; }
+  std::int64_t dimension() const { return dimension_; }
+  // The blocks that follow belong to this region of the section.
+  void set_region(std::int64_t region) { region_ = region; }
+  // What is being read, for findings.
+  const Block& current() const { return current_; }
+
+  // Each reads one block; `count` is what the layout wants. They throw SectionLost, SectionEnded,
+  // FramingLost.
+  std::int64_t integer(Content content);
+  std::int64_t count(Content content);       // not negative
+  std::int64_t long_count(Content content);  // in 4 or 8 bytes, not negative
+  void integer_that_is(Content content, std::int64_t wanted, Kind otherwise);
+  std::int64_t sum(Content content, std::int64_t count);  // of counts that are not negative
+  void integers(Content content, std::int64_t count);
+  void reals(Content content, std::int64_t count, std::int64_t width = 0);  // 0: 4 or 8
+  std::string characters(Content content, std::int64_t count);              // the first 256 of them
+
+  // Reads blocks of any kind until the end rule comes.
+  void anything();
+  // Whether the next record is an end rule.
+  bool is_at_end();
+  // Reads the end rule.
+  Record end();
+  // Reports something wrong with the block read last.
+  [[noreturn]] void give_up(Kind kind, std::string wanted, std::string found);
+
+ private:
+  // What a block tells the reader itself.
+  struct Read {
+    std::int64_t sum = 0;
+    bool has_negative = false;
+    std::string text{};
+  };
+
+  Read block(Content content, DataKind data, std::int64_t count, std::int64_t width = 0);
+  void open_block(Content content, DataKind data, std::int64_t count);
+  bool check_width(std::int64_t wanted);
+  void check_counts();
+  void data_record(std::int64_t first, const Record& record, Read& read);
+  void take_in(const Piece& piece, Read& read);
+  void any_records();
+  void report_exceeding(std::int64_t elements);
+  void report(Kind kind, std::string wanted, std::string found);
+
+  ByteReader& reader_;
+  RecordReader& records_;
+  Reporter& reporter_;
+  Visitor& visitor_;
+  std::int64_t dimension_ = 3;
+  std::int64_t region_ = -1;
+  Block current_{};
+};
+
+// The title at a place of the file: a whole record of 32 bytes that is a known title. None for anything else.
+std::optional<Title> known_title_at(ByteReader& reader, std::uint64_t offset);
+
+}  // namespace inspect

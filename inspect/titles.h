@@ -1,0 +1,57 @@
+// The titles of a file, and which blocks follow each.
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <string_view>
+
+namespace inspect {
+
+class SectionReader;
+
+enum class TitleId : std::uint8_t {
+  application,
+  application_version,
+  release_date,
+  grid_type,
+  dimension,
+  bias,
+  date,
+  comments,
+  cycle,
+  unused,
+  header_end,
+  region_set,
+  file_end,
+  coordinate_system,
+  surfaces,
+  surfaces_array,
+  volumes,
+  volumes_array,
+  elements,
+  materials,
+  nodes,
+  motion,
+  scalar,
+  vector,
+};
+
+enum class TitleGroup : std::uint8_t { header_item, header_end, region_set, file_end, section };
+
+struct TitleInfo {
+  TitleId id;
+  TitleGroup group;
+  std::string_view text;
+  bool is_prefix;                // a name follows the text
+  void (*read)(SectionReader&);  // reads the blocks up to the end rule; null: there is no body
+};
+
+std::span<const TitleInfo> all_titles();
+
+// The entry of a title without the blanks at its end, null for an unknown one.
+const TitleInfo* find_title(std::string_view text);
+
+// The known title that differs from `text` in one or two characters, null when there is none.
+const TitleInfo* near_miss(std::string_view text);
+
+}  // namespace inspect

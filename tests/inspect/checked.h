@@ -1,0 +1,50 @@
+// Small files, and what a check says about them.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "inspect/check.h"
+#include "testkit/file_writer.h"
+
+namespace inspect_test {
+
+// One tetrahedron with a surface, a volume region and material 1, a scalar "p" and a vector "v".
+testkit::File small_file();
+
+// Every construct of the format: all element shapes, both forms of the regions, motion with all kinds of
+// actions, two region sets, widths of 4 and 8, blocks of no and of several records.
+testkit::File rich_file();
+
+// A file's bytes, and where everything stands in them.
+struct Written {
+  explicit Written(const testkit::File& file) : bytes(testkit::to_bytes(file, &places)) {}
+
+  // Offsets of the title; of a block's rule record and of its first value.
+  std::uint64_t title(const char* text) const { return places.of(text).offset; }
+  std::uint64_t rule(const char* text, std::size_t block) const { return places.of(text).blocks[block]; }
+  std::uint64_t value(const char* text, std::size_t block) const { return rule(text, block) + 24; }
+
+  testkit::Places places;
+  std::string bytes;
+};
+
+// The bytes with a 32-bit integer changed.
+std::string with_integer(std::string bytes, std::uint64_t offset, std::int32_t value);
+
+// One line per finding: "FLD-106 at 1234: wanted 16, found 20".
+using Lines = std::vector<std::string>;
+std::string line(int number, std::uint64_t offset, const std::string& wanted, const std::string& found);
+Lines lines(const inspect::FileReport& report);
+
+// What a check of the bytes finds, with the content.
+Lines told(const std::string& bytes);
+inline Lines told(const testkit::File& file) {
+  return told(testkit::to_bytes(file));
+}
+
+// Whether a check of the structure, or of everything, finds an error or a warning.
+bool finds(const std::string& bytes, bool full);
+
+}  // namespace inspect_test

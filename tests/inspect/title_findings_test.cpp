@@ -1,0 +1,168 @@
+// The findings about titles and their order: FLD-201 to FLD-216.
+#include "gtest/gtest.h"
+#include <algorithm>
+
+#include "inspect/byte_source.h"
+#include "testkit/small_meshes.h"
+#include "tests/inspect/checked.h"
+
+namespace {
+
+using inspect_test::line;
+using inspect_test::Lines;
+using inspect_test::small_file;
+using inspect_test::told;
+using inspect_test::Written;
+using testkit::Block;
+using testkit::File;
+using testkit::Section;
+
+// The small file with one more section.
+File with(Section section) {
+  File file = small_file();
+  file.region_sets.front().add(std::move(section));
+  return file;
+}
+
+TEST(TitleFindings, BytesThatAreNotText) {
+  const Written file(with({.title = "Half\x01"
+                                    "way"}));
+  EXPECT_EQ(told(file.bytes), Lines{line(201,
+                                         file.title("Half\x01"
+                                                    "way") +
+                                             4,
+                                         "a known title", "\"Half\\x01way\"")});
+}
+
+TEST(TitleFindings, Misspelt) {
+  File file = small_file();
+  file.region_sets.front().section("LS_MatOfElements").title = "LS_MatOfElement";
+  const Written written(file);
+  EXPECT_EQ(told(written.bytes), Lines{line(202, written.title("LS_MatOfElement") + 4, "LS_MatOfElements",
+                                            "\"LS_MatOfElement\"")});
+  file.region_sets.front().section("LS_MatOfElement").title = "LS_MatOfElements  !";
+  EXPECT_EQ(told(file), Lines{line(202, written.title("LS_MatOfElement") + 4, "LS_MatOfElements",
+                                   "\"LS_MatOfElements  !\"")});
+}
+
+TEST(TitleFindings, UnknownIsANote) {
+  const Written file(with({.title = "LS_Whatever", .blocks = {Block::integer(1)}}));
+  EXPECT_EQ(told(file.bytes),
+            Lines{line(203, file.title("LS_Whatever") + 4, "a known title", "\"LS_Whatever\"")});
+  EXPECT_FALSE(inspect_test::finds(file.bytes, true));
+}
+
+TEST(TitleFindings, AHeaderItemAmongTheSections) {
+  File file = with(testkit::header_item("ReleaseDate", {Block::integer(1)}));
+  file.header.remove("ReleaseDate");
+  const Written written(file);
+  EXPECT_EQ(told(written.bytes), Lines{line(204, written.title("ReleaseDate"), "a section", "ReleaseDate")});
+}
+
+TEST(TitleFindings, TheHeaderIsNotClosed) {
+  File file = small_file();
+  file.header_end.reset();
+  const Written written(file);
+  EXPECT_EQ(told(written.bytes),
+            Lines{line(205, written.title("OverlapStart_1"), "HeaderDataEnd", "OverlapStart_1")});
+}
+
+TEST(TitleFindings, TheFileEndsInTheHeader) {
+  const Written written(small_file());
+  const std::uint64_t place = written.title("HeaderDataEnd");
+  EXPECT_EQ(told(written.bytes.substr(0, place)),
+            (Lines{line(207, 0, "OverlapStart_", "none"),
+                   line(205, place, "HeaderDataEnd", "the end of the file")}));
+}
+
+TEST(TitleFindings, ASectionOutsideTheRegionSets) {
+  File file = small_file();
+  testkit::RegionSet before{.opener = std::nullopt, .sections = {testkit::coordinate_system_section(0)}};
+  file.region_sets.push_front(before);
+  const Written written(file);
+  EXPECT_EQ(told(written.bytes),
+            Lines{line(206, written.title("LS_CoordinateSystem"), "OverlapStart_", "LS_CoordinateSystem")});
+}
+
+TEST(TitleFindings, NoRegionSet) {
+  EXPECT_EQ(told(File{}), Lines{line(207, 0, "OverlapStart_", "none")});
+}
+
+TEST(TitleFindings, ASectionTwice) {
+  const Written file(with(testkit::materials_section({1})));
+  EXPECT_EQ(told(file.bytes),
+            Lines{line(208, file.places.of("LS_MatOfElements", 1).offset, "once", "again")});
+}
+
+TEST(TitleFindings, AQuantityTwice) {
+  File file = small_file();
+  testkit::RegionSet& set = file.region_sets.front();
+  set.add(Section(set.section("LS_Scalar:p")));
+  const Written written(file);
+  EXPECT_EQ(told(written.bytes),
+            Lines{line(208, written.places.of("LS_Scalar:p", 1).offset, "once", "again")});
+}
+
+TEST(TitleFindings, AHeaderItemTwice) {
+  File file = small_file();
+  file.header.items.push_back(file.header.item("Bias"));
+  const Written written(file);
+  EXPECT_EQ(told(written.bytes), Lines{line(209, written.places.of("Bias", 1).offset, "once", "again")});
+}
+
+TEST(TitleFindings, TheFileIsNotClosed) {
+  File file = small_file();
+  file.closer.reset();
+  const Written written(file);
+  EXPECT_EQ(told(written.bytes), Lines{line(210, written.places.size, "OverlapEnd", "the end of the file")});
+}
+
+TEST(TitleFindings, AnEmptyRegionSetAndOneWithoutNodes) {
+  File file = small_file();
+  file.add_region_set();
+  const Written written(file);
+  const std::uint64_t place = written.title("OverlapStart_2");
+  EXPECT_EQ(told(written.bytes),
+            (Lines{line(211, place, "sections", "none"), line(212, place, "LS_Nodes", "none")}));
+}
+
+TEST(TitleFindings, NoNodes) {
+  File file = small_file();
+  file.region_sets.front().remove("LS_Nodes");
+  const Written written(file);
+  EXPECT_EQ(told(written.bytes), Lines{line(212, written.title("OverlapStart_1"), "LS_Nodes", "none")});
+}
+
+TEST(TitleFindings, NoElements) {
+  File file = small_file();
+  file.region_sets.front().remove("LS_Elements");
+  const Written written(file);
+  EXPECT_EQ(told(written.bytes), Lines{line(213, written.title("OverlapStart_1"), "LS_Elements", "none")});
+}
+
+TEST(TitleFindings, NoMaterialsIsANote) {
+  File file = small_file();
+  file.region_sets.front().remove("LS_MatOfElements");
+  const Written written(file);
+  EXPECT_EQ(told(written.bytes),
+            Lines{line(214, written.title("OverlapStart_1"), "LS_MatOfElements", "none")});
+  EXPECT_FALSE(inspect_test::finds(written.bytes, true));
+}
+
+TEST(TitleFindings, AMissingHeaderItemIsANote) {
+  File file = small_file();
+  file.header.remove("Unused");
+  EXPECT_EQ(told(file), Lines{line(215, 0, "Unused", "none")});
+  EXPECT_FALSE(inspect_test::finds(testkit::to_bytes(file), true));
+}
+
+TEST(TitleFindings, TooManyRegionSets) {
+  File file = small_file();
+  for (int i = 0; i < 10000; ++i) file.add_region_set();
+  const Written written(file);
+  const Lines all = told(written.bytes);
+  const std::string wanted = line(216, written.title("OverlapStart_10001"), "at most 10000", "more");
+  EXPECT_EQ(std::count(all.begin(), all.end(), wanted), 1);
+}
+
+}  // namespace

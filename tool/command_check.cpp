@@ -1,0 +1,95 @@
+// fldtool check
+#include <cstddef>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "fmt/format.h"
+#include "host/text_encoding.h"
+#include "inspect/check.h"
+#include "inspect/report.h"
+#include "tool/commands.h"
+#include "tool/exit_status.h"
+#include "tool/output.h"
+
+namespace tool {
+namespace {
+
+constexpr char kManual[] =
+    R"(Says whether files are whole. It shares no code with the reader, and its memory does not grow with the file.
+
+Without --full the structure is checked: identification, version, header, titles and their order, the markers of every
+record, the sizes of all blocks against the counts before them, end rules, the end of the file. That takes no time.
+
+--full reads everything: indices and codes of elements, faces and regions, counts that have to agree, material numbers,
+names, values that are not a number or infinite, motion. When FILE belongs to a series (a number after an underscore
+before the extension), all files of the series are checked, one by one and against each other; --alone leaves the other
+files out.
+
+One line per finding tells the file, the severity, the number, the offset in bytes, what is wrong and where, what was
+wanted and what was found; docs/findings.md explains every number. The last line for a file sums up. Errors make readers
+refuse or misread the file; warnings are doubtful; notes, shown with --notes, are nothing bad.
+
+--json prints one JSON object:
+  full          whether the content was checked
+  files         per file: file, readable, reason (why it cannot be read, else null), size, complete (whether reading came
+                to the end), ended_at (the offset), errors, warnings, notes (how many), findings (number, severity,
+                offset, text, place, wanted, found), left_out (per number, how many are beyond --limit)
+
+The plug-in is not used. Exit status: 0 fine, 1 errors or warnings (or the output cannot be written), 2 wrong usage, 3 a
+file cannot be read or is not an FLD file.
+)";
+
+struct CheckCommand {
+  std::vector<std::string> files;
+  inspect::CheckOptions options;
+  bool notes = false;
+  bool json = false;
+};
+
+std::string decoded(const std::string& bytes) {
+  return host::to_utf8(bytes);
+}
+
+void run_check(const CheckCommand& command) {
+  Output output("");
+  if (command.json) output.write(fmt::format("{{\n\"full\": {},\n\"files\": [", command.options.full));
+  ExitStatus status = ExitStatus::ok;
+  bool is_first = true;
+  inspect::check_files(command.files, command.options, [&](const inspect::FileReport& report) {
+    if (command.json) {
+      output.write((is_first ? "\n" : ",\n") + inspect::report_json(report, decoded).dump());
+    } else {
+      output.write(decoded(inspect::report_text(report, command.notes)));
+    }
+    is_first = false;
+    if (!report.is_readable()) {
+      status = ExitStatus::unreadable;
+    } else if (!report.findings.is_fine() && status == ExitStatus::ok) {
+      status = ExitStatus::findings;
+    }
+  });
+  if (command.json) output.write("\n]\n}\n");
+  output.finish();
+  if (status != ExitStatus::ok) throw QuietExit(status);
+}
+
+}  // namespace
+
+void add_check_command(CLI::App& app) {
+  const auto command = std::make_shared<CheckCommand>();
+  CLI::App* check = app.add_subcommand("check", "Say whether files are whole");
+  check->add_option("FILE", command->files, "The files")->required();
+  check->add_flag("--full", command->options.full,
+                  "Check the content as well, and the other files of a series");
+  check->add_flag("--alone", command->options.alone, "With --full: leave the other files of a series out");
+  check->add_flag("--notes", command->notes, "Show notes too");
+  check->add_option("--limit", command->options.limit, "How many findings of one kind to show per file")
+      ->check(CLI::Range(std::size_t{1}, std::size_t{1000000}).description(""))
+      ->capture_default_str();
+  check->add_flag("--json", command->json, "Print JSON for programs");
+  check->footer(kManual);
+  check->callback([command] { run_check(*command); });
+}
+
+}  // namespace tool

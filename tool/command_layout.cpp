@@ -1,0 +1,127 @@
+// fldtool layout
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "fmt/format.h"
+#include "host/text_encoding.h"
+#include "inspect/byte_source.h"
+#include "inspect/layout.h"
+#include "inspect/walker.h"
+#include "tool/commands.h"
+#include "tool/exit_status.h"
+#include "tool/output.h"
+
+namespace tool {
+namespace {
+
+constexpr char kManual[] =
+    R"(Prints what FILE consists of, record by record in file order: the offset and the length in bytes (with the two markers
+of 4 bytes), what it is, the bytes of an element and the number of elements. Titles stand at the margin, the blocks of a
+section below them, each with its rule record and its data records. Single integers and texts are shown as well. Where
+something is wrong, a line with !! and the number of the finding says so; docs/findings.md explains the numbers. The last
+line says where the file ended, or where reading stopped.
+
+--title shows the header items and sections of that title alone; it may have the wildcards * and ?, and may be given
+several times: --title 'LS_Scalar:*'.
+
+--json prints one JSON object:
+  file, size        the file as given, its bytes
+  entries           in file order, each with type, offset and length, and by type:
+    identification
+    version         value
+    title           title, region_set (from 0; none in the header)
+    rule            what, region (from 0, in a section with its regions one after the other), width, per_record, records,
+                    count (elements, if the section's layout tells)
+    record          width, count, value (of a single integer or a text)
+    end_rule
+    skipped         a record that fits nowhere
+    problem         number, severity, offset, text, place, wanted, found; no length
+  complete          whether reading came to the end
+  ended_at          the offset where it ended
+
+The plug-in is not used. Exit status: 0 fine, 1 the file is damaged (or the output cannot be written), 2 wrong usage, 3 the
+file cannot be read or is not an FLD file.
+)";
+
+struct LayoutOptions {
+  std::string file;
+  std::vector<std::string> titles;
+  bool json = false;
+};
+
+std::string decoded(const std::string& bytes) {
+  return host::to_utf8(bytes);
+}
+
+// Prints the entries as they come.
+class Printer {
+ public:
+  Printer(const LayoutOptions& options, std::uint64_t size) : options_(options), output_("") {
+    if (options_.json) {
+      output_.write(fmt::format("{{\n\"file\": {},\n\"size\": {},\n\"entries\": [",
+                                nlohmann::json(decoded(options_.file)).dump(), size));
+    } else {
+      output_.write(inspect::layout_heading());
+    }
+  }
+
+  void print(const inspect::LayoutEntry& entry) {
+    if (options_.json) {
+      output_.write((is_first_ ? "\n" : ",\n") + inspect::layout_json(entry, decoded).dump());
+    } else {
+      output_.write(decoded(inspect::layout_line(entry)));
+    }
+    is_first_ = false;
+  }
+
+  void finish(const inspect::WalkResult& walk, std::uint64_t size) {
+    const bool is_complete = walk.end == inspect::WalkEnd::complete;
+    if (options_.json) {
+      output_.write(fmt::format("\n],\n\"complete\": {},\n\"ended_at\": {}\n}}\n", is_complete, walk.offset));
+    } else {
+      output_.write(fmt::format("{:>12}{:>12}  {}\n", walk.offset, "",
+                                is_complete ? "end"
+                                            : fmt::format("stopped here, {} bytes before the end of the file",
+                                                          size - walk.offset)));
+    }
+    output_.finish();
+  }
+
+ private:
+  const LayoutOptions& options_;
+  Output output_;
+  bool is_first_ = true;
+};
+
+void run_layout(const LayoutOptions& options) {
+  try {
+    inspect::FileSource source(options.file);
+    if (!inspect::is_fld(source)) {
+      throw CommandError(ExitStatus::unreadable, options.file, "is not an FLD file");
+    }
+    Printer printer(options, source.size());
+    inspect::Layout layout(options.titles, [&](const inspect::LayoutEntry& entry) { printer.print(entry); });
+    const inspect::WalkResult walk = inspect::walk(source, layout);
+    layout.finish();
+    printer.finish(walk, source.size());
+    if (layout.errors() > 0) throw QuietExit(ExitStatus::findings);
+  } catch (const inspect::ReadError& error) {
+    throw CommandError(ExitStatus::unreadable, options.file, error.what());
+  }
+}
+
+}  // namespace
+
+void add_layout_command(CLI::App& app) {
+  const auto options = std::make_shared<LayoutOptions>();
+  CLI::App* command = app.add_subcommand("layout", "Print what a file consists of, with offsets and lengths");
+  command->add_option("FILE", options->file, "The file")->required();
+  command->add_option("--title", options->titles, "Show what has this title alone; repeatable")
+      ->allow_extra_args(false);
+  command->add_flag("--json", options->json, "Print JSON for programs");
+  command->footer(kManual);
+  command->callback([options] { run_layout(*options); });
+}
+
+}  // namespace tool
