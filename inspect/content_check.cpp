@@ -1,5 +1,7 @@
 #include "inspect/content_check.h"
 
+#include <iterator>
+
 #include "inspect/big_endian.h"
 #include "inspect/mesh_checks.h"
 #include "inspect/motion_check.h"
@@ -11,7 +13,8 @@ namespace inspect {
 
 std::unique_ptr<SectionCheck> make_section_check(const Title& title, const Surroundings& surroundings,
                                                  Reporter& reporter) {
-  const bool has_tables = title.region_set >= 0 && title.region_set < kMostRegionSets;
+  const bool has_tables =
+      title.region_set >= 0 && title.region_set < std::ssize(surroundings.outline.region_sets);
   if (title.info == nullptr || title.in_header || !has_tables) return nullptr;
   const std::int64_t set = title.region_set;
   switch (title.info->id) {

@@ -25,6 +25,8 @@ class ContentCheck : public Visitor, private Reporter {
 
  private:
   void report(Kind kind, std::uint64_t offset, std::string wanted, std::string found) override;
+  bool only_counts(Kind kind) const override { return findings_.has_enough(kind); }
+  void count(Kind kind, std::uint64_t more) override { findings_.count_more(kind, more); }
 
   const Surroundings& surroundings_;
   Findings& findings_;

@@ -104,38 +104,39 @@ std::optional<std::size_t> DatasetOutline::find_cycle(std::int32_t cycle) const 
   return static_cast<std::size_t>(found - files_.begin());
 }
 
-const RegionSetOutline* DatasetOutline::region_set(std::size_t file, std::int64_t number) const {
-  const auto& sets = files_[file].outline.region_sets;
-  return number < std::ssize(sets) ? &sets[static_cast<std::size_t>(number)] : nullptr;
+const RegionSetOutline* DatasetOutline::find_region_set(std::size_t number, std::int64_t region_set) const {
+  const auto& sets = files_[number].outline.region_sets;
+  return region_set < std::ssize(sets) ? &sets[static_cast<std::size_t>(region_set)] : nullptr;
 }
 
-std::optional<std::int64_t> DatasetOutline::nodes_at(std::size_t file, std::int64_t number) const {
-  const RegionSetOutline* set = region_set(file, number);
+std::optional<std::int64_t> DatasetOutline::nodes_at(std::size_t number, std::int64_t region_set) const {
+  const RegionSetOutline* set = find_region_set(number, region_set);
   if (set == nullptr) return std::nullopt;
+  std::size_t last = number;
   if (set->base_cycle) {
     const auto base = find_cycle(*set->base_cycle);
     if (!base) return std::nullopt;
-    file = *base;
+    last = *base;
   }
-  for (std::size_t i = file + 1; i-- > 0;) {
-    set = region_set(i, number);
+  for (std::size_t i = last + 1; i-- > 0;) {
+    set = find_region_set(i, region_set);
     if (set != nullptr && set->nodes) return set->nodes;
   }
   return std::nullopt;
 }
 
-std::optional<MotionBase> DatasetOutline::motion_base(std::int32_t cycle, std::int64_t number) {
-  if (last_region_set_ == number && last_cycle_ == cycle) return last_base_;
+std::optional<MotionBase> DatasetOutline::motion_base(std::int32_t cycle, std::int64_t region_set) {
+  if (last_region_set_ == region_set && last_cycle_ == cycle) return last_base_;
   last_cycle_ = cycle;
-  last_region_set_ = number;
+  last_region_set_ = region_set;
   last_base_.reset();
   const auto file = find_cycle(cycle);
   if (!file) return last_base_;
-  const RegionSetOutline* set = region_set(*file, number);
+  const RegionSetOutline* set = find_region_set(*file, region_set);
   last_base_ = MotionBase{.has_nodes = set != nullptr && set->nodes.has_value()};
   try {
     FileSource source(files_[*file].name.path);
-    VolumeNames taker(number);
+    VolumeNames taker(region_set);
     walk(source, taker);
     if (taker.is_whole()) last_base_->volume_names = taker.names();
   } catch (const ReadError&) {

@@ -18,10 +18,10 @@ class DatasetOutline {
   // Goes through the titles of all files; one that cannot be read counts as empty.
   explicit DatasetOutline(const std::vector<SeriesFile>& files);
 
-  // Adds what is wrong with a file's header beside the other files, by its number in the series.
-  void check(std::size_t file, Findings& findings) const;
+  // Adds what is wrong with a file's header beside the other files, by its number in the series, from 0.
+  void check(std::size_t number, Findings& findings) const;
   // How many nodes a quantity of a region set has values for at a file.
-  std::optional<std::int64_t> nodes_at(std::size_t file, std::int64_t region_set) const;
+  std::optional<std::int64_t> nodes_at(std::size_t number, std::int64_t region_set) const;
   // The file that a motion from this cycle starts from. Reads its names.
   std::optional<MotionBase> motion_base(std::int32_t cycle, std::int64_t region_set);
 
@@ -33,7 +33,7 @@ class DatasetOutline {
   };
 
   std::optional<std::size_t> find_cycle(std::int32_t cycle) const;
-  const RegionSetOutline* region_set(std::size_t file, std::int64_t number) const;
+  const RegionSetOutline* find_region_set(std::size_t number, std::int64_t region_set) const;
 
   std::vector<File> files_;
   bool is_transient_ = false;

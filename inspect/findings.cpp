@@ -26,6 +26,11 @@ std::uint64_t Findings::count(Severity severity) const {
   return sum;
 }
 
+bool Findings::has_enough(Kind kind) const {
+  const auto found = counts_.find(kind);
+  return found != counts_.end() && found->second >= limit_;
+}
+
 std::uint64_t Findings::left_out(Kind kind) const {
   const auto found = counts_.find(kind);
   return found == counts_.end() || found->second < limit_ ? 0 : found->second - limit_;

@@ -26,6 +26,9 @@ class Reporter {
  public:
   virtual ~Reporter() = default;
   virtual void report(Kind kind, std::uint64_t offset, std::string wanted, std::string found) = 0;
+  // Whether findings of a kind are only counted by now, so that nobody needs to put them into words.
+  virtual bool only_counts(Kind /*kind*/) const { return false; }
+  virtual void count(Kind /*kind*/, std::uint64_t /*more*/) {}
 };
 
 class Findings {
@@ -34,12 +37,15 @@ class Findings {
   explicit Findings(std::size_t limit) : limit_(limit) {}
 
   void add(Finding finding);
+  // Counts findings of a kind of which enough are kept.
+  void count_more(Kind kind, std::uint64_t more) { counts_[kind] += more; }
   // Puts the findings in the order of their offsets.
   void sort();
 
   const std::vector<Finding>& kept() const { return kept_; }
   const std::map<Kind, std::uint64_t>& counts() const { return counts_; }
   std::uint64_t count(Severity severity) const;
+  bool has_enough(Kind kind) const;
   // How many of a kind are not kept.
   std::uint64_t left_out(Kind kind) const;
   // Neither errors nor warnings.

@@ -44,32 +44,34 @@ void IndexRange::check(const Piece& piece, std::span<const std::int32_t> indices
   // Nearly always all are right; that is found out without a branch in the loop.
   std::uint32_t outside = 0;
   for (const std::int32_t index : indices) outside += is_outside(index) ? 1U : 0U;
-  for (std::size_t i = 0; outside > 0; ++i) {
+  for (std::size_t i = 0; outside > 0 && !reporter.only_counts(kind); ++i) {
     if (!is_outside(indices[i])) continue;
     reporter.report(kind, offset_of(piece, i),
                     fmt::format("{} to {}{}", first, first + *count - 1, allows_none ? ", or -1" : ""),
                     std::to_string(indices[i]));
     --outside;
   }
-}
-
-std::int64_t corner_count(CodeFamily family, std::int32_t code) {
-  return corners_in(corners_of(family), code);
+  if (outside > 0) reporter.count(kind, outside);
 }
 
 std::int64_t sum_of_corners(CodeFamily family, const Piece& piece, std::span<const std::int32_t> codes,
                             Kind kind, Reporter& reporter) {
   const Corners& corners = corners_of(family);
   std::int64_t sum = 0;
+  std::uint64_t unknown = 0;
   for (std::size_t i = 0; i < codes.size(); ++i) {
     const std::int64_t count = corners_in(corners, codes[i]);
-    if (count == 0) {
+    sum += count;
+    if (count > 0) continue;
+    if (reporter.only_counts(kind)) {
+      ++unknown;
+    } else {
       reporter.report(kind, offset_of(piece, i),
                       family == CodeFamily::elements ? "23, 24, 34, 35, 36 or 38" : "122, 133 or 134",
                       std::to_string(codes[i]));
     }
-    sum += count;
   }
+  if (unknown > 0) reporter.count(kind, unknown);
   return sum;
 }
 

@@ -22,10 +22,7 @@ struct IndexRange {
 
 enum class CodeFamily { elements, faces };
 
-// Corners of an element or face, 0 for an unknown code.
-std::int64_t corner_count(CodeFamily family, std::int32_t code);
-
-// The corners of all of these together; reports every unknown code.
+// The corners of all of these elements or faces together; reports every unknown code.
 std::int64_t sum_of_corners(CodeFamily family, const Piece& piece, std::span<const std::int32_t> codes,
                             Kind kind, Reporter& reporter);
 

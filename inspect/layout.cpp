@@ -78,7 +78,7 @@ void Layout::problem(const Finding& finding) {
         .finding = finding});
 }
 
-void Layout::tell(LayoutEntry entry) {
+void Layout::tell(const LayoutEntry& entry) {
   flush();
   if (is_picked_) use_(entry);
 }

@@ -63,7 +63,7 @@ class Layout : public Visitor {
   void problem(const Finding& finding) override;
 
  private:
-  void tell(LayoutEntry entry);
+  void tell(const LayoutEntry& entry);
   void flush();
 
   std::vector<std::string> patterns_;

@@ -36,11 +36,12 @@ std::string finding_text(const Finding& finding) {
                      finding.offset, kind.text, place, finding.wanted, finding.found);
 }
 
-std::string report_text(const FileReport& report, bool notes) {
+std::string report_text(const FileReport& report, bool notes, const Decode& decode) {
   if (!report.reason.empty()) return fmt::format("{}: cannot be read: {}\n", report.path, report.reason);
   std::string text;
   for (const Finding& finding : report.findings.kept()) {
-    if (is_shown(finding.kind, notes)) text += fmt::format("{}: {}\n", report.path, finding_text(finding));
+    if (is_shown(finding.kind, notes))
+      text += fmt::format("{}: {}\n", report.path, decode(finding_text(finding)));
   }
   for (const auto& [kind, count] : report.findings.counts()) {
     const std::uint64_t left_out = report.findings.left_out(kind);
@@ -60,7 +61,7 @@ nlohmann::ordered_json finding_json(const Finding& finding, const Decode& decode
 
 nlohmann::ordered_json report_json(const FileReport& report, const Decode& decode) {
   using Json = nlohmann::ordered_json;
-  Json json{{"file", decode(report.path)}, {"readable", report.is_readable()}};
+  Json json{{"file", report.path}, {"readable", report.is_readable()}};
   json["reason"] = report.reason.empty() ? Json() : Json(report.reason);
   json["size"] = report.size;
   json["complete"] = report.reason.empty() && report.walk.end == WalkEnd::complete;

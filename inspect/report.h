@@ -1,4 +1,4 @@
-// Reports of checks as text and JSON. Texts are as in the file; Decode makes UTF-8 of them.
+// Reports of checks as text and JSON. Decode makes UTF-8 of what comes from the file; paths stay as they are.
 #pragma once
 
 #include <string>
@@ -14,7 +14,7 @@ std::string finding_text(const Finding& finding);
 
 // A line per finding, how many are left out, and a last line that sums up; all begin with the file's path.
 // Without `notes`, notes are left out.
-std::string report_text(const FileReport& report, bool notes);
+std::string report_text(const FileReport& report, bool notes, const Decode& decode);
 
 nlohmann::ordered_json finding_json(const Finding& finding, const Decode& decode);
 nlohmann::ordered_json report_json(const FileReport& report, const Decode& decode);

@@ -41,8 +41,8 @@ enum class TitleGroup : std::uint8_t { header_item, header_end, region_set, file
 struct TitleInfo {
   TitleId id;
   TitleGroup group;
+  bool is_prefix;  // a name follows the text
   std::string_view text;
-  bool is_prefix;                // a name follows the text
   void (*read)(SectionReader&);  // reads the blocks up to the end rule; null: there is no body
 };
 

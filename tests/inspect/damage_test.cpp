@@ -155,7 +155,7 @@ TEST_F(Damage, TitlesWithoutABodyLeftOutOrDoubled) {
 
 TEST_F(Damage, BytesLostOrPutInAnywhere) {
   for (std::size_t place = 0; place + 4 <= whole.size(); ++place) {
-    for (const std::size_t count : {1, 4}) {
+    for (const std::size_t count : {std::size_t{1}, std::size_t{4}}) {
       std::string without = whole;
       without.erase(place, count);
       EXPECT_TRUE(finds(without, false)) << count << " bytes lost at " << place;

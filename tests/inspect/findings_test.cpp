@@ -78,23 +78,28 @@ TEST(Texts, AreShownSoThatTheyCanBePrinted) {
   EXPECT_EQ(inspect::in_quotes("\x8a\x4f\x01"), "\"\\x8aO\\x01\"");
 }
 
+std::string unchanged(const std::string& text) {
+  return text;
+}
+
 TEST(Reports, AsText) {
   inspect::FileReport report("case.fld", 1);
   report.findings.add({Kind::trailing_marker, 1234, "LS_Nodes, x", "16", "20"});
   report.findings.add({Kind::trailing_marker, 2000, "LS_Nodes, y", "16", "20"});
   report.findings.add({Kind::undefined_share, 3000, "", "defined values", "1 of 4"});
   EXPECT_EQ(
-      inspect::report_text(report, false),
+      inspect::report_text(report, false, unchanged),
       "case.fld: error FLD-106 at 1234: the markers of a record differ (LS_Nodes, x): wanted 16, found 20\n"
       "case.fld: FLD-106: 1 more of 2\n"
       "case.fld: 2 errors\n");
   EXPECT_EQ(
-      inspect::report_text(report, true),
+      inspect::report_text(report, true, unchanged),
       "case.fld: error FLD-106 at 1234: the markers of a record differ (LS_Nodes, x): wanted 16, found 20\n"
       "case.fld: note FLD-704 at 3000: undefined values: wanted defined values, found 1 of 4\n"
       "case.fld: FLD-106: 1 more of 2\n"
       "case.fld: 2 errors, 1 note\n");
-  EXPECT_EQ(inspect::report_text(inspect::FileReport("good.fld", 1), false), "good.fld: no findings\n");
+  EXPECT_EQ(inspect::report_text(inspect::FileReport("good.fld", 1), false, unchanged),
+            "good.fld: no findings\n");
 }
 
 TEST(Reports, SayWhereTheWalkStopped) {
@@ -102,7 +107,7 @@ TEST(Reports, SayWhereTheWalkStopped) {
   report.size = 5000;
   report.walk = {inspect::WalkEnd::stopped, 1234};
   report.findings.add({Kind::framing_lost, 1234, "", "a record", "the marker -1"});
-  EXPECT_EQ(inspect::report_text(report, false),
+  EXPECT_EQ(inspect::report_text(report, false, unchanged),
             "case.fld: error FLD-108 at 1234: no record begins here: wanted a record, found the marker -1\n"
             "case.fld: 1 error; nothing behind offset 1234 of 5000 was looked at\n");
 }
