@@ -58,9 +58,11 @@ void run_check(const CheckCommand& command) {
   bool is_first = true;
   inspect::check_files(command.files, command.options, [&](const inspect::FileReport& report) {
     if (command.json) {
-      output.write((is_first ? "\n" : ",\n") + inspect::report_json(report, decoded).dump());
+      output.write((is_first ? "\n" : ",\n") +
+                   inspect::report_json(report, decoded)
+                       .dump(-1, ' ', false, nlohmann::json::error_handler_t::replace));
     } else {
-      output.write(decoded(inspect::report_text(report, command.notes)));
+      output.write(inspect::report_text(report, command.notes, decoded));
     }
     is_first = false;
     if (!report.is_readable()) {

@@ -59,8 +59,10 @@ class Printer {
  public:
   Printer(const LayoutOptions& options, std::uint64_t size) : options_(options), output_("") {
     if (options_.json) {
-      output_.write(fmt::format("{{\n\"file\": {},\n\"size\": {},\n\"entries\": [",
-                                nlohmann::json(decoded(options_.file)).dump(), size));
+      output_.write(fmt::format(
+          "{{\n\"file\": {},\n\"size\": {},\n\"entries\": [",
+          nlohmann::json(options_.file).dump(-1, ' ', false, nlohmann::json::error_handler_t::replace),
+          size));
     } else {
       output_.write(inspect::layout_heading());
     }

@@ -1,11 +1,16 @@
 // fldtool check: what it prints and its exit status, on good, broken and empty input.
 #include "gtest/gtest.h"
+#include <algorithm>
+#include <filesystem>
+#include <span>
 #include <string>
+#include <sys/resource.h>
 #include <vector>
 
 #include "nlohmann/json.hpp"
 #include "testkit/file_writer.h"
 #include "testkit/quantity.h"
+#include "testkit/small_meshes.h"
 #include "tests/tool/run_fldtool.h"
 #include "tests/tool/tool_datasets.h"
 
@@ -167,6 +172,48 @@ TEST(CheckCommand, TextsOfTheFileAreShownAsUtf8) {
   const Result result = run_fldtool({"check", "--full", file.path()});
   EXPECT_NE(result.output.find("LS_Scalar:圧力, number of values): wanted 11, found 2\n"), std::string::npos)
       << result.output;
+}
+
+// Ten million tetrahedra; nearly all of the file is holes.
+testkit::File large_file() {
+  constexpr std::int64_t kElements = 10000000;
+  constexpr std::int64_t kNodes = 2000000;
+  testkit::Mesh mesh;
+  for (testkit::Reals* axis : {&mesh.nodes.x, &mesh.nodes.y, &mesh.nodes.z})
+    *axis = testkit::Reals::hole(kNodes);
+  mesh.elements.type = testkit::Ints(kElements, [](std::int64_t, std::span<std::int32_t> out) {
+    std::fill(out.begin(), out.end(), testkit::kTetrahedron);
+  });
+  mesh.elements.conn = testkit::Ints::hole(4 * kElements);
+  mesh.materials = testkit::Ints::hole(kElements);
+  mesh.volumes = {{.name = "fluid", .elements = testkit::Ints::hole(kElements)}};
+  testkit::File file = testkit::file_of(mesh);
+  file.region_sets.front().add(
+      testkit::scalar_section({.name = "p", .values = testkit::Reals::hole(kNodes)}));
+  return file;
+}
+
+TEST(CheckCommand, MemoryStaysBelow64MebibytesWhateverTheSize) {
+#ifdef __SANITIZE_ADDRESS__
+  GTEST_SKIP() << "the sanitizer has memory of its own";
+#endif
+  const OneFile file(large_file());
+  const Result result = run_fldtool({"check", "--full", file.path()});
+  EXPECT_EQ(result.status, 0) << result.output;
+  rusage usage = {};
+  ASSERT_EQ(getrusage(RUSAGE_CHILDREN, &usage), 0);
+  EXPECT_LT(usage.ru_maxrss, 64 * 1024);
+  EXPECT_GT(std::filesystem::file_size(file.path()), 300000000U);
+}
+
+TEST(CheckCommand, PathsOfAnyBytes) {
+  for (const std::string name : {"\xe5\xa4\x96.fld", "\x8a\x4f\xff.fld"}) {
+    const OneFile file(one_of_each_file(), name);
+    EXPECT_EQ(run_fldtool({"check", file.path()}).output, file.path() + ": no findings\n");
+    const json answer = json::parse(run_fldtool({"check", "--json", file.path()}).output);
+    EXPECT_EQ(answer["files"][0]["readable"], true);
+    EXPECT_EQ(json::parse(run_fldtool({"layout", "--json", file.path()}).output)["complete"], true);
+  }
 }
 
 TEST(CheckCommand, NeedsAFileAndAPlaceToWrite) {
