@@ -28,6 +28,10 @@ struct FLDGEO {
 
   int node_count() const { return nodes ? nodes->nnode : 0; }
   int element_count() const { return elements ? elements->nelem : 0; }
+  // Whether each element has all of its nodes, and all of them are in the mesh.
+  bool has_sound_elements() const {
+    return elements && elements->conn_range.is_inside(node_count()) && elements->nodes() <= elements->nconn;
+  }
   int material_count() const { return matOfElements ? matOfElements->nelem : 0; }
 };
 

@@ -20,6 +20,25 @@ void subtract(int* indices, long n, int bias) {
   for (long i = 0; i < n; ++i) indices[i] = without_bias(indices[i], bias);
 }
 
+// Subtracts the bias and tells the range of what comes out, block by block while it is in the cache.
+IndexRange subtract_and_measure(int* indices, long n, int bias) {
+  constexpr long kBlock = 8192;
+  IndexRange range = {0, -1};  // of an empty list
+  for (long begin = 0; begin < n; begin += kBlock) {
+    int* const block = indices + begin;
+    const long length = std::min(kBlock, n - begin);
+    if (bias != 0) subtract(block, length, bias);
+    int smallest = range.smallest;
+    int largest = range.largest;
+    for (long i = 0; i < length; ++i) {
+      smallest = std::min(smallest, block[i]);
+      largest = std::max(largest, block[i]);
+    }
+    range = {smallest, largest};
+  }
+  return range;
+}
+
 void subtract_from_links(int* links, long n, int bias) {
   for (long i = 0; i < n; ++i) links[i] = links[i] == -1 ? -1 : without_bias(links[i], bias);
 }
@@ -27,6 +46,9 @@ void subtract_from_links(int* links, long n, int bias) {
 }  // namespace
 
 void modifyIndicies(FLDGEO& geo, int bias, const LoadedSections& loaded) {
+  if (loaded.elements) {
+    geo.elements->conn_range = subtract_and_measure(geo.elements->conn, geo.elements->nconn, bias);
+  }
   if (bias == 0) return;
   if (loaded.surfaces) {
     for (auto& surface : geo.surfaces) {
@@ -37,7 +59,6 @@ void modifyIndicies(FLDGEO& geo, int bias, const LoadedSections& loaded) {
   if (loaded.volumes) {
     for (auto& volume : geo.volumes) subtract(volume->elem, volume->nelem, bias);
   }
-  if (loaded.elements) subtract(geo.elements->conn, geo.elements->nconn, bias);
 }
 
 void modifyMAT(const smart_ptr<MatOfElements>& materials) {

@@ -7,7 +7,7 @@
 namespace fld {
 
 // Subtracts `bias` from every node and element index of the pieces that `loaded` names; a face link of -1
-// stays.
+// stays. Notes the range of the elements' nodes.
 void modifyIndicies(FLDGEO& geo, int bias, const LoadedSections& loaded);
 
 // When some material number is negative, shifts all of them so that the smallest becomes 1. Throws

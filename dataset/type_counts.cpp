@@ -1,5 +1,6 @@
 #include "dataset/type_counts.h"
 
+#include <algorithm>
 #include <cstdio>
 
 #include "format/element_codes.h"
@@ -25,12 +26,11 @@ long count_links_outside(const int* links, long n, int count) {
   return outside;
 }
 
-// How many nodes more than the `given` ones the types need.
-template <class NodesOfCode>
-long missing_nodes(const int* types, long n, long given, NodesOfCode nodes_of_code) {
+// How many nodes more than it has the surface's faces need.
+long missing_nodes(const SurfaceGeometry& surface) {
   long needed = 0;
-  for (long i = 0; i < n; ++i) needed += nodes_of_code(types[i]);
-  return needed > given ? needed - given : 0;
+  for (int i = 0; i < surface.nface; ++i) needed += nodes_of_face(surface.faceType[i]);
+  return std::max<long>(needed - surface.nfaceNode, 0);
 }
 
 void report(const std::string& path, long count, const char* what) {
@@ -66,17 +66,18 @@ void report_bad_indices(const FLDGEO& geo, const std::string& path) {
   const int nelem = geo.element_count();
   if (geo.elements) {
     const Elements& elements = *geo.elements;
-    report(path, count_outside(elements.conn, elements.nconn, nnode),
-           "NODE NUMBERS OF ELEMENTS OUT OF RANGE");
-    report(path, missing_nodes(elements.type, nelem, elements.nconn, nodes_of_element),
-           "NODE NUMBERS OF ELEMENTS MISSING");
+    if (!elements.conn_range.is_inside(nnode)) {
+      report(path, count_outside(elements.conn, elements.nconn, nnode),
+             "NODE NUMBERS OF ELEMENTS OUT OF RANGE");
+    }
+    report(path, std::max(elements.nodes() - elements.nconn, 0L), "NODE NUMBERS OF ELEMENTS MISSING");
   }
   long bad_face_nodes = 0;
   long missing_face_nodes = 0;
   long bad_links = 0;
   for (const auto& surface : geo.surfaces) {
     bad_face_nodes += count_outside(surface->faceNode, surface->nfaceNode, nnode);
-    missing_face_nodes += missing_nodes(surface->faceType, surface->nface, surface->nfaceNode, nodes_of_face);
+    missing_face_nodes += missing_nodes(*surface);
     bad_links += count_links_outside(surface->faceLink, surface->nface, nelem);
   }
   report(path, bad_face_nodes, "NODE NUMBERS OF FACES OUT OF RANGE");

@@ -14,6 +14,9 @@ struct ElementCounts {
   int nprism = 0;
   int nhex = 0;
 
+  // Node indices that so many elements take in a connectivity.
+  long nodes() const { return 3L * ntri + 4L * nquad + 4L * ntet + 5L * npyr + 6L * nprism + 8L * nhex; }
+
   // Without a branch per type, so that a loop over a list of codes compiles to vector code.
   void add(int code) {
     ntri += code == kTriangle;

@@ -8,6 +8,14 @@
 
 namespace fld {
 
+// The smallest and the largest index of a list, as long as they are not known those of no table.
+struct IndexRange {
+  int smallest = -1;
+  int largest = 0;
+
+  bool is_inside(int count) const { return smallest >= 0 && largest < count; }
+};
+
 class Elements : public ElementCounts {
  public:
   Elements() = default;
@@ -19,6 +27,7 @@ class Elements : public ElementCounts {
   int* type = nullptr;  // nelem type codes
   int* conn = nullptr;  // nconn node indices, element after element, each with as many as its type has nodes
   long nconn = 0;
+  IndexRange conn_range;  // of conn, noted when its indices are brought to zero-based numbering
 };
 
 // Reads the section's body: int block nelem; int block of nelem types; int block of 4 or 8 bytes nconn; int

@@ -92,7 +92,7 @@ std::span<const int> moving_nodes(const ALE_REGION& region, const FLDGEO& geo, c
     for_each_node(*volume, geo.elements.get(), ele2head, nnode,
                   [](int node) { g_mark_node[static_cast<size_t>(node)] = 1; });
   }
-  return {g_part_nodes.data(), static_cast<size_t>(list_marked_nodes(nnode))};
+  return list_marked_nodes(nnode);
 }
 
 }  // namespace

@@ -1,6 +1,8 @@
 #include "reader/node_selection.h"
 
 #include <algorithm>
+#include <cstdint>
+#include <cstring>
 
 #include "reader/region_walk.h"
 #include "reader/work_tables.h"
@@ -11,27 +13,38 @@ namespace {
 
 // What the work tables hold.
 struct Selection {
-  int part = 0;        // 0: none
-  int count = 0;       // nodes
-  bool whole = false;  // every mark is set, and there is no list
+  int part = 0;  // 0: none
+  int count = 0;
+  bool all = false;            // every node of the mesh
+  std::span<const int> nodes;  // empty when all
+  bool numbered = false;       // g_globalNode2localNode holds this part's numbers
 };
 Selection selection;
 
-// Collects the nodes that `visit` calls back with, then sorts and numbers them: the way for parts that are
+size_t remembered_end = 0;  // in g_part_nodes
+
+// Where the next list goes; there is room for a list of the whole mesh.
+int* next_list() {
+  return g_part_nodes.data() + remembered_end;
+}
+
+void mark(int node) {
+  g_mark_node[static_cast<size_t>(node)] = 1;
+}
+
+// Marks and collects the nodes that `visit` calls back with, then sorts them: the way for parts that are
 // small beside the mesh.
 template <class Visit>
-int collect_nodes(Visit visit) {
-  int count = 0;
-  visit([&count](int node) {
+std::span<const int> collect_nodes(Visit visit) {
+  int* const list = next_list();
+  int* end = list;
+  visit([&end](int node) {
     if (g_mark_node[static_cast<size_t>(node)] != 0) return;
-    g_mark_node[static_cast<size_t>(node)] = 1;
-    g_part_nodes[static_cast<size_t>(count++)] = node;
+    mark(node);
+    *end++ = node;
   });
-  std::sort(g_part_nodes.begin(), g_part_nodes.begin() + count);
-  for (int k = 0; k < count; ++k) {
-    g_globalNode2localNode[static_cast<size_t>(g_part_nodes[static_cast<size_t>(k)])] = k;
-  }
-  return count;
+  std::sort(list, end);
+  return {list, end};
 }
 
 // Passing over all marks costs less than sorting when the region names more nodes than this share of the
@@ -40,7 +53,7 @@ bool is_small(long named_nodes, int nnode) {
   return named_nodes < nnode / 16;
 }
 
-int select_surface(const SurfaceGeometry& surface, int nnode) {
+std::span<const int> find_nodes(const SurfaceGeometry& surface, int nnode) {
   if (is_small(surface.nfaceNode, nnode)) {
     return collect_nodes([&](auto on_node) { for_each_node(surface, nnode, on_node); });
   }
@@ -48,7 +61,8 @@ int select_surface(const SurfaceGeometry& surface, int nnode) {
   return list_marked_nodes(nnode);
 }
 
-int select_volume(const VolumeGeometry& volume, const FLDGEO& geo, const long* ele2head, int nnode) {
+std::span<const int> find_nodes(const VolumeGeometry& volume, const FLDGEO& geo, const long* ele2head,
+                                int nnode) {
   const Elements* elements = geo.elements.get();
   if (is_small(8L * volume.nelem, nnode)) {
     return collect_nodes([&](auto on_node) { for_each_node(volume, elements, ele2head, nnode, on_node); });
@@ -57,46 +71,111 @@ int select_volume(const VolumeGeometry& volume, const FLDGEO& geo, const long* e
   return list_marked_nodes(nnode);
 }
 
+std::span<const int> find_nodes(const Part& part, int nnode) {
+  return part.kind == Part::Kind::surface
+             ? find_nodes(*part.surface, nnode)
+             : find_nodes(*part.volume, part.geo(), element_offsets(part.geoIndex), nnode);
+}
+
+// Keeps the list at next_list() for good, unless there would be no room for another one then.
+void remember(PartNodes& entry, std::span<const int> nodes, int nnode) {
+  const bool all = static_cast<int>(nodes.size()) == nnode;  // needs no list
+  const size_t end = remembered_end + (all ? 0 : nodes.size());
+  if (end + g_mark_node.size() > g_part_nodes.size()) return;
+  entry = {remembered_end, static_cast<int>(nodes.size()), true};
+  remembered_end = end;
+}
+
+std::span<const int> marked_again(const PartNodes& entry) {
+  const std::span<const int> nodes(g_part_nodes.data() + entry.begin, static_cast<size_t>(entry.count));
+  for (const int node : nodes) mark(node);
+  return nodes;
+}
+
+void select_all(int part, int count, size_t marks) {
+  std::fill_n(g_mark_node.begin(), marks, 1);
+  selection = {part, count, true, {}, false};
+}
+
+// The nodes of a surface or a volume.
+void select_region(const Part& part) {
+  const int nnode = part.geo().node_count();
+  PartNodes none = {};
+  const auto index = static_cast<size_t>(part.number) - 1;
+  PartNodes& entry = index < g_part_lists.size() ? g_part_lists[index] : none;
+  if (entry.known && entry.count == nnode) return select_all(part.number, nnode, static_cast<size_t>(nnode));
+  const bool known = entry.known;
+  const auto nodes = known ? marked_again(entry) : find_nodes(part, nnode);
+  if (!known) remember(entry, nodes, nnode);
+  const auto count = static_cast<int>(nodes.size());
+  selection = {part.number, count, count == nnode, nodes, false};
+}
+
 }  // namespace
-
-int list_marked_nodes(int nnode) {
-  int count = 0;
-  for (int i = 0; i < nnode; ++i) {
-    const auto node = static_cast<size_t>(i);
-    g_part_nodes[static_cast<size_t>(count)] = i;
-    g_globalNode2localNode[node] = count;
-    count += g_mark_node[node];
-  }
-  return count;
-}
-
-void forget_selection() {
-  if (selection.whole) {
-    std::fill(g_mark_node.begin(), g_mark_node.end(), 0);
-  } else {
-    for (int k = 0; k < selection.count; ++k) {
-      g_mark_node[static_cast<size_t>(g_part_nodes[static_cast<size_t>(k)])] = 0;
-    }
-  }
-  selection = {};
-}
 
 int select_nodes(const Part& part) {
   if (part.kind == Part::Kind::none) return 0;
   if (selection.part == part.number) return selection.count;
   forget_selection();
-  const FLDGEO& geo = part.geo();
-  const int nnode = geo.node_count();
   if (part.kind == Part::Kind::whole) {
-    std::fill(g_mark_node.begin(), g_mark_node.end(), 1);
-    selection = {part.number, nnode, true};
+    select_all(part.number, part.geo().node_count(), g_mark_node.size());
   } else {
-    const int count = part.kind == Part::Kind::surface
-                          ? select_surface(*part.surface, nnode)
-                          : select_volume(*part.volume, geo, element_offsets(part.geoIndex), nnode);
-    selection = {part.number, count, false};
+    select_region(part);
   }
   return selection.count;
+}
+
+bool all_nodes_selected() {
+  return selection.all;
+}
+
+std::span<const int> selected_nodes() {
+  return selection.nodes;
+}
+
+const int* local_numbers() {
+  if (!selection.numbered) {
+    int number = 0;
+    for (const int node : selection.nodes) g_globalNode2localNode[static_cast<size_t>(node)] = number++;
+    selection.numbered = true;
+  }
+  return g_globalNode2localNode.data();
+}
+
+std::span<const int> list_marked_nodes(int nnode) {
+  constexpr int kGroup = 8;  // marks that are looked at together
+  const char* const marks = g_mark_node.data();
+  int* const list = next_list();
+  int* end = list;
+  const auto list_from = [&](int first, int last) {
+    for (int i = first; i < last; ++i) {
+      *end = i;
+      end += marks[i];
+    }
+  };
+  int i = 0;
+  for (; i + kGroup <= nnode; i += kGroup) {
+    uint64_t group = 0;
+    memcpy(&group, marks + i, sizeof group);
+    if (group != 0) list_from(i, i + kGroup);
+  }
+  list_from(i, nnode);
+  return {list, end};
+}
+
+void forget_selection() {
+  if (selection.all) {
+    std::fill(g_mark_node.begin(), g_mark_node.end(), 0);
+  } else {
+    for (const int node : selection.nodes) g_mark_node[static_cast<size_t>(node)] = 0;
+  }
+  selection = {};
+}
+
+void forget_node_lists() {
+  forget_selection();
+  std::fill(g_part_lists.begin(), g_part_lists.end(), PartNodes{});
+  remembered_end = 0;
 }
 
 int fld_markNodesOnSurfaceRegion(const SurfaceGeometry* surface, int nnode, char* mark) {

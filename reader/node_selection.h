@@ -1,26 +1,38 @@
 // The nodes of the part being served: marks, the ascending list of the marked nodes, and their local numbers,
-// kept in the work tables. The selection stays valid until another part is selected or the geometry changes,
-// so a part's coordinates, connectivity and values find it once.
+// kept in the work tables. The selection stays valid until another part is selected, and the lists of the
+// parts before it are remembered while the geometry stands, so a part's nodes are looked for once.
 #pragma once
+
+#include <span>
 
 #include "reader/parts.h"
 
 namespace fld {
 
-// Selects the part's nodes: sets g_mark_node, g_part_nodes and, for surface and volume parts,
-// g_globalNode2localNode. Returns how many there are. The time it takes follows the part, not the mesh. For a
-// whole mesh every node is selected, and the list and local numbers, which would be the identity, are left
-// alone.
+// Selects the part's nodes, that is sets g_mark_node, and returns how many there are. The time it takes
+// follows the part, not the mesh.
 int select_nodes(const Part& part);
 
-// Lists the nodes below `nnode` that are marked in g_part_nodes, numbers them in g_globalNode2localNode, and
-// returns how many there are. One pass over the marks, for users that set them on their own and for parts
-// that hold a good share of the mesh.
-int list_marked_nodes(int nnode);
+// Whether the selected part has all nodes of its mesh; nothing is listed or numbered then, as it would be the
+// identity.
+bool all_nodes_selected();
 
-// Clears the marks of the selected part and forgets which it is: its geometry or the tables are about to
-// change.
+// The selected nodes in ascending order.
+std::span<const int> selected_nodes();
+
+// The number of each selected node within the part, from 0, by its number in the mesh:
+// g_globalNode2localNode, which is filled when a part is first asked for it.
+const int* local_numbers();
+
+// The nodes below `nnode` that are marked, in ascending order; valid until a part is selected. For users that
+// set the marks on their own.
+std::span<const int> list_marked_nodes(int nnode);
+
+// Clears the marks of the selected part and forgets which it is.
 void forget_selection();
+
+// Forgets the lists of all parts as well: the geometry or the tables are about to change.
+void forget_node_lists();
 
 // Mark a region's nodes, which have an entry each in `mark` (at least nnode), after clearing the first nnode
 // entries. Line faces and unknown codes mark nothing. Return how many of the first nnode entries are 1.

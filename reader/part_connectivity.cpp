@@ -16,22 +16,40 @@ constexpr int kFirstNode = 1;
 // The number of a node within the part: from the table of local numbers, or the mesh's own.
 struct LocalNumber {
   const int* table;
-  int nnode;
-  int operator()(int node) const { return is_inside(node, nnode) ? table[node] + 1 : kFirstNode; }
+  int operator()(int node) const { return table[node] + 1; }
 };
 struct MeshNumber {
-  int nnode;
-  int operator()(int node) const { return is_inside(node, nnode) ? node + 1 : kFirstNode; }
+  int operator()(int node) const { return node + 1; }
 };
+
+// The same where the file may name nodes that the mesh does not have.
+template <class Number>
+struct CheckedNumber {
+  Number number;
+  int nnode;
+  int operator()(int node) const { return is_inside(node, nnode) ? number(node) : kFirstNode; }
+};
+
+// Calls `work` with what numbers the nodes of the selected part.
+template <class Work>
+void with_numbering(Work work) {
+  if (all_nodes_selected()) {
+    work(MeshNumber{});
+  } else {
+    work(LocalNumber{local_numbers()});
+  }
+}
 
 // Writes the row of an element of `kNodes` nodes, of which the file gives `given`.
 template <int kNodes, class Number>
 void write_row(int* row, const int* nodes, int given, Number number) {
-  if (given == kNodes) {
-    for (int j = 0; j < kNodes; ++j) row[j] = number(nodes[j]);
-    return;
-  }
   for (int j = 0; j < kNodes; ++j) row[j] = j < given ? number(nodes[j]) : kFirstNode;
+}
+
+// The same where the file gives all of them.
+template <int kNodes, class Number>
+void write_full_row(int* row, const int* nodes, Number number) {
+  for (int j = 0; j < kNodes; ++j) row[j] = number(nodes[j]);
 }
 
 // Calls `work` with the number of nodes of the code as a compile-time constant; not at all for a code without
@@ -62,23 +80,41 @@ void with_node_count(int nodes, Work work) {
 void write_surface_rows(const Part& part, int slot, int** rows) {
   const int wanted = face_code_of_slot(slot);
   with_node_count(nodes_of_face(wanted), [&]<int kNodes>() {
-    const LocalNumber number = {g_globalNode2localNode.data(), part.geo().node_count()};
-    for_each_face(*part.surface, [&, next = rows](int code, const int* nodes, int given) mutable {
-      if (code == wanted) write_row<kNodes>(*next++, nodes, given, number);
+    with_numbering([&](auto unchecked) {
+      const CheckedNumber<decltype(unchecked)> number = {unchecked, part.geo().node_count()};
+      for_each_face(*part.surface, [&, next = rows](int code, const int* nodes, int given) mutable {
+        if (code == wanted) write_row<kNodes>(*next++, nodes, given, number);
+      });
     });
+  });
+}
+
+// Calls `write` with a function that writes the row of element `e`, as its nodes and the mesh allow.
+template <int kNodes, class Number, class Write>
+void with_row_writer(const Part& part, Number number, Write write) {
+  const FLDGEO& geo = part.geo();
+  const long* const ele2head = element_offsets(part.geoIndex);
+  if (geo.has_sound_elements()) {
+    const int* const conn = geo.elements->conn;
+    write([=](int* row, int e) { write_full_row<kNodes>(row, conn + ele2head[e], number); });
+    return;
+  }
+  const CheckedNumber<Number> checked = {number, geo.node_count()};
+  write([=, elements = geo.elements.get()](int* row, int e) {
+    const ElementNodes element(*elements, ele2head, e, kNodes);
+    write_row<kNodes>(row, element.nodes, element.given, checked);
   });
 }
 
 void write_volume_rows(const Part& part, int slot, int** rows) {
   const int wanted = element_code_of_slot(slot);
   with_node_count(nodes_of_element(wanted), [&]<int kNodes>() {
-    const Elements* elements = part.geo().elements.get();
-    const long* ele2head = element_offsets(part.geoIndex);
-    const LocalNumber number = {g_globalNode2localNode.data(), part.geo().node_count()};
-    for_each_element(*part.volume, elements, [&, next = rows](int e, int code) mutable {
-      if (code != wanted) return;
-      const ElementNodes element(*elements, ele2head, e, kNodes);
-      write_row<kNodes>(*next++, element.nodes, element.given, number);
+    with_numbering([&](auto number) {
+      with_row_writer<kNodes>(part, number, [&](auto write_row_of) {
+        for_each_element(*part.volume, part.geo().elements.get(), [&, next = rows](int e, int code) mutable {
+          if (code == wanted) write_row_of(*next++, e);
+        });
+      });
     });
   });
 }
@@ -86,14 +122,13 @@ void write_volume_rows(const Part& part, int slot, int** rows) {
 void write_mesh_rows(const Part& part, int slot, int** rows) {
   const int wanted = element_code_of_slot(slot);
   with_node_count(nodes_of_element(wanted), [&]<int kNodes>() {
-    const Elements* elements = part.geo().elements.get();
-    const long* ele2head = element_offsets(part.geoIndex);
-    const MeshNumber number = {part.geo().node_count()};
-    for (int e = 0; e < part.geo().element_count(); ++e) {
-      if (elements->type[e] != wanted) continue;
-      const ElementNodes element(*elements, ele2head, e, kNodes);
-      write_row<kNodes>(*rows++, element.nodes, element.given, number);
-    }
+    with_row_writer<kNodes>(part, MeshNumber{}, [&](auto write_row_of) {
+      const int nelem = part.geo().element_count();
+      const int* const types = nelem > 0 ? part.geo().elements->type : nullptr;
+      for (int e = 0; e < nelem; ++e) {
+        if (types[e] == wanted) write_row_of(*rows++, e);
+      }
+    });
   });
 }
 

@@ -35,7 +35,7 @@ int USERD_get_part_coords(int number, float** coords) {
   if (count <= 0) return 1;
   const Nodes& nodes = *part.geo().nodes;
   const VFPA* const axes[] = {&nodes.x, &nodes.y, &nodes.z};
-  for (int axis = 0; axis < 3; ++axis) copy_part_values(part, count, *axes[axis], nodes.nnode, coords[axis]);
+  for (int axis = 0; axis < 3; ++axis) copy_part_values(count, *axes[axis], nodes.nnode, coords[axis]);
   // The whole mesh is given as it is stored, whatever its coordinate system.
   if (part.kind != Part::Kind::whole && part.geo().coordinateSystem == kCylindrical) {
     to_cartesian(coords[0], coords[1], count);

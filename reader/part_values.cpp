@@ -3,22 +3,23 @@
 #include <algorithm>
 
 #include "reader/globals.h"
-#include "reader/work_tables.h"
+#include "reader/node_selection.h"
 
 namespace fld {
 
-void copy_part_values(const Part& part, int count, const VFPA& values, int n, float* out) {
+void copy_part_values(int count, const VFPA& values, int n, float* out) {
   ++out;  // the host's arrays begin at entry 1
   visit_elements(values, [=](const auto* from) {
     // Nodes are in ascending order, so those with a value come first.
     int given = 0;
-    if (part.kind == Part::Kind::whole) {
+    if (all_nodes_selected()) {
       given = std::min(count, n);
       for (int i = 0; i < given; ++i) out[i] = static_cast<float>(from[i]);
     } else {
-      const int* nodes = g_part_nodes.data();
-      given = static_cast<int>(std::lower_bound(nodes, nodes + count, n) - nodes);
-      for (int k = 0; k < given; ++k) out[k] = static_cast<float>(from[nodes[k]]);
+      const auto nodes = selected_nodes();
+      given = static_cast<int>(std::lower_bound(nodes.begin(), nodes.end(), n) - nodes.begin());
+      const int* const node = nodes.data();
+      for (int k = 0; k < given; ++k) out[k] = static_cast<float>(from[node[k]]);
     }
     std::fill(out + given, out + count, Ens_Undef_value);
   });

@@ -1,13 +1,12 @@
-// Copies values per node to the host in the order of a part's local numbers.
+// Copies values per node to the host in the order of the selected part's local numbers.
 #pragma once
 
-#include "reader/parts.h"
 #include "support/vfpa.h"
 
 namespace fld {
 
-// Writes the value of each of the `count` selected nodes of the part, as float, to entries 1 to `count` of
-// `out`. Nodes at or beyond `n`, the number of values that there are, get Ens_Undef_value.
-void copy_part_values(const Part& part, int count, const VFPA& values, int n, float* out);
+// Writes the value of each of the `count` selected nodes, as float, to entries 1 to `count` of `out`. Nodes
+// at or beyond `n`, the number of values that there are, get Ens_Undef_value.
+void copy_part_values(int count, const VFPA& values, int n, float* out);
 
 }  // namespace fld

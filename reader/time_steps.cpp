@@ -70,6 +70,7 @@ bool bring_region_to_step(int current, int g) {
   const bool read = (g_fld->m_anyALE && reference == current) || overlap.m_hasALE ||
                     g_fldgeo->loadedStep[region] != reference;
   if (read) {
+    forget_node_lists();
     const int result = reload_region(*ref_fldfile, g);
     fit_work_tables(*g_fldgeo, g);
     if (result != 0) {
@@ -131,7 +132,6 @@ void USERD_set_time_set_and_step(int set, int step) {
     fputs("error : not found geometry data in current time.\n", stderr);
     return;
   }
-  forget_selection();
   const auto regions = static_cast<int>(g_fldgeo->loadedStep.size());
   for (int g = 0; g < regions && bring_region_to_step(current, g); ++g) {
   }

@@ -28,8 +28,7 @@ int write_scalar(const FLDFile& file, const Part& part, int count, const std::st
   const FLDTITLE_Scalar* title = file.findSeekScalar(name.c_str(), part.geoIndex);
   if (title == nullptr) return kNotInThisStep;
   const int result = title->m_seek == 0 ? kDone : cache_scalar(file, *title);
-  if (result == kDone && title->m_seek != 0)
-    copy_part_values(part, count, g_scalar->values, g_scalar->n, out);
+  if (result == kDone && title->m_seek != 0) copy_part_values(count, g_scalar->values, g_scalar->n, out);
   return result;
 }
 
@@ -39,7 +38,7 @@ int write_vector(const FLDFile& file, const Part& part, int count, const std::st
   if (title == nullptr) return kNotInThisStep;
   const int result = title->m_seek == 0 ? kDone : cache_vector(file, *title);
   if (result == kDone && title->m_seek != 0) {
-    copy_part_values(part, count, g_vector->components[component], g_vector->n, out);
+    copy_part_values(count, g_vector->components[component], g_vector->n, out);
   }
   return result;
 }

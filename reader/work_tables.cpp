@@ -13,6 +13,10 @@ namespace fld {
 
 namespace {
 
+// Lists of so many nodes are remembered, as many times as the mesh has nodes: volumes that share out the
+// mesh, twice.
+constexpr size_t kRememberedMeshes = 2;
+
 // Nodes that an element takes in the offset table, which knows the four solid shapes alone.
 int nodes_of_solid(int code) {
   return code == kTriangle || code == kQuadrilateral ? 0 : nodes_of_element(code);
@@ -39,6 +43,7 @@ struct WorkTables {
   NodeTable<char> mark_node;
   NodeTable<int> global_to_local;
   NodeTable<int> part_nodes;
+  NodeTable<PartNodes> part_lists;
   ElementOffsets offsets;
   std::vector<ElementOffsets> own_offsets;
 };
@@ -54,7 +59,10 @@ WorkTables make_work_tables(const std::vector<FLDGEO>& geos) {
   const auto nnode = static_cast<size_t>(largest->node_count());
   tables.mark_node.resize(nnode);
   tables.global_to_local.resize(nnode);
-  tables.part_nodes.resize(nnode);
+  tables.part_nodes.resize(nnode + kRememberedMeshes * nnode);
+  size_t regions = 0;
+  for (const FLDGEO& geo : geos) regions += geo.surfaces.size() + geo.volumes.size();
+  tables.part_lists.resize(regions);
   tables.own_offsets.resize(geos.size());
   if (nnode > 0) tables.offsets = make_offsets(*largest);
   for (size_t g = 0; g < geos.size(); ++g) {
@@ -64,10 +72,11 @@ WorkTables make_work_tables(const std::vector<FLDGEO>& geos) {
 }
 
 void publish(WorkTables tables) {
-  forget_selection();
+  forget_node_lists();
   g_mark_node = std::move(tables.mark_node);
   g_globalNode2localNode = std::move(tables.global_to_local);
   g_part_nodes = std::move(tables.part_nodes);
+  g_part_lists = std::move(tables.part_lists);
   g_ele2head = std::move(tables.offsets);
   g_own_ele2head = std::move(tables.own_offsets);
 }

@@ -16,6 +16,13 @@ struct ElementOffsets {
   int nelem = 0;
 };
 
+// Where a part's nodes are listed.
+struct PartNodes {
+  size_t begin;
+  int count;
+  bool known;
+};
+
 // One entry per node of the largest region set, at first zero. Opening a dataset touches none of them.
 template <class T>
 using NodeTable = std::vector<T, LazyZeroAllocator<T>>;
@@ -24,8 +31,11 @@ using NodeTable = std::vector<T, LazyZeroAllocator<T>>;
 extern NodeTable<char> g_mark_node;
 // The local number, from 0, of each marked node of the part last served.
 extern NodeTable<int> g_globalNode2localNode;
-// The marked nodes in ascending order (node_selection.h).
+// The ascending node lists of parts, one behind the other, and room for one more of the whole mesh
+// (node_selection.h).
 extern NodeTable<int> g_part_nodes;
+// Per surface and volume part, where its list stands there.
+extern NodeTable<PartNodes> g_part_lists;
 // Of the region set with the most nodes; serves all region sets that agree with it.
 extern ElementOffsets g_ele2head;
 // Per region set; empty where g_ele2head serves.

@@ -7,6 +7,7 @@
 
 #include "support/assertion.h"
 #include "support/errors.h"
+#include "support/large_pages.h"
 
 namespace fld {
 
@@ -98,9 +99,9 @@ void unlink_from_list(AllocationNode* node) {
   if (memory == node) memory = node->next;
 }
 
-// Lists a block as the newest one; null when `allocate` or the listing finds no memory.
+// Lists a block of `size` bytes as the newest one. Throws when `allocate` or the listing finds no memory.
 template <class Allocate>
-void* allocate_listed(int tag, Allocate allocate) {
+void* allocate_listed(size_t size, int tag, Allocate allocate) {
   auto* node = static_cast<AllocationNode*>(malloc(sizeof(AllocationNode)));
   void* block = node != nullptr ? allocate() : nullptr;
   if (block == nullptr || !reserve_index()) {
@@ -112,6 +113,7 @@ void* allocate_listed(int tag, Allocate allocate) {
   if (memory != nullptr) memory->previous = node;
   memory = node;
   add_to_index(node);
+  advise_large_pages(block, size);
   return block;
 }
 
@@ -132,12 +134,12 @@ void free_memory() {
 
 void* cv_maloc(size_t size, int tag) {
   if (size == 0) return nullptr;
-  return allocate_listed(tag, [size] { return malloc(size); });
+  return allocate_listed(size, tag, [size] { return malloc(size); });
 }
 
 void* cv_caloc(size_t count, size_t size, int tag) {
   if (count == 0 || size == 0) return nullptr;
-  return allocate_listed(tag, [count, size] { return calloc(count, size); });
+  return allocate_listed(count * size, tag, [count, size] { return calloc(count, size); });
 }
 
 void* cv_realoc(void* block, size_t size) {

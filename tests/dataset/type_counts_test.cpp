@@ -44,7 +44,8 @@ void add_volume(FLDGEO& geo, const Ints& elements) {
   volume.elem = test::tracked(elements);
 }
 
-std::string report_on(const FLDGEO& geo) {
+std::string report_on(FLDGEO geo) {
+  count_types(geo);
   test::Messages messages;
   report_bad_indices(geo, "/d/a.fld");
   return messages.text();
