@@ -36,8 +36,9 @@ refuse or misread the file; warnings are doubtful; notes, shown with --notes, ar
                 to the end), ended_at (the offset), errors, warnings, notes (how many), findings (number, severity,
                 offset, text, place, wanted, found), left_out (per number, how many are beyond --limit)
 
-The plug-in is not used. Exit status: 0 fine, 1 errors or warnings (or the output cannot be written), 2 wrong usage, 3 a
-file cannot be read or is not an FLD file.
+The plug-in is not used. Errors and warnings count as findings for the exit status. It is 3 when a file cannot be read or
+is not an FLD file, whatever was found in the others.
+
 )";
 
 struct CheckCommand {
@@ -90,7 +91,7 @@ void add_check_command(CLI::App& app) {
       ->check(CLI::Range(std::size_t{1}, std::size_t{1000000}).description(""))
       ->capture_default_str();
   check->add_flag("--json", command->json, "Print JSON for programs");
-  check->footer(kManual);
+  check->footer(std::string(kManual) + kExitStatusText);
   check->callback([command] { run_check(*command); });
 }
 

@@ -40,8 +40,8 @@ several times: --title 'LS_Scalar:*'.
   complete          whether reading came to the end
   ended_at          the offset where it ended
 
-The plug-in is not used. Exit status: 0 fine, 1 the file is damaged (or the output cannot be written), 2 wrong usage, 3 the
-file cannot be read or is not an FLD file.
+The plug-in is not used. Errors in the file's structure count as findings for the exit status.
+
 )";
 
 struct LayoutOptions {
@@ -122,7 +122,7 @@ void add_layout_command(CLI::App& app) {
   command->add_option("--title", options->titles, "Show what has this title alone; repeatable")
       ->allow_extra_args(false);
   command->add_flag("--json", options->json, "Print JSON for programs");
-  command->footer(kManual);
+  command->footer(std::string(kManual) + kExitStatusText);
   command->callback([options] { run_layout(*options); });
 }
 

@@ -8,16 +8,17 @@ namespace tool {
 
 enum class ExitStatus {
   ok = 0,
-  failure = 1,     // anything that is not one of the others
-  findings = 1,    // what was asked about is not as it should be
-  usage = 2,       // wrong command line
-  unreadable = 3,  // the dataset cannot be read
+  findings = 1,       // what was asked about is not as it should be, or differs
+  usage = 2,          // wrong command line
+  unreadable = 3,     // the dataset cannot be read
+  failure = 4,        // anything that is not one of the others
+  interrupted = 130,  // Ctrl-C, as shells count it
 };
 
 // The lines about it in every command's help.
 inline constexpr char kExitStatusText[] =
-    "Exit status: 0 fine, 1 failure (such as an output that cannot be written), 2 wrong usage,\n"
-    "3 the file cannot be read.";
+    "Exit status: 0 fine, 1 findings or differences, 2 wrong usage, 3 the file cannot be read,\n"
+    "4 another failure (such as an output that cannot be written), 130 interrupted.";
 
 // Ends the program with a status and the line "fldtool: message".
 class CommandError : public std::runtime_error {

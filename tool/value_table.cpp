@@ -44,7 +44,7 @@ host::HostArray values_of(host::Session& session, const host::Variable& variable
       break;
     case host::Availability::not_in_this_step:
       throw CommandError(
-          ExitStatus::failure, file,
+          ExitStatus::usage, file,
           fmt::format("variable {} is not there for part {} at step {}", name, part.number, session.step()));
     case host::Availability::not_offered:
       throw CommandError(ExitStatus::failure, file,

@@ -82,7 +82,7 @@ TEST_F(CommandLine, RejectsAnotherFormat) {
 
 TEST_F(CommandLine, TellsAPluginThatCannotBeLoaded) {
   expect_error(
-      {"info", file(), "--plugin", "/no/such/plugin.so"}, 1,
+      {"info", file(), "--plugin", "/no/such/plugin.so"}, 4,
       "cannot load the reader library: /no/such/plugin.so: cannot open shared object file: No such file or "
       "directory");
 }
@@ -91,7 +91,7 @@ TEST_F(CommandLine, TakesThePluginFromTheEnvironment) {
   setenv("FLD_PLUGIN", "/named/nowhere.so", 1);
   const Result result = run_fldtool({"info", file()});
   unsetenv("FLD_PLUGIN");
-  EXPECT_EQ(result.status, 1);
+  EXPECT_EQ(result.status, 4);
   EXPECT_NE(result.errors.find("/named/nowhere.so"), std::string::npos) << result.errors;
 }
 
@@ -105,10 +105,10 @@ TEST_F(CommandLine, NoticesOutputsThatCannotBeWritten) {
                                                     {"info", file(), "--json"},
                                                     {"values", file(), "-p", "5", "--variable", "v"}}) {
     const Result result = run_fldtool(arguments, "/dev/full");
-    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(result.status, 4);
     EXPECT_EQ(result.errors, "fldtool: standard output: cannot write: No space left on device\n");
   }
-  expect_error({"values", file(), "-p", "1", "--variable", "p", "-o", "/no/such/folder/a.csv"}, 1,
+  expect_error({"values", file(), "-p", "1", "--variable", "p", "-o", "/no/such/folder/a.csv"}, 4,
                "/no/such/folder/a.csv: cannot write: No such file or directory");
 }
 

@@ -149,7 +149,7 @@ TEST(LayoutCommand, NeedsAFileAndAPlaceToWrite) {
   EXPECT_EQ(without.errors, "fldtool: FILE is required (see fldtool --help)\n");
   const OneFile file(one_of_each_file());
   const Result full = run_fldtool({"layout", file.path()}, "/dev/full");
-  EXPECT_EQ(full.status, 1);
+  EXPECT_EQ(full.status, 4);
   EXPECT_EQ(full.errors, "fldtool: standard output: cannot write: No space left on device\n");
 }
 

@@ -73,7 +73,7 @@ TEST_F(Sample, CannotBeWrittenBelowAFile) {
   const auto file = *directory / "plain";
   std::ofstream(file) << "text";
   const Result result = run_fldtool({"sample", file.string()});
-  EXPECT_EQ(result.status, 1);
+  EXPECT_EQ(result.status, 4);
   EXPECT_EQ(result.errors, "fldtool: " + file.string() + ": cannot write: Not a directory\n");
 }
 
