@@ -9,6 +9,7 @@
 #include "host/error.h"
 #include "tool/commands.h"
 #include "tool/exit_status.h"
+#include "tool/interrupt.h"
 
 namespace {
 
@@ -57,8 +58,11 @@ int run(int argc, char** argv) {
 
 int main(int argc, char** argv) {
   open_standard_streams();
+  tool::catch_interrupts();
   try {
     return run(argc, argv);
+  } catch (const tool::Interrupted& interruption) {
+    return report(tool::ExitStatus::interrupted, interruption.what());
   } catch (const std::exception& error) {
     return report(tool::ExitStatus::failure, error.what());
   }

@@ -1,0 +1,66 @@
+// What signals do to long work.
+#include "tool/interrupt.h"
+
+#include "gtest/gtest.h"
+#include <csignal>
+#include <cstdlib>
+
+namespace {
+
+// The signal is sent in a process of its own, which leaves with status 7 when it gets past what follows.
+constexpr int kGotPast = 7;
+
+void expect_noted(int signal_number) {
+  EXPECT_EXIT(
+      {
+        tool::catch_interrupts();
+        if (tool::interrupted()) std::exit(1);
+        tool::stop_if_interrupted();
+        std::raise(signal_number);
+        if (!tool::interrupted()) std::exit(2);
+        try {
+          tool::stop_if_interrupted();
+        } catch (const tool::Interrupted&) {
+          std::exit(kGotPast);
+        }
+        std::exit(3);
+      },
+      testing::ExitedWithCode(kGotPast), "");
+}
+
+TEST(Interrupt, IsNotedOnce) {
+  expect_noted(SIGINT);
+  expect_noted(SIGTERM);
+}
+
+TEST(Interrupt, TheSecondSignalEndsTheProgram) {
+  EXPECT_EXIT(
+      {
+        tool::catch_interrupts();
+        std::raise(SIGINT);
+        std::raise(SIGINT);
+        std::exit(kGotPast);
+      },
+      testing::KilledBySignal(SIGINT), "");
+  EXPECT_EXIT(
+      {
+        tool::catch_interrupts();
+        std::raise(SIGINT);
+        std::raise(SIGTERM);
+        std::exit(kGotPast);
+      },
+      testing::KilledBySignal(SIGTERM), "");
+}
+
+TEST(Interrupt, ASignalThatIsIgnoredStaysSo) {
+  EXPECT_EXIT(
+      {
+        std::signal(SIGINT, SIG_IGN);
+        tool::catch_interrupts();
+        std::raise(SIGINT);
+        std::exit(tool::interrupted() ? 1 : kGotPast);
+      },
+      testing::ExitedWithCode(kGotPast), "");
+}
+
+}  // namespace
