@@ -27,17 +27,18 @@ void open_standard_streams() {
 }
 
 int run(int argc, char** argv) {
-  CLI::App app("Shows what is in FLD result files (version 4), through the reader plug-in.", "fldtool");
+  CLI::App app("Looks into FLD result files (version 4) of flow solvers", "fldtool");
   app.set_version_flag("--version", "fldtool " FLDTOOL_VERSION, "Print the version and exit");
   app.set_help_flag("-h,--help", "Print this help and exit");
   app.set_help_all_flag("--help-all", "Print the help of all commands and exit");
   app.require_subcommand(0, 1);
-  app.footer(std::string("'fldtool COMMAND --help' tells more.\n\n") + tool::kExitStatusText);
+  app.footer(std::string("'fldtool help COMMAND' tells more.\n\n") + tool::kExitStatusText);
   tool::add_info_command(app);
   tool::add_values_command(app);
   tool::add_layout_command(app);
   tool::add_check_command(app);
   tool::add_sample_command(app);
+  tool::add_help_command(app);
   try {
     app.parse(argc, argv);
     if (app.get_subcommands().empty())

@@ -1,0 +1,56 @@
+// fldtool help
+#include <memory>
+#include <string>
+
+#include "tool/commands.h"
+#include "tool/exit_status.h"
+#include "tool/man_page.h"
+#include "tool/output.h"
+
+namespace tool {
+namespace {
+
+constexpr char kManual[] =
+    R"(Without COMMAND, the list of commands; with it, the manual of that one, as 'fldtool COMMAND --help' prints it.
+
+--man prints the manual page fldtool(1), which is made from the same texts.
+
+)";
+
+struct HelpOptions {
+  std::string command;
+  bool man = false;
+};
+
+void run_help(const CLI::App& program, const HelpOptions& options) {
+  Output output("");
+  if (options.man) {
+    output.write(man_page(program, FLDTOOL_VERSION));
+  } else if (options.command.empty()) {
+    // The program's own help would lead back here, because this command is the selected one.
+    output.write(
+        program.get_formatter()->make_help(&program, program.get_name(), CLI::AppFormatMode::Normal));
+  } else {
+    const auto found = program.get_subcommands(
+        [&](const CLI::App* command) { return command->get_name() == options.command; });
+    if (found.empty()) {
+      throw CommandError(ExitStatus::usage,
+                         "there is no command '" + options.command + "' (see fldtool --help)");
+    }
+    output.write(found.front()->help(program.get_name()));
+  }
+  output.finish();
+}
+
+}  // namespace
+
+void add_help_command(CLI::App& app) {
+  const auto options = std::make_shared<HelpOptions>();
+  CLI::App* command = app.add_subcommand("help", "Print the manual of a command");
+  command->add_option("COMMAND", options->command, "The command");
+  command->add_flag("--man", options->man, "Print the manual page of all commands for man(1)");
+  command->footer(std::string(kManual) + kExitStatusText);
+  command->callback([&app, options] { run_help(app, *options); });
+}
+
+}  // namespace tool
