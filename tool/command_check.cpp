@@ -1,6 +1,8 @@
 // fldtool check
 #include <cstddef>
+#include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -10,7 +12,9 @@
 #include "inspect/report.h"
 #include "tool/commands.h"
 #include "tool/exit_status.h"
+#include "tool/interrupt.h"
 #include "tool/output.h"
+#include "tool/progress.h"
 
 namespace tool {
 namespace {
@@ -57,7 +61,16 @@ void run_check(const CheckCommand& command) {
   if (command.json) output.write(fmt::format("{{\n\"full\": {},\n\"files\": [", command.options.full));
   ExitStatus status = ExitStatus::ok;
   bool is_first = true;
-  inspect::check_files(command.files, command.options, [&](const inspect::FileReport& report) {
+  std::optional<Progress> progress;
+  inspect::CheckOptions options = command.options;
+  options.progress = [&](std::uint64_t done, std::uint64_t total) {
+    stop_if_interrupted();
+    if (!progress) progress.emplace("checking", total, ProgressUnit::bytes);
+    progress->update(done);
+  };
+  inspect::check_files(command.files, options, [&](const inspect::FileReport& report) {
+    stop_if_interrupted();
+    progress.reset();
     if (command.json) {
       output.write((is_first ? "\n" : ",\n") +
                    inspect::report_json(report, decoded)

@@ -10,6 +10,7 @@
 #include "inspect/walker.h"
 #include "tool/commands.h"
 #include "tool/exit_status.h"
+#include "tool/interrupt.h"
 #include "tool/output.h"
 
 namespace tool {
@@ -69,6 +70,7 @@ class Printer {
   }
 
   void print(const inspect::LayoutEntry& entry) {
+    stop_if_interrupted();
     if (options_.json) {
       output_.write((is_first_ ? "\n" : ",\n") + inspect::layout_json(entry, decoded).dump());
     } else {

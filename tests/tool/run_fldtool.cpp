@@ -2,15 +2,29 @@
 
 #include <array>
 #include <cerrno>
+#include <csignal>
 #include <fcntl.h>
+#include <poll.h>
 #include <spawn.h>
 #include <sys/mman.h>
 #include <sys/wait.h>
 #include <system_error>
 #include <unistd.h>
 
+#include "tests/tool/terminal.h"
+
 namespace tool_test {
 namespace {
+
+std::string read_to_end(int descriptor) {
+  std::string text;
+  std::array<char, 65536> piece = {};
+  for (ssize_t size = 1; size > 0;) {
+    size = read(descriptor, piece.data(), piece.size());
+    if (size > 0) text.append(piece.data(), static_cast<std::size_t>(size));
+  }
+  return text;
+}
 
 // A file in memory that a child process writes to.
 class MemoryFile {
@@ -25,47 +39,78 @@ class MemoryFile {
   int descriptor() const { return descriptor_; }
 
   std::string text() const {
-    std::string text;
-    std::array<char, 65536> piece = {};
     lseek(descriptor_, 0, SEEK_SET);
-    for (ssize_t size = 1; size > 0;) {
-      size = read(descriptor_, piece.data(), piece.size());
-      if (size > 0) text.append(piece.data(), static_cast<std::size_t>(size));
-    }
-    return text;
+    return read_to_end(descriptor_);
   }
 
  private:
   int descriptor_;
 };
 
+// The program, running, with its streams at the given descriptors.
+class Running {
+ public:
+  Running(const std::vector<std::string>& arguments, int output, int errors) {
+    std::vector<std::string> words = {"fldtool"};
+    words.insert(words.end(), arguments.begin(), arguments.end());
+    std::vector<char*> pointers;
+    pointers.reserve(words.size() + 1);
+    for (std::string& word : words) pointers.push_back(word.data());
+    pointers.push_back(nullptr);
+
+    posix_spawn_file_actions_t actions;
+    posix_spawn_file_actions_init(&actions);
+    posix_spawn_file_actions_adddup2(&actions, output, STDOUT_FILENO);
+    posix_spawn_file_actions_adddup2(&actions, errors, STDERR_FILENO);
+    const int error = posix_spawn(&child_, FLDTOOL, &actions, nullptr, pointers.data(), environ);
+    posix_spawn_file_actions_destroy(&actions);
+    if (error != 0) throw std::system_error(error, std::generic_category(), "posix_spawn");
+  }
+
+  void send(int signal_number) const { kill(child_, signal_number); }
+
+  // The exit status; -1 when a signal ended the program.
+  int wait() const {
+    int status = 0;
+    waitpid(child_, &status, 0);
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+  }
+
+ private:
+  pid_t child_ = 0;
+};
+
 }  // namespace
 
 Result run_fldtool(const std::vector<std::string>& arguments, const std::string& output_file) {
-  std::vector<std::string> words = {"fldtool"};
-  words.insert(words.end(), arguments.begin(), arguments.end());
-  std::vector<char*> pointers;
-  pointers.reserve(words.size() + 1);
-  for (std::string& word : words) pointers.push_back(word.data());
-  pointers.push_back(nullptr);
-
   const MemoryFile output;
   const MemoryFile errors;
-  posix_spawn_file_actions_t actions;
-  posix_spawn_file_actions_init(&actions);
-  if (output_file.empty()) {
-    posix_spawn_file_actions_adddup2(&actions, output.descriptor(), STDOUT_FILENO);
-  } else {
-    posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, output_file.c_str(), O_WRONLY, 0);
-  }
-  posix_spawn_file_actions_adddup2(&actions, errors.descriptor(), STDERR_FILENO);
-  pid_t child = 0;
-  const int error = posix_spawn(&child, FLDTOOL, &actions, nullptr, pointers.data(), environ);
-  posix_spawn_file_actions_destroy(&actions);
-  if (error != 0) throw std::system_error(error, std::generic_category(), "posix_spawn");
-  int status = 0;
-  waitpid(child, &status, 0);
-  return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, output.text(), errors.text()};
+  const int file = output_file.empty() ? -1 : open(output_file.c_str(), O_WRONLY | O_CLOEXEC);
+  const Running program(arguments, file < 0 ? output.descriptor() : file, errors.descriptor());
+  const int status = program.wait();
+  if (file >= 0) close(file);
+  return {status, output.text(), errors.text()};
+}
+
+Result run_fldtool_on_terminal(const std::vector<std::string>& arguments) {
+  const MemoryFile output;
+  const Terminal terminal;
+  const int status = Running(arguments, output.descriptor(), terminal.screen()).wait();
+  return {status, output.text(), terminal.take()};
+}
+
+Result run_fldtool_and_interrupt(const std::vector<std::string>& arguments, int signal_number) {
+  const MemoryFile errors;
+  std::array<int, 2> ends{};
+  if (pipe2(ends.data(), O_CLOEXEC) != 0) throw std::system_error(errno, std::generic_category(), "pipe2");
+  const Running program(arguments, ends[1], errors.descriptor());
+  close(ends[1]);
+  pollfd output{.fd = ends[0], .events = POLLIN, .revents = 0};
+  poll(&output, 1, -1);
+  program.send(signal_number);
+  const std::string text = read_to_end(ends[0]);
+  close(ends[0]);
+  return {program.wait(), text, errors.text()};
 }
 
 }  // namespace tool_test

@@ -15,4 +15,11 @@ struct Result {
 // With `output_file` the standard output goes there instead.
 Result run_fldtool(const std::vector<std::string>& arguments, const std::string& output_file = "");
 
+// The standard error stream is a terminal; `errors` is what was drawn on it.
+Result run_fldtool_on_terminal(const std::vector<std::string>& arguments);
+
+// Sends the signal as soon as there is output, of which nothing is read before that: the output has to be
+// longer than a pipe holds back (64 KiB), so that the program is in the middle of its work.
+Result run_fldtool_and_interrupt(const std::vector<std::string>& arguments, int signal_number);
+
 }  // namespace tool_test
