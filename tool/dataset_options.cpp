@@ -56,13 +56,17 @@ std::unique_ptr<host::Library> load(const DatasetOptions& options) {
 }  // namespace
 
 void add_dataset_options(CLI::App& command, DatasetOptions& options) {
+  add_series_options(command, options);
+  command.add_option("--step", options.step, "The time step, from 0")
+      ->check(CLI::Range(0, std::numeric_limits<int>::max()).description(""))
+      ->capture_default_str();
+}
+
+void add_series_options(CLI::App& command, DatasetOptions& options) {
   command
       .add_option("FILE", options.file,
                   "Any file of the dataset; the others of its series are found by their names")
       ->required();
-  command.add_option("--step", options.step, "The time step, from 0")
-      ->check(CLI::Range(0, std::numeric_limits<int>::max()).description(""))
-      ->capture_default_str();
   command.add_option("--plugin", options.plugin,
                      "The reader plug-in (otherwise FLD_PLUGIN, the folder of fldtool, ../lib)");
   command.add_flag(

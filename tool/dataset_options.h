@@ -21,6 +21,8 @@ struct DatasetOptions {
 
 // Adds FILE and the options to a command.
 void add_dataset_options(CLI::App& command, DatasetOptions& options);
+// The same without --step, for commands that go through several steps.
+void add_series_options(CLI::App& command, DatasetOptions& options);
 
 // The reader with a dataset open and the chosen step selected. While it lives, an assertion of the reader
 // ends the program with one line about the file and the status for unreadable files.

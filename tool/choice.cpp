@@ -1,0 +1,108 @@
+#include "tool/choice.h"
+
+#include <charconv>
+#include <fnmatch.h>
+#include <optional>
+#include <set>
+#include <string_view>
+
+#include "fmt/format.h"
+#include "host/text_encoding.h"
+#include "tool/exit_status.h"
+
+namespace tool {
+namespace {
+
+std::optional<int> number_in(std::string_view text, int lowest, int highest) {
+  int number = 0;
+  const auto parsed = std::from_chars(text.data(), text.data() + text.size(), number);
+  const bool is_number = parsed.ec == std::errc() && parsed.ptr == text.data() + text.size();
+  if (!is_number || number < lowest || number > highest) return std::nullopt;
+  return number;
+}
+
+// Adds the numbers of the items whose name is the text, or else fits it as a pattern.
+template <typename Items>
+void add_named(const Items& items, const std::string& text, std::set<int>& chosen) {
+  std::set<int> fitting;
+  std::set<int> equal;
+  for (const auto& item : items) {
+    const std::string name = host::to_utf8(item.name);
+    if (name == text || item.name == text) equal.insert(item.number);
+    if (fnmatch(text.c_str(), name.c_str(), 0) == 0) fitting.insert(item.number);
+  }
+  chosen.merge(equal.empty() ? fitting : equal);
+}
+
+void add_parts_of_kind(const host::Session& session, const std::string& word, std::set<int>& chosen) {
+  for (const host::Part& part : session.parts()) {
+    const char* kind = part.kind == host::PartKind::surface  ? "surfaces"
+                       : part.kind == host::PartKind::volume ? "volumes"
+                                                             : "whole";
+    if (word == kind || word == "all") chosen.insert(part.number);
+  }
+}
+
+// `what` is the kind of thing, for the message.
+template <typename Items>
+void add_item(const Items& items, const std::string& text, const std::string& file, const char* what,
+              std::set<int>& chosen) {
+  if (const auto number = number_in(text, 1, static_cast<int>(items.size()))) {
+    chosen.insert(*number);
+    return;
+  }
+  std::set<int> named;
+  add_named(items, text, named);
+  if (named.empty()) {
+    throw CommandError(ExitStatus::usage, file,
+                       fmt::format("there is no {0} '{1}': the {0}s are 1 to {2}", what, text, items.size()));
+  }
+  chosen.merge(named);
+}
+
+}  // namespace
+
+std::vector<int> choose_parts(const host::Session& session, const std::vector<std::string>& items) {
+  std::set<int> chosen;
+  for (const std::string& item : items) {
+    if (item == "surfaces" || item == "volumes" || item == "whole" || item == "all") {
+      add_parts_of_kind(session, item, chosen);
+    } else {
+      add_item(session.parts(), item, session.path().string(), "part", chosen);
+    }
+  }
+  return {chosen.begin(), chosen.end()};
+}
+
+std::vector<int> choose_variables(host::Session& session, const std::vector<std::string>& items) {
+  std::set<int> chosen;
+  for (const std::string& item : items)
+    add_item(session.variables(), item, session.path().string(), "variable", chosen);
+  if (items.empty()) {
+    for (const host::Variable& variable : session.variables()) chosen.insert(variable.number);
+  }
+  return {chosen.begin(), chosen.end()};
+}
+
+std::vector<int> choose_steps(const host::Session& session, const std::vector<std::string>& items) {
+  const int last = session.step_count() - 1;
+  std::set<int> chosen;
+  for (const std::string& item : items) {
+    const std::size_t dash = item.find('-');
+    const bool is_range = dash != std::string::npos;
+    const std::string_view text = item;
+    const auto from = item == "all" ? 0 : number_in(text.substr(0, dash), 0, last);
+    const auto to = item == "all" ? last : is_range ? number_in(text.substr(dash + 1), 0, last) : from;
+    if (!from || !to || *from > *to) {
+      throw CommandError(ExitStatus::usage, session.path().string(),
+                         fmt::format("there are no steps '{}': the steps are 0 to {}", item, last));
+    }
+    for (int step = *from; step <= *to; ++step) chosen.insert(step);
+  }
+  if (items.empty()) {
+    for (int step = 0; step <= last; ++step) chosen.insert(step);
+  }
+  return {chosen.begin(), chosen.end()};
+}
+
+}  // namespace tool
