@@ -13,6 +13,7 @@
 #include "tool/commands.h"
 #include "tool/exit_status.h"
 #include "tool/interrupt.h"
+#include "tool/json_values.h"
 #include "tool/output.h"
 #include "tool/progress.h"
 
@@ -72,9 +73,7 @@ void run_check(const CheckCommand& command) {
     stop_if_interrupted();
     progress.reset();
     if (command.json) {
-      output.write((is_first ? "\n" : ",\n") +
-                   inspect::report_json(report, decoded)
-                       .dump(-1, ' ', false, nlohmann::json::error_handler_t::replace));
+      output.write((is_first ? "\n" : ",\n") + json_text(inspect::report_json(report, decoded), -1));
     } else {
       output.write(inspect::report_text(report, command.notes, decoded));
     }

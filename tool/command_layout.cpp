@@ -11,6 +11,7 @@
 #include "tool/commands.h"
 #include "tool/exit_status.h"
 #include "tool/interrupt.h"
+#include "tool/json_values.h"
 #include "tool/output.h"
 
 namespace tool {
@@ -60,10 +61,8 @@ class Printer {
  public:
   Printer(const LayoutOptions& options, std::uint64_t size) : options_(options), output_("") {
     if (options_.json) {
-      output_.write(fmt::format(
-          "{{\n\"file\": {},\n\"size\": {},\n\"entries\": [",
-          nlohmann::json(options_.file).dump(-1, ' ', false, nlohmann::json::error_handler_t::replace),
-          size));
+      output_.write(
+          fmt::format("{{\n\"file\": {},\n\"size\": {},\n\"entries\": [", json_text(options_.file), size));
     } else {
       output_.write(inspect::layout_heading());
     }

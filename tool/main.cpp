@@ -34,6 +34,7 @@ int run(int argc, char** argv) {
   app.require_subcommand(0, 1);
   app.footer(std::string("'fldtool help COMMAND' tells more.\n\n") + tool::kExitStatusText);
   tool::add_info_command(app);
+  tool::add_stats_command(app);
   tool::add_values_command(app);
   tool::add_layout_command(app);
   tool::add_check_command(app);

@@ -1,26 +1,17 @@
 // The summary for programs.
-#include <cmath>
 #include <string>
 
 #include "fmt/format.h"
-#include "nlohmann/json.hpp"
+#include "tool/json_values.h"
 #include "tool/summary.h"
 
 namespace tool {
 namespace {
 
-using Json = nlohmann::ordered_json;
-
-// A float in the fewest digits that give it back; null if it is not finite.
-Json number(float value) {
-  if (!std::isfinite(value)) return nullptr;
-  return std::stod(fmt::format("{}", value));
-}
-
 template <typename Values>
 Json numbers(const Values& values) {
   Json array = Json::array();
-  for (const float value : values) array.push_back(number(value));
+  for (const float value : values) array.push_back(json_number(value));
   return array;
 }
 
@@ -57,7 +48,7 @@ Json steps_json(const DatasetSummary& summary) {
   Json steps = Json::array();
   for (const StepSummary& step : summary.steps) {
     steps.push_back({{"step", step.step},
-                     {"time", number(step.time)},
+                     {"time", json_number(step.time)},
                      {"geometry_step", step.geometry_step},
                      {"cycle", or_null(step.cycle)},
                      {"file", or_null(step.file)}});
@@ -115,12 +106,7 @@ Json region_sets_json(const DatasetSummary& summary) {
 Json ranges_json(const VariableSummary& variable) {
   Json ranges = Json::array();
   for (const host::ValueStatistics& component : variable.components) {
-    const bool any = component.has_numbers();
-    ranges.push_back({{"minimum", any ? number(component.minimum) : Json(nullptr)},
-                      {"maximum", any ? number(component.maximum) : Json(nullptr)},
-                      {"mean", any ? Json(component.mean()) : Json(nullptr)},
-                      {"undefined", component.undefined},
-                      {"not_numbers", component.not_numbers}});
+    ranges.push_back(statistics_json(component));
   }
   return ranges;
 }
@@ -184,8 +170,7 @@ std::string summary_json(const DatasetSummary& summary) {
   if (!summary.all_steps.empty()) json["all_steps"] = all_steps_json(summary);
   json["warnings"] = summary.warnings;
   json["problems"] = summary.problems;
-  // A path may hold any bytes; what is not UTF-8 in it is replaced.
-  return json.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
+  return json_text(json) + "\n";
 }
 
 }  // namespace tool

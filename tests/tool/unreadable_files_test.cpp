@@ -28,8 +28,8 @@ class UnreadableFiles : public testing::Test {
   // Every command that opens a dataset fails alike.
   static void expect_reason(const std::string& path, const std::string& reason) {
     const std::string line = "fldtool: " + path + ": " + reason;
-    for (const Result& result :
-         {run_fldtool({"info", path}), run_fldtool({"values", path, "-p", "1", "--variable", "1"})}) {
+    for (const Result& result : {run_fldtool({"info", path}), run_fldtool({"stats", path}),
+                                 run_fldtool({"values", path, "-p", "1", "--variable", "1"})}) {
       EXPECT_EQ(result.status, 3);
       EXPECT_EQ(result.errors, line + "\n");
       EXPECT_EQ(result.output, "");

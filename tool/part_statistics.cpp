@@ -1,0 +1,63 @@
+#include "tool/part_statistics.h"
+
+#include <array>
+#include <cmath>
+#include <span>
+#include <utility>
+
+#include "host/undefined_value.h"
+
+namespace tool {
+namespace {
+
+ComponentStatistics component_statistics(std::string name, std::span<const float> values,
+                                         std::size_t intervals) {
+  ComponentStatistics component{
+      .component = std::move(name), .values = values.size(), .statistics = {}, .histogram = {}};
+  component.statistics.add(values);
+  if (intervals > 0) component.histogram = make_histogram(values, intervals);
+  return component;
+}
+
+std::vector<float> magnitudes(const std::array<host::HostArray, 3>& vector) {
+  const std::span<const float> x = vector[0].values();
+  const std::span<const float> y = vector[1].values();
+  const std::span<const float> z = vector[2].values();
+  std::vector<float> result(x.size());
+  for (std::size_t i = 0; i < x.size(); ++i) {
+    const bool is_undefined =
+        host::is_undefined(x[i]) || host::is_undefined(y[i]) || host::is_undefined(z[i]);
+    const auto square = [](float value) { return static_cast<double>(value) * static_cast<double>(value); };
+    result[i] = is_undefined ? host::kUndefinedValue
+                             : static_cast<float>(std::sqrt(square(x[i]) + square(y[i]) + square(z[i])));
+  }
+  return result;
+}
+
+}  // namespace
+
+PartStatistics part_statistics(host::Session& session, const host::Variable& variable, const host::Part& part,
+                               std::size_t intervals) {
+  constexpr std::array<const char*, 3> kAxes = {"x", "y", "z"};
+  const bool is_vector = variable.kind == host::VariableKind::vector;
+  PartStatistics result{.part = part.number, .availability = {}, .reason = {}, .components = {}};
+  std::array<host::HostArray, 3> vector;
+  for (int i = 0; i < variable.components(); ++i) {
+    host::PartValues values = session.values(variable.number, part.number, i);
+    result.availability = values.availability;
+    result.reason = values.reason;
+    if (values.availability != host::Availability::given) {
+      result.components.clear();
+      return result;
+    }
+    const auto axis = static_cast<std::size_t>(i);
+    result.components.push_back(
+        component_statistics(is_vector ? kAxes[axis] : "", values.values(), intervals));
+    if (is_vector) vector[axis] = std::move(values.array);
+  }
+  if (is_vector)
+    result.components.push_back(component_statistics("magnitude", magnitudes(vector), intervals));
+  return result;
+}
+
+}  // namespace tool
