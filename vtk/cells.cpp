@@ -1,0 +1,90 @@
+#include "vtk/cells.h"
+
+#include <algorithm>
+#include <array>
+#include <limits>
+#include <vtkAOSDataArrayTemplate.h>
+#include <vtkCellType.h>
+#include <vtkNew.h>
+#include <vtkTypeInt32Array.h>
+#include <vtkTypeInt64Array.h>
+
+namespace vtkdata {
+namespace {
+
+// VTK's prism has the triangle 0-1-2 turn counter-clockwise seen from outside, the host's seen from the other
+// triangle.
+constexpr std::array<std::size_t, 6> kPrismCorners = {0, 2, 1, 3, 5, 4};
+constexpr int kPrismNodes = 6;
+
+unsigned char cell_type(int nodes, int dimension) {
+  switch (nodes) {
+    case 3:
+      return VTK_TRIANGLE;
+    case 4:
+      return dimension == 2 ? VTK_QUAD : VTK_TETRA;
+    case 5:
+      return VTK_PYRAMID;
+    case kPrismNodes:
+      return VTK_WEDGE;
+    default:
+      return VTK_HEXAHEDRON;
+  }
+}
+
+template <typename Id>
+Id* fill_corners(const host::ElementBlock& block, Id* to) {
+  const std::vector<int>& from = block.nodes;
+  if (block.shape.nodes == kPrismNodes) {
+    for (std::size_t first = 0; first < from.size(); first += kPrismNodes) {
+      for (const std::size_t corner : kPrismCorners) *to++ = static_cast<Id>(from[first + corner] - 1);
+    }
+    return to;
+  }
+  return std::transform(from.begin(), from.end(), to, [](int node) { return static_cast<Id>(node - 1); });
+}
+
+// Fills the array of a Cells, of the given width.
+template <typename IdArray>
+void fill(std::vector<host::ElementBlock>& blocks, vtkIdType cells, vtkIdType corners, Cells& made) {
+  using Id = typename IdArray::ValueType;
+  vtkNew<IdArray> offsets;
+  vtkNew<IdArray> connectivity;
+  offsets->SetNumberOfValues(cells + 1);
+  connectivity->SetNumberOfValues(corners);
+  Id* next_offset = offsets->GetPointer(0);
+  Id* next_corner = connectivity->GetPointer(0);
+  unsigned char* next_type = made.types->GetPointer(0);
+  Id offset = 0;
+  *next_offset++ = 0;
+  for (host::ElementBlock& block : blocks) {
+    const auto count = block.size();
+    const auto width = static_cast<Id>(block.shape.nodes);
+    for (std::size_t i = 0; i < count; ++i) *next_offset++ = offset += width;
+    next_type = std::fill_n(next_type, count, cell_type(block.shape.nodes, block.shape.dimension));
+    next_corner = fill_corners(block, next_corner);
+    block.nodes = {};
+  }
+  made.connectivity->SetData(offsets, connectivity);
+}
+
+}  // namespace
+
+Cells make_cells(std::vector<host::ElementBlock> blocks) {
+  vtkIdType cells = 0;
+  vtkIdType corners = 0;
+  for (const host::ElementBlock& block : blocks) {
+    cells += static_cast<vtkIdType>(block.size());
+    corners += static_cast<vtkIdType>(block.nodes.size());
+  }
+  Cells made{vtkSmartPointer<vtkCellArray>::New(), vtkSmartPointer<vtkUnsignedCharArray>::New()};
+  made.types->SetNumberOfValues(cells);
+  if (corners <= std::numeric_limits<vtkTypeInt32>::max()) {
+    fill<vtkTypeInt32Array>(blocks, cells, corners, made);
+  } else {
+    fill<vtkTypeInt64Array>(blocks, cells, corners, made);
+  }
+  return made;
+}
+
+}  // namespace vtkdata
