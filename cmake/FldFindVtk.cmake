@@ -1,5 +1,5 @@
 # Looks for VTK 9, first where CMake finds packages, then among the packages of ParaView, which carries its own.
-set(FLD_VTK_COMPONENTS CommonCore CommonDataModel FiltersCore FiltersGeometry FiltersSources IOImage IOXML
+set(FLD_VTK_COMPONENTS CommonCore CommonDataModel CommonMisc FiltersCore FiltersGeometry FiltersSources IOImage IOXML
   RenderingAnnotation RenderingCore RenderingFreeType RenderingOpenGL2)
 find_package(VTK 9.1 QUIET COMPONENTS ${FLD_VTK_COMPONENTS})
 if(NOT VTK_FOUND)

@@ -7,6 +7,21 @@
 namespace vtkdata {
 namespace {
 
+// The text in UTF-8 as XML can hold it: control characters become spaces, and the two code points that are no
+// characters U+FFFD.
+std::string printable(const std::string& bytes) {
+  std::string text = host::to_utf8(bytes);
+  for (char& character : text) {
+    const auto code = static_cast<unsigned char>(character);
+    if (code < 0x20 || code == 0x7F) character = ' ';
+  }
+  for (const char* none : {"\xEF\xBF\xBE", "\xEF\xBF\xBF"}) {
+    for (std::size_t at = text.find(none); at != std::string::npos; at = text.find(none, at))
+      text.replace(at, 3, "\xEF\xBF\xBD");
+  }
+  return text;
+}
+
 // `kind` is what stands for a missing name, in front of the number.
 template <typename Items>
 std::vector<std::string> unique_names(const Items& items, const char* kind) {
@@ -14,7 +29,7 @@ std::vector<std::string> unique_names(const Items& items, const char* kind) {
   names.reserve(items.size());
   std::map<std::string, int> uses;
   for (const auto& item : items) {
-    std::string name = host::to_utf8(item.name);
+    std::string name = printable(item.name);
     if (name.empty()) name = std::string(kind) + " " + std::to_string(item.number);
     ++uses[name];
     names.push_back(std::move(name));
@@ -46,7 +61,7 @@ vtkSmartPointer<vtkStringArray> make_labels(host::Session& session) {
   for (const host::Variable& variable : session.variables()) {
     if (variable.label.empty()) continue;
     labels->InsertNextValue(names[static_cast<std::size_t>(variable.number) - 1] + ": " +
-                            host::to_utf8(variable.label));
+                            printable(variable.label));
   }
   return labels;
 }

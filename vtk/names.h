@@ -1,4 +1,5 @@
-// Names of parts and variables for VTK objects: UTF-8, never empty, each only once.
+// Names of parts and variables for VTK objects: UTF-8 without control characters, never empty, each only
+// once.
 #pragma once
 
 #include <string>

@@ -1,0 +1,130 @@
+// fldtool convert
+#include <filesystem>
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+#include <vtkObject.h>
+
+#include "fmt/format.h"
+#include "host/error.h"
+#include "host/text_encoding.h"
+#include "tool/choice.h"
+#include "tool/commands.h"
+#include "tool/dataset_options.h"
+#include "tool/exit_status.h"
+#include "tool/interrupt.h"
+#include "tool/progress.h"
+#include "tool/vtk_series.h"
+
+namespace tool {
+namespace {
+
+constexpr char kManual[] =
+    R"(Writes the dataset that FILE belongs to as VTK files, which ParaView and other programs open. OUT is the file NAME.pvd
+to open, or a folder, in which it is named like FILE. The data go beside it:
+
+  NAME.pvd                      the series: a time and a composite dataset for each step
+  NAME/step_N.vtm               the step's parts under Surfaces, Volumes and Whole mesh, the groups of surfaces as folders
+  NAME/step_N/part_P_NAME.vtu   a part: its nodes and elements with the values of the variables
+
+Values per node become point data, those per element cell data; where a value is undefined stands NaN. The elements are
+in the order tri, quad, tet, pyramid, prism, hex. Names are in UTF-8; when several parts have the same name, their numbers
+follow it. Each part also has its time (TimeValue) and the labels of the variables (Labels) as field data. The data is
+binary, appended without encoding, with 64-bit offsets.
+
+Without --parts it is surfaces and volumes: the whole mesh has the elements of the volumes again. The parts are written
+one after the other, so memory follows the largest of them. What was there under these names is replaced step by step.
+When the work is interrupted, or a later step cannot be read, NAME.pvd has all steps that were completed before.
+
+)";
+
+struct ConvertOptions {
+  DatasetOptions dataset;
+  std::string output;
+  std::vector<std::string> steps;
+  std::vector<std::string> parts = {"surfaces", "volumes"};
+  std::vector<std::string> variables;
+  vtkdata::Precision precision = vtkdata::Precision::single_width;
+  Compression compression = Compression::none;
+};
+
+// Takes the names for the values; says only the names in its message.
+template <typename Value>
+CLI::Validator named(const std::map<std::string, Value>& values) {
+  return CLI::Validator(
+      [values](std::string& text) {
+        const auto found = values.find(text);
+        if (found == values.end()) {
+          std::string names;
+          for (const auto& [name, value] : values) names += (names.empty() ? "" : ", ") + name;
+          return text + " is none of " + names;
+        }
+        text = std::to_string(static_cast<int>(found->second));
+        return std::string();
+      },
+      "");
+}
+
+std::filesystem::path collection_path(const ConvertOptions& options) {
+  const std::filesystem::path output = options.output;
+  if (output.extension() == ".pvd") return output;
+  return output / std::filesystem::path(options.dataset.file).filename().replace_extension(".pvd");
+}
+
+void run_convert(const ConvertOptions& options) {
+  vtkObject::GlobalWarningDisplayOff();  // errors are told in one line of our own
+  OpenDataset dataset(options.dataset);
+  host::Session& session = dataset.session();
+  try {
+    const std::vector<int> steps = choose_steps(session, options.steps);
+    const SeriesOptions choices{choose_parts(session, options.parts),
+                                choose_variables(session, options.variables), options.precision,
+                                options.compression};
+    const std::filesystem::path collection = collection_path(options);
+    VtkSeries series(session, collection, choices);
+    Progress progress("parts", steps.size() * choices.parts.size(), ProgressUnit::steps);
+    std::size_t done = 0;
+    for (const int step : steps) {
+      stop_if_interrupted();
+      session.select_step(step);
+      series.write_step([&] {
+        progress.update(++done);
+        stop_if_interrupted();
+      });
+    }
+    progress.erase();
+    fmt::print("{}\n", collection.string());
+  } catch (const host::Error& error) {
+    throw CommandError(ExitStatus::unreadable, options.dataset.file, host::to_utf8(error.reason()));
+  }
+}
+
+}  // namespace
+
+void add_convert_command(CLI::App& app) {
+  const auto options = std::make_shared<ConvertOptions>();
+  CLI::App* command = app.add_subcommand("convert", "Write a dataset as VTK files");
+  add_series_options(*command, options->dataset);
+  command->add_option("OUT", options->output, "The .pvd file to write, or the folder to write it into")
+      ->required();
+  command->add_option("--steps", options->steps, "The steps to write (all without it)")->delimiter(',');
+  command->add_option("-p,--parts", options->parts, "The parts to write")
+      ->delimiter(',')
+      ->capture_default_str();
+  command->add_option("--variables", options->variables, "The variables to write (all without it)")
+      ->delimiter(',');
+  command
+      ->add_option("--precision", options->precision,
+                   "single (as the reader gives it; the default) or double, of coordinates and values")
+      ->transform(named<vtkdata::Precision>(
+          {{"single", vtkdata::Precision::single_width}, {"double", vtkdata::Precision::double_width}}));
+  command
+      ->add_option("--compress", options->compression,
+                   "lz4 (fast) or zlib (smaller, many times slower); none without it")
+      ->transform(named<Compression>({{"lz4", Compression::lz4}, {"zlib", Compression::zlib}}));
+  command->footer(std::string(kManual) + kChoiceText + kExitStatusText);
+  command->callback([options] { run_convert(*options); });
+}
+
+}  // namespace tool

@@ -1,0 +1,49 @@
+// Writes a dataset as a VTK series: NAME.pvd, the collection of the steps; NAME/step_N.vtm, the composite
+// dataset of a step; NAME/step_N/, the files of its parts.
+#pragma once
+
+#include <filesystem>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "host/session.h"
+#include "vtk/collection_text.h"
+#include "vtk/precision.h"
+
+namespace tool {
+
+enum class Compression { none, lz4, zlib };
+
+struct SeriesOptions {
+  std::vector<int> parts;      // numbers at the first step
+  std::vector<int> variables;  // numbers
+  vtkdata::Precision precision = vtkdata::Precision::single_width;
+  Compression compression = Compression::none;
+};
+
+class VtkSeries {
+ public:
+  // `collection` is the path of the .pvd file; its folder is made if it is missing. Throws CommandError when
+  // it cannot be made.
+  VtkSeries(host::Session& session, const std::filesystem::path& collection, SeriesOptions options);
+
+  // Writes the session's step, part by part, and then the collection of all steps written so far.
+  // `after_part` is called after every part; when an exception leaves it, nothing of the step stays behind.
+  // Throws CommandError when a file cannot be written and host::Error when the dataset cannot be read.
+  void write_step(const std::function<void()>& after_part);
+
+ private:
+  void write_part(int part, const std::filesystem::path& path) const;
+  std::string file_name_of(int part) const;
+
+  host::Session& session_;
+  std::filesystem::path collection_;
+  std::filesystem::path folder_;  // of the steps
+  SeriesOptions options_;
+  std::vector<std::string> part_names_;
+  std::vector<std::string> variable_names_;
+  std::vector<vtkdata::CollectionStep> steps_;
+};
+
+}  // namespace tool
