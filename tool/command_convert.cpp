@@ -1,6 +1,5 @@
 // fldtool convert
 #include <filesystem>
-#include <map>
 #include <memory>
 #include <string>
 #include <vector>
@@ -14,6 +13,7 @@
 #include "tool/dataset_options.h"
 #include "tool/exit_status.h"
 #include "tool/interrupt.h"
+#include "tool/named_values.h"
 #include "tool/progress.h"
 #include "tool/vtk_series.h"
 
@@ -48,23 +48,6 @@ struct ConvertOptions {
   vtkdata::Precision precision = vtkdata::Precision::single_width;
   Compression compression = Compression::none;
 };
-
-// Takes the names for the values; says only the names in its message.
-template <typename Value>
-CLI::Validator named(const std::map<std::string, Value>& values) {
-  return CLI::Validator(
-      [values](std::string& text) {
-        const auto found = values.find(text);
-        if (found == values.end()) {
-          std::string names;
-          for (const auto& [name, value] : values) names += (names.empty() ? "" : ", ") + name;
-          return text + " is none of " + names;
-        }
-        text = std::to_string(static_cast<int>(found->second));
-        return std::string();
-      },
-      "");
-}
 
 std::filesystem::path collection_path(const ConvertOptions& options) {
   const std::filesystem::path output = options.output;
@@ -117,12 +100,12 @@ void add_convert_command(CLI::App& app) {
   command
       ->add_option("--precision", options->precision,
                    "single (as the reader gives it; the default) or double, of coordinates and values")
-      ->transform(named<vtkdata::Precision>(
+      ->transform(named_values<vtkdata::Precision>(
           {{"single", vtkdata::Precision::single_width}, {"double", vtkdata::Precision::double_width}}));
   command
       ->add_option("--compress", options->compression,
                    "lz4 (fast) or zlib (smaller, many times slower); none without it")
-      ->transform(named<Compression>({{"lz4", Compression::lz4}, {"zlib", Compression::zlib}}));
+      ->transform(named_values<Compression>({{"lz4", Compression::lz4}, {"zlib", Compression::zlib}}));
   command->footer(std::string(kManual) + kChoiceText + kExitStatusText);
   command->callback([options] { run_convert(*options); });
 }

@@ -11,6 +11,7 @@ void add_convert_command(CLI::App& app);  // only in builds with VTK
 void add_help_command(CLI::App& app);
 void add_info_command(CLI::App& app);
 void add_layout_command(CLI::App& app);
+void add_render_command(CLI::App& app);  // only in builds with VTK
 void add_sample_command(CLI::App& app);
 void add_stats_command(CLI::App& app);
 void add_values_command(CLI::App& app);

@@ -40,6 +40,7 @@ int run(int argc, char** argv) {
   tool::add_check_command(app);
 #ifdef FLDTOOL_HAS_VTK
   tool::add_convert_command(app);
+  tool::add_render_command(app);
 #endif
   tool::add_sample_command(app);
   tool::add_help_command(app);

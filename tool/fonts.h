@@ -1,0 +1,12 @@
+// Fonts for texts that the built-in one has no letters for.
+#pragma once
+
+#include <string>
+
+namespace tool {
+
+// A font file of the system for Japanese, if the text (UTF-8) has letters beyond the Latin, Greek and
+// Cyrillic ones and there is such a file; else empty, for the built-in font.
+std::string font_for(const std::string& text);
+
+}  // namespace tool

@@ -1,0 +1,138 @@
+#include "tool/picture_parts.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <string_view>
+#include <vtkFloatArray.h>
+
+#include "host/text_encoding.h"
+#include "tool/name_lookup.h"
+#include "vtk/part_grid.h"
+#include "vtk/part_tree.h"
+
+namespace tool {
+namespace {
+
+constexpr std::array<std::string_view, 4> kComponents = {".x", ".y", ".z", ".magnitude"};
+
+// "Static pressure [Pa]" with " x" in front of the unit.
+std::string with_component(const std::string& label, std::string_view component) {
+  const std::size_t unit = label.ends_with(']') ? label.rfind(" [") : std::string::npos;
+  if (unit == std::string::npos) return label + " " + std::string(component);
+  return label.substr(0, unit) + " " + std::string(component) + label.substr(unit);
+}
+
+PictureScalar scalar_of(const host::Variable& variable, std::optional<int> component) {
+  std::string title = host::to_utf8(variable.label.empty() ? variable.name : variable.label);
+  if (variable.kind == host::VariableKind::vector) {
+    const std::string_view suffix = kComponents[static_cast<std::size_t>(component.value_or(3))];
+    title = with_component(title, suffix.substr(1));
+  }
+  return {variable.number, component, std::move(title)};
+}
+
+bool has_variable(host::Session& session, const std::string& name) {
+  return std::any_of(session.variables().begin(), session.variables().end(),
+                     [&](const host::Variable& variable) {
+                       return variable.name == name || host::to_utf8(variable.name) == name;
+                     });
+}
+
+// One number per tuple of a vector.
+vtkSmartPointer<vtkFloatArray> reduced(vtkFloatArray* vectors, std::optional<int> component) {
+  auto scalars = vtkSmartPointer<vtkFloatArray>::New();
+  const vtkIdType count = vectors->GetNumberOfTuples();
+  scalars->SetNumberOfValues(count);
+  const float* from = vectors->GetPointer(0);
+  float* to = scalars->GetPointer(0);
+  if (component) {
+    for (vtkIdType i = 0; i < count; ++i) to[i] = from[3 * i + *component];
+  } else {
+    for (vtkIdType i = 0; i < count; ++i) to[i] = std::hypot(from[3 * i], from[3 * i + 1], from[3 * i + 2]);
+  }
+  return scalars;
+}
+
+std::vector<int> parts_of_kind(const host::Session& session, host::PartKind kind) {
+  std::vector<int> parts;
+  for (const host::Part& part : session.parts()) {
+    if (part.kind == kind && part.element_count() > 0) parts.push_back(part.number);
+  }
+  return parts;
+}
+
+}  // namespace
+
+PictureScalar find_scalar(host::Session& session, const std::string& text) {
+  if (!has_variable(session, text)) {
+    for (std::size_t i = 0; i < kComponents.size(); ++i) {
+      if (!text.ends_with(kComponents[i])) continue;
+      const std::string name = text.substr(0, text.size() - kComponents[i].size());
+      const host::Variable& variable = session.variable(find_variable(session, name));
+      if (variable.kind != host::VariableKind::vector) continue;
+      return scalar_of(variable, i < 3 ? std::optional(static_cast<int>(i)) : std::nullopt);
+    }
+  }
+  return scalar_of(session.variable(find_variable(session, text)), std::nullopt);
+}
+
+std::optional<PictureScalar> first_scalar(host::Session& session) {
+  for (const host::VariableKind kind : {host::VariableKind::scalar, host::VariableKind::vector}) {
+    for (const host::Variable& variable : session.variables()) {
+      if (variable.kind == kind && variable.location == host::Location::node)
+        return scalar_of(variable, std::nullopt);
+    }
+  }
+  return std::nullopt;
+}
+
+std::vector<int> usual_parts(host::Session& session) {
+  for (const vtkdata::PartFolder& folder :
+       vtkdata::make_part_tree(session, parts_of_kind(session, host::PartKind::surface))) {
+    if (folder.name == vtkdata::kSurfaces && !folder.parts.empty()) return folder.parts;
+  }
+  for (const host::PartKind kind : {host::PartKind::surface, host::PartKind::volume, host::PartKind::whole}) {
+    const std::vector<int> parts = parts_of_kind(session, kind);
+    if (!parts.empty()) return parts;
+  }
+  return {};
+}
+
+void ValueRange::add(vtkDataArray* values) {
+  auto* array = vtkFloatArray::SafeDownCast(values);
+  if (array == nullptr) return;
+  const float* from = array->GetPointer(0);
+  for (vtkIdType i = 0; i < array->GetNumberOfValues(); ++i) {
+    const auto value = static_cast<double>(from[i]);
+    if (!std::isfinite(value)) continue;
+    low = has_numbers ? std::min(low, value) : value;
+    high = has_numbers ? std::max(high, value) : value;
+    has_numbers = true;
+  }
+}
+
+ValueRange ValueRange::widened() const {
+  if (!has_numbers) return {0, 1, false};
+  if (low < high) return *this;
+  const double margin = low == 0 ? 0.5 : std::abs(low) / 2;
+  return {low - margin, high + margin, true};
+}
+
+vtkSmartPointer<vtkDataArray> scalar_values(host::Session& session, const PictureScalar& scalar, int part) {
+  vtkSmartPointer<vtkDataArray> values = vtkdata::make_values(session, scalar.variable, part, "scalar");
+  if (!values || values->GetNumberOfComponents() == 1) return values;
+  return reduced(vtkFloatArray::SafeDownCast(values), scalar.component);
+}
+
+render::ShownPart make_shown_part(host::Session& session, int part,
+                                  const std::optional<PictureScalar>& scalar, ValueRange& range) {
+  const vtkSmartPointer<vtkUnstructuredGrid> grid = vtkdata::make_part_grid(session, part);
+  vtkSmartPointer<vtkDataArray> values;
+  if (scalar) values = scalar_values(session, *scalar, part);
+  range.add(values);
+  const bool per_cell = scalar && session.variable(scalar->variable).location == host::Location::element;
+  return {render::outer_faces(grid, values, per_cell), false};
+}
+
+}  // namespace tool
