@@ -1,0 +1,65 @@
+// Names for VTK objects.
+#include "vtk/names.h"
+
+#include "gtest/gtest.h"
+#include <string>
+#include <vector>
+
+#include "testkit/quantity.h"
+#include "testkit/small_meshes.h"
+#include "tests/vtk/open_file.h"
+
+namespace {
+
+using Names = std::vector<std::string>;
+
+testkit::File with_surfaces(const Names& names) {
+  testkit::Mesh mesh = testkit::one_tetrahedron();
+  const testkit::Surface wall = mesh.surfaces.front();
+  mesh.surfaces.clear();
+  for (const std::string& name : names) {
+    mesh.surfaces.push_back(wall);
+    mesh.surfaces.back().name = name;
+  }
+  return testkit::file_of(mesh);
+}
+
+TEST(PartNames, AreUtf8) {
+  vtk_test::OpenFile file(with_surfaces({"\x8a\x4f"}));
+  EXPECT_EQ(vtkdata::part_names(file.session()), (Names{"外", "fluid", "ALL_ELEMENTS"}));
+}
+
+TEST(PartNames, AreThereOnce) {
+  vtk_test::OpenFile file(with_surfaces({"wall", "lid", "wall", "wall (1)"}));
+  EXPECT_EQ(vtkdata::part_names(file.session()),
+            (Names{"wall (1)'", "lid", "wall (3)", "wall (1)", "fluid", "ALL_ELEMENTS"}));
+}
+
+TEST(PartNames, AreNeverEmptyAndHaveNoControlCharacters) {
+  vtk_test::OpenFile file(with_surfaces({"", "a\tb\x01"}));
+  EXPECT_EQ(vtkdata::part_names(file.session()), (Names{"part 1", "a b ", "fluid", "ALL_ELEMENTS"}));
+}
+
+TEST(VariableNames, OfAScalarAndAVectorWithTheSameName) {
+  testkit::File description = testkit::file_of(testkit::one_tetrahedron());
+  testkit::RegionSet& set = description.region_sets.front();
+  set.add(testkit::scalar_section({.name = "f", .label = "one", .values = {1, 2, 3, 4}}));
+  set.add(testkit::vector_section(
+      {.name = "f", .label = "three", .x = {1, 2, 3, 4}, .y = {1, 2, 3, 4}, .z = {1, 2, 3, 4}}));
+  vtk_test::OpenFile file(description);
+  EXPECT_EQ(vtkdata::variable_names(file.session()), (Names{"f (1)", "f (2)", "MatOfElements"}));
+  const auto labels = vtkdata::make_labels(file.session());
+  ASSERT_EQ(labels->GetNumberOfValues(), 2);
+  EXPECT_EQ(labels->GetValue(0), "f (1): one");
+  EXPECT_EQ(labels->GetValue(1), "f (2): three");
+}
+
+TEST(UnitOfLabel, IsWhatTheLastBracketsHold) {
+  EXPECT_EQ(vtkdata::unit_of_label("Static pressure [Pa]"), "Pa");
+  EXPECT_EQ(vtkdata::unit_of_label("a [b] c [m/s]"), "m/s");
+  EXPECT_EQ(vtkdata::unit_of_label("a [b] c"), "");
+  EXPECT_EQ(vtkdata::unit_of_label("odd]"), "");
+  EXPECT_EQ(vtkdata::unit_of_label(""), "");
+}
+
+}  // namespace
