@@ -107,6 +107,8 @@ render::SceneOptions scene_options(const RenderOptions& options) {
   scene.background =
       parsed("--background", options.background, "white, grey, black or #rrggbb", render::parse_colour);
   scene.mesh_edges = options.edges;
+  if (!options.font.empty() && !is_font_file(options.font))
+    throw CommandError(ExitStatus::usage, options.font, "this is no font file");
   return scene;
 }
 
@@ -264,8 +266,7 @@ void add_render_command(CLI::App& app) {
   command->add_option("--background", options->background, "white, grey, black or #rrggbb")
       ->capture_default_str();
   command->add_option("--title", options->title, "The text above (file, step and time without it)");
-  command->add_option("--font", options->font, "A font file for all texts")
-      ->check(CLI::ExistingFile.description(""));
+  command->add_option("--font", options->font, "A font file for all texts");
   command->footer(std::string(kManual) + kChoiceText + kExitStatusText);
   command->callback([options] { run_render(*options); });
 }

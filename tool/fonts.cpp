@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 #include <filesystem>
+#include <fstream>
+#include <string_view>
 #include <system_error>
 
 namespace tool {
@@ -23,6 +25,15 @@ std::string font_for(const std::string& text) {
       return entry->path().string();
   }
   return {};
+}
+
+bool is_font_file(const std::string& path) {
+  std::array<char, 4> start{};
+  std::ifstream(path, std::ios::binary).read(start.data(), start.size());
+  const std::string_view found(start.data(), start.size());
+  constexpr std::array<std::string_view, 4> kStarts = {std::string_view("\0\1\0\0", 4), "OTTO", "ttcf",
+                                                       "true"};
+  return std::find(kStarts.begin(), kStarts.end(), found) != kStarts.end();
 }
 
 }  // namespace tool

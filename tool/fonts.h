@@ -9,4 +9,7 @@ namespace tool {
 // Cyrillic ones and there is such a file; else empty, for the built-in font.
 std::string font_for(const std::string& text);
 
+// Whether the file begins like a font (TrueType, OpenType or a collection of them).
+bool is_font_file(const std::string& path);
+
 }  // namespace tool

@@ -1,6 +1,9 @@
 #include "tool/vtk_series.h"
 
 #include <algorithm>
+#include <array>
+#include <fstream>
+#include <string_view>
 #include <system_error>
 #include <utility>
 #include <vtkDoubleArray.h>
@@ -71,6 +74,16 @@ std::string safe(std::string_view name) {
   return result;
 }
 
+// Whether VTK's writer came to the end: it does not notice when the last block cannot be written.
+bool is_complete(const fs::path& path) {
+  constexpr std::string_view kEnd = "</VTKFile>\n";
+  std::array<char, kEnd.size()> end{};
+  std::ifstream file(path, std::ios::binary);
+  file.seekg(-static_cast<std::streamoff>(kEnd.size()), std::ios::end);
+  file.read(end.data(), end.size());
+  return file && std::string_view(end.data(), end.size()) == kEnd;
+}
+
 void set_compression(vtkXMLWriter& writer, Compression compression) {
   switch (compression) {
     case Compression::none:
@@ -124,6 +137,7 @@ void VtkSeries::write_part(int part, const fs::path& path) const {
   writer->SetHeaderTypeToUInt64();
   set_compression(*writer, options_.compression);
   if (writer->Write() != 1) fail(path, vtkErrorCode::GetStringFromErrorCode(writer->GetErrorCode()));
+  if (!is_complete(path)) fail(path, "the file is not complete");
 }
 
 void VtkSeries::write_step(const std::function<void()>& after_part) {

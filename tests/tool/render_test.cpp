@@ -1,0 +1,337 @@
+// `fldtool render`: the pictures have the expected colours at known places, and are made without a display.
+#include "gtest/gtest.h"
+#include <algorithm>
+#include <array>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <string>
+#include <vector>
+#include <vtkImageData.h>
+#include <vtkNew.h>
+#include <vtkPNGReader.h>
+
+#include "testkit/file_writer.h"
+#include "testkit/quantity.h"
+#include "testkit/small_meshes.h"
+#include "tests/tool/run_fldtool.h"
+#include "tests/tool/tool_datasets.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+using tool_test::Result;
+using tool_test::run_fldtool;
+using Pixel = std::array<int, 3>;
+using Words = std::vector<std::string>;
+
+constexpr Pixel kWhite = {255, 255, 255};
+constexpr Pixel kLowest = {0x44, 0x01, 0x54};   // of viridis
+constexpr Pixel kHighest = {0xfd, 0xe7, 0x25};  // of viridis
+constexpr Pixel kUndefined = {158, 153, 153};
+
+class Picture {
+ public:
+  explicit Picture(const fs::path& path) {
+    reader_->SetFileName(path.c_str());
+    reader_->Update();
+  }
+
+  int width() { return reader_->GetOutput()->GetDimensions()[0]; }
+  int height() { return reader_->GetOutput()->GetDimensions()[1]; }
+  // x from the left, y from below, as parts of the whole.
+  Pixel at(double x, double y) {
+    const auto* colour = static_cast<unsigned char*>(reader_->GetOutput()->GetScalarPointer(
+        static_cast<int>(x * width()), static_cast<int>(y * height()), 0));
+    return {colour[0], colour[1], colour[2]};
+  }
+
+ private:
+  vtkNew<vtkPNGReader> reader_;
+};
+
+void expect_near(const Pixel& found, const Pixel& wanted) {
+  for (std::size_t i = 0; i < 3; ++i)
+    EXPECT_NEAR(found[i], wanted[i], 6) << found[0] << " " << found[1] << " " << found[2];
+}
+
+// Three square plates in a row along x: of the lowest value, the highest and an undefined one.
+testkit::File three_plates(double low = 0, double high = 10) {
+  testkit::Mesh mesh = testkit::one_tetrahedron();
+  mesh.surfaces.clear();
+  testkit::Surface plates{.name = "plates"};
+  std::vector<double> values(4, 0.0);
+  const std::array<double, 3> plate_values = {low, high, 1.0e30};
+  for (int i = 0; i < 3; ++i) {
+    const double x = 10.0 + i;
+    const std::int32_t first = mesh.nodes.add(x, 0, 0);
+    mesh.nodes.add(x + 1, 0, 0);
+    mesh.nodes.add(x + 1, 1, 0);
+    mesh.nodes.add(x, 1, 0);
+    plates.add(testkit::kQuadrilateralFace, {first, first + 1, first + 2, first + 3});
+    values.insert(values.end(), 4, plate_values[static_cast<std::size_t>(i)]);
+  }
+  mesh.surfaces.push_back(plates);
+  testkit::File file = testkit::file_of(mesh);
+  testkit::RegionSet& set = file.region_sets.front();
+  set.add(testkit::scalar_section({.name = "p", .label = "Pressure [Pa]", .values = values}));
+  set.add(testkit::vector_section(
+      {.name = "v", .label = "Velocity [m/s]", .x = values, .y = values, .z = values}));
+  return file;
+}
+
+// Where the plates are in a picture of 600 x 400 from +z, as parts of its width and height.
+constexpr double kFirst = 0.5 - 0.92 / 3;
+constexpr double kSecond = 0.5;
+constexpr double kThird = 0.5 + 0.92 / 3;
+constexpr double kMiddle = 0.55;
+
+bool can_draw() {
+  static const bool kCan = [] {
+    const tool_test::OneFile dataset(three_plates());
+    return run_fldtool({"render", dataset.path(), "-o", (dataset.directory() / "p.png").string()})
+               .errors.find("no way to draw") == std::string::npos;
+  }();
+  return kCan;
+}
+
+class Render : public testing::Test {
+ protected:
+  Render() : dataset(three_plates()) { unsetenv("DISPLAY"); }
+
+  void SetUp() override {
+    if (!can_draw()) GTEST_SKIP() << "this machine has no way to draw: neither EGL nor a display";
+  }
+
+  fs::path output() const { return dataset.directory() / "picture.png"; }
+
+  Picture draw(const Words& options) const { return draw_file(dataset.path(), options); }
+
+  Picture draw_file(const std::string& file, const Words& options) const {
+    Words arguments = {"render", file, "-o", output().string(), "--size", "600x400"};
+    arguments.insert(arguments.end(), options.begin(), options.end());
+    if (std::find(options.begin(), options.end(), "--view") == options.end())
+      arguments.insert(arguments.end(), {"--view", "+z"});
+    const Result result = run_fldtool(arguments);
+    EXPECT_EQ(result.status, 0) << result.errors;
+    EXPECT_EQ(result.errors, "");
+    EXPECT_EQ(result.output, "");
+    return Picture(output());
+  }
+
+  void expect_error(const Words& options, int status, const std::string& line) const {
+    Words arguments = {"render", dataset.path(), "-o", output().string()};
+    arguments.insert(arguments.end(), options.begin(), options.end());
+    const Result result = run_fldtool(arguments);
+    EXPECT_EQ(result.status, status) << line;
+    EXPECT_EQ(result.errors, "fldtool: " + line + "\n");
+    EXPECT_FALSE(fs::exists(output()));
+  }
+
+  tool_test::OneFile dataset;
+};
+
+TEST_F(Render, ColoursTheValuesWithoutADisplay) {
+  Picture picture = draw({});
+  EXPECT_EQ(picture.width(), 600);
+  EXPECT_EQ(picture.height(), 400);
+  expect_near(picture.at(kFirst, kMiddle), kLowest);
+  expect_near(picture.at(kSecond, kMiddle), kHighest);
+  expect_near(picture.at(kThird, kMiddle), kUndefined);
+  EXPECT_EQ(picture.at(0.99, 0.99), kWhite);
+  EXPECT_EQ(picture.at(0.99, 0.5), kWhite);
+}
+
+TEST_F(Render, LooksFromTheOtherSide) {
+  Picture picture = draw({"--view", "-z"});
+  expect_near(picture.at(kFirst, kMiddle), kUndefined);
+  expect_near(picture.at(kThird, kMiddle), kLowest);
+  Picture by_angles = draw({"--view", "-90,90"});
+  expect_near(by_angles.at(kFirst, kMiddle), kLowest);
+}
+
+TEST_F(Render, TakesTheRangeThatIsGiven) {
+  Picture picture = draw({"--range", "-10,0", "--colours", "grey"});
+  expect_near(picture.at(kFirst, kMiddle), {0xf0, 0xf0, 0xf0});
+  expect_near(picture.at(kSecond, kMiddle), {0xf0, 0xf0, 0xf0});
+  Picture other = draw({"--range", "10,20", "--colours", "grey"});
+  expect_near(other.at(kSecond, kMiddle), {0x20, 0x20, 0x20});
+}
+
+TEST_F(Render, ColoursByComponentAndMagnitude) {
+  const tool_test::OneFile negative(three_plates(-3, 1));
+  Picture component = draw_file(negative.path(), {"--variable", "v.y"});
+  expect_near(component.at(kFirst, kMiddle), kLowest);
+  expect_near(component.at(kSecond, kMiddle), kHighest);
+  for (const char* name : {"v", "v.magnitude"}) {
+    Picture magnitude = draw_file(negative.path(), {"--variable", name});
+    expect_near(magnitude.at(kFirst, kMiddle), kHighest);
+    expect_near(magnitude.at(kSecond, kMiddle), kLowest);
+  }
+}
+
+TEST_F(Render, WithoutAVariableGivesAColourPerPart) {
+  Picture picture = draw({"--variable", "none", "--background", "#102030"});
+  EXPECT_EQ(picture.at(kFirst, 0.55), picture.at(kThird, 0.55));
+  EXPECT_NE(picture.at(kFirst, 0.55), kWhite);
+  EXPECT_EQ(picture.at(0.99, 0.99), (Pixel{0x10, 0x20, 0x30}));
+}
+
+TEST_F(Render, ShowsFaintPartsThroughGrey) {
+  Picture picture = draw({"--faint", "plates"});
+  const Pixel colour = picture.at(kSecond, kMiddle);
+  EXPECT_GT(colour[0], 180);
+  EXPECT_LT(colour[0], 255);
+  EXPECT_NEAR(colour[0], colour[2], 25);
+}
+
+TEST_F(Render, DrawsTheEdgesOfElements) {
+  // The rims between the plates are drawn anyway; the diagonal of nothing is. So look at a mesh of volumes.
+  const tool_test::OneFile cube(tool_test::one_of_each_file());
+  Picture plain = draw_file(cube.path(), {"--parts", "whole", "--variable", "none"});
+  Picture edged = draw_file(cube.path(), {"--parts", "whole", "--variable", "none", "--edges"});
+  int different = 0;
+  for (int i = 0; i < 200; ++i) {
+    if (plain.at(0.3 + 0.002 * i, 0.4) != edged.at(0.3 + 0.002 * i, 0.4)) ++different;
+  }
+  EXPECT_GT(different, 0);
+}
+
+TEST_F(Render, DrawsPartsWithoutValuesOrElements) {
+  testkit::File file = three_plates();
+  file.region_sets.front().remove("LS_Scalar:p");
+  file.region_sets.front().remove("LS_Vector:v");
+  const tool_test::OneFile bare(file);
+  Picture picture = draw_file(bare.path(), {});
+  EXPECT_NE(picture.at(kFirst, kMiddle), kWhite);
+
+  testkit::Mesh mesh = testkit::one_tetrahedron();
+  mesh.surfaces.push_back({.name = "empty"});
+  const tool_test::OneFile empty(testkit::file_of(mesh));
+  draw_file(empty.path(), {"--parts", "empty"});
+  draw_file(empty.path(), {"--parts", "volumes", "--variable", "MatOfElements"});
+}
+
+TEST_F(Render, NumbersThePicturesOfASeries) {
+  for (int step = 0; step < 11; ++step) {
+    testkit::File file = three_plates(step, 10 + step);
+    file.header.set_cycle(step, step);
+    testkit::write_file(file, dataset.directory() / ("s_" + std::to_string(step) + ".fld"));
+  }
+  const std::string file = (dataset.directory() / "s_0.fld").string();
+  const Result result = run_fldtool({"render", file, "-o", output().string(), "--steps", "0,10", "--view",
+                                     "+z", "--size", "600x400", "--colours", "grey"});
+  EXPECT_EQ(result.status, 0) << result.errors;
+  // Both have the range of both: 0 to 20.
+  Picture first(dataset.directory() / "picture_00.png");
+  Picture last(dataset.directory() / "picture_10.png");
+  expect_near(first.at(kFirst, kMiddle), {0x20, 0x20, 0x20});
+  expect_near(first.at(kSecond, kMiddle), last.at(kFirst, kMiddle));
+  expect_near(last.at(kSecond, kMiddle), {0xf0, 0xf0, 0xf0});
+  EXPECT_EQ(run_fldtool({"render", file, "-o", output().string(), "--step", "all", "--size", "64x64"}).status,
+            0);
+  EXPECT_TRUE(fs::exists(dataset.directory() / "picture_05.png"));
+  EXPECT_FALSE(fs::exists(output()));
+}
+
+TEST_F(Render, DrawsJapaneseLabels) {
+  const tool_test::OneFile japanese(tool_test::one_of_each_file());
+  draw_file(japanese.path(), {"--parts", "外"});
+}
+
+TEST_F(Render, RejectsWrongOptions) {
+  expect_error({"--size", "10x10"}, 2,
+               "--size: '10x10' is not WIDTHxHEIGHT in pixels, 64 to 4096 each (see fldtool --help)");
+  expect_error({"--size", "big"}, 2,
+               "--size: 'big' is not WIDTHxHEIGHT in pixels, 64 to 4096 each (see fldtool --help)");
+  expect_error({"--view", "up"}, 2,
+               "--view: 'up' is not iso, +x, -x, +y, -y, +z, -z or AZIMUTH,ELEVATION (see fldtool --help)");
+  expect_error(
+      {"--view", "1,nan"}, 2,
+      "--view: '1,nan' is not iso, +x, -x, +y, -y, +z, -z or AZIMUTH,ELEVATION (see fldtool --help)");
+  expect_error({"--background", "red"}, 2,
+               "--background: 'red' is not white, grey, black or #rrggbb (see fldtool --help)");
+  expect_error({"--range", "2,1"}, 2, "--range: '2,1' is not LOW,HIGH (see fldtool --help)");
+  expect_error({"--colours", "jet"}, 2,
+               "--colours: jet not in {viridis,inferno,cool-warm,turbo,grey} (see fldtool --help)");
+  expect_error({"--font", dataset.path()}, 2, dataset.path() + ": this is no font file");
+  expect_error({"--variable", "q"}, 2,
+               dataset.path() + ": there is no variable 'q': the variables are 1 to 3");
+  expect_error({"--variable", "p.x"}, 2,
+               dataset.path() + ": there is no variable 'p.x': the variables are 1 to 3");
+  expect_error({"--parts", "q"}, 2, dataset.path() + ": there is no part 'q': the parts are 1 to 3");
+  expect_error({"--step", "1"}, 2, dataset.path() + ": there are no steps '1': the steps are 0 to 0");
+}
+
+TEST_F(Render, SaysWhenItCannotWrite) {
+  const Result result = run_fldtool({"render", dataset.path(), "-o", dataset.path() + "/p.png"});
+  EXPECT_EQ(result.status, 4);
+  EXPECT_EQ(result.errors, "fldtool: " + dataset.path() + "/p.png: cannot write: Not a directory\n");
+}
+
+TEST_F(Render, RefusesWhatIsNoDataset) {
+  const std::string empty = (dataset.directory() / "empty.fld").string();
+  std::ofstream(empty).flush();
+  const Result result = run_fldtool({"render", empty, "-o", output().string()});
+  EXPECT_EQ(result.status, 3);
+  EXPECT_EQ(result.errors, "fldtool: " + empty + ": This is not FLD file.\n");
+}
+
+TEST_F(Render, SaysWhenAQuantityCannotBeRead) {
+  testkit::File file = three_plates();
+  file.region_sets.front().section("LS_Scalar:p").blocks[1] = testkit::Block::integer(-5);
+  const tool_test::OneFile broken(file);
+  const Result result = run_fldtool({"render", broken.path(), "-o", output().string()});
+  EXPECT_EQ(result.status, 3);
+  EXPECT_TRUE(result.errors.starts_with("fldtool: " + broken.path() + ": ")) << result.errors;
+  EXPECT_FALSE(fs::exists(output()));
+}
+
+// The way to EGL is barred by naming a driver list that does not exist.
+class RenderWithoutEgl : public testing::Test {
+ protected:
+  RenderWithoutEgl() : dataset(three_plates()) {
+    setenv("__EGL_VENDOR_LIBRARY_FILENAMES", "/nonexistent", 1);
+  }
+  ~RenderWithoutEgl() override {
+    unsetenv("__EGL_VENDOR_LIBRARY_FILENAMES");
+    unsetenv("DISPLAY");
+  }
+
+  Result render() const {
+    return run_fldtool({"render", dataset.path(), "-o", (dataset.directory() / "p.png").string()});
+  }
+
+  tool_test::OneFile dataset;
+};
+
+TEST_F(RenderWithoutEgl, SaysThatThereIsNoDisplay) {
+  unsetenv("DISPLAY");
+  const Result result = render();
+  EXPECT_EQ(result.status, 4);
+  EXPECT_EQ(result.errors,
+            "fldtool: no way to draw: EGL has no surfaceless platform, and DISPLAY is not set\n");
+}
+
+TEST_F(RenderWithoutEgl, SaysThatTheDisplayCannotBeOpened) {
+  setenv("DISPLAY", ":54321", 1);
+  const Result result = render();
+  EXPECT_EQ(result.status, 4);
+  EXPECT_EQ(
+      result.errors,
+      "fldtool: no way to draw: EGL has no surfaceless platform, and the display :54321 cannot be opened\n");
+}
+
+TEST_F(RenderWithoutEgl, DrawsOnADisplay) {
+  if (std::system("command -v xvfb-run >/dev/null") != 0) GTEST_SKIP() << "there is no xvfb-run";
+  const fs::path output = dataset.directory() / "p.png";
+  const std::string command = "timeout 60 xvfb-run -a -s '-noreset -screen 0 1280x1024x24' " FLDTOOL
+                              " render --view +z --size 600x400 " +
+                              dataset.path() + " -o " + output.string();
+  ASSERT_EQ(std::system(command.c_str()), 0);
+  Picture picture(output);
+  expect_near(picture.at(kFirst, kMiddle), kLowest);
+  expect_near(picture.at(kThird, kMiddle), kUndefined);
+}
+
+}  // namespace
