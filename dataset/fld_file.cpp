@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstring>
 
+#include "dataset/quantity_notes.h"
 #include "format/data_block.h"
 #include "format/record.h"
 #include "support/assertion.h"
@@ -23,6 +24,11 @@ bool any_of(const std::vector<FLDSEEKOverlap>& overlaps, bool FLDSEEKOverlap::*f
   return std::any_of(overlaps.begin(), overlaps.end(), [flag](const auto& overlap) { return overlap.*flag; });
 }
 
+template <class Title>
+void append(std::vector<Title>& list, const std::vector<Title>& more) {
+  list.insert(list.end(), more.begin(), more.end());
+}
+
 }  // namespace
 
 int FLDFile::checkSections() {
@@ -32,30 +38,43 @@ int FLDFile::checkSections() {
   FILE* stream = file.stream();
   FLDSEEKOverlap outside;  // sections before the first region set belong to none and leave no trace
   FLDSEEKOverlap* overlap = &outside;
+  QuantityNotes notes(stream, m_dimension);
   for (;;) {
     const off_t offset = ftello(stream);
     char title[kTitleLength + 1];
-    FLDV4_I_TITLE(stream, title);
+    const int n = FLDV4_I_TITLE(stream, title);
     if (title_starts_with(title, "OverlapStart_")) {
       overlap = &m_overlap.emplace_back();
       overlap->m_begin = offset;
+      notes.begin_region_set();
       continue;
     }
-    if (title_starts_with(title, "OverlapEnd")) return 0;
+    if (title_starts_with(title, "OverlapEnd")) {
+      noted_ = notes.take(title, n);
+      noted_from_ = file.stamp();
+      return 0;
+    }
     read_int(stream);
+    const off_t body = ftello(stream);
     if (title_starts_with(title, "LS_ALE")) {
       FLDV4_ALE(stream, overlap->m_ale);
       overlap->m_hasALE = true;
+      notes.motion(body);
       continue;
     }
     if (title_starts_with(title, "LS_Nodes")) overlap->m_hasGeometry = true;
     if (title_starts_with(title, "LS_Scalar:@BNODE")) overlap->m_hasOverset = true;
     FLDV4_I_SKIP(stream);
+    notes.section(offset, title, body);
   }
 }
 
 int FLDFile::seekFLD() {
   trace_reading(m_path);
+  if (!noted_.empty() && noted_.size() == m_overlap.size() && noted_from_ == stamp_of(m_path)) {
+    take_noted_sections();
+    return 0;
+  }
   const InputFile file(m_path, Access::walk);
   const int status = read_file_header(file, m_path, *this);
   if (status != 0) return status;
@@ -81,6 +100,14 @@ int FLDFile::seekFLD() {
       FLDV4_I_SKIP(stream);
     }
   }
+}
+
+void FLDFile::take_noted_sections() {
+  for (size_t i = 0; i < noted_.size(); ++i) {
+    append(m_overlap[i].m_scalars, noted_[i].m_scalars);
+    append(m_overlap[i].m_vectors, noted_[i].m_vectors);
+  }
+  noted_ = {};
 }
 
 bool FLDFile::hasGeometry() const {

@@ -20,7 +20,8 @@ class FLDFile : public FLDHeader {
   int checkSections();
 
   // Appends one title entry per quantity section to each region set's lists. Results and exceptions as of
-  // checkSections, which must have run before.
+  // checkSections, which must have run before and has noted the entries when it could; if not, or if the file
+  // has changed since, it is walked once more.
   int seekFLD();
 
   // Whether any region set has node coordinates, a motion, or overset data.
@@ -42,6 +43,13 @@ class FLDFile : public FLDHeader {
 
   std::string m_path;
   std::vector<FLDSEEKOverlap> m_overlap;  // region sets in file order
+
+ private:
+  void take_noted_sections();
+
+  // Per region set, the quantities that checkSections met; only when seekFLD would find the very same ones.
+  std::vector<FLDSEEK> noted_;
+  FileStamp noted_from_;
 };
 
 }  // namespace fld

@@ -1,5 +1,7 @@
 #include "format/input_file.h"
 
+#include <algorithm>
+#include <cstdint>
 #include <fcntl.h>
 #include <new>
 #include <sys/stat.h>
@@ -9,9 +11,11 @@ namespace fld {
 
 namespace {
 
-constexpr size_t kBulkBuffer = size_t{256} << 10;
+constexpr int64_t kBulkBuffer = int64_t{256} << 10;
+// Small files are read at once, whatever is wanted of them.
+constexpr int64_t kWholeFile = int64_t{64} << 10;
 
-FILE* open_regular_file(const char* path) {
+FILE* open_regular_file(const char* path, FileStamp& stamp) {
   // O_NONBLOCK: opening a named pipe must not wait for a writer. Regular files ignore it.
   const int descriptor = open(path, O_RDONLY | O_NONBLOCK | O_CLOEXEC);
   if (descriptor < 0) return nullptr;
@@ -19,16 +23,19 @@ FILE* open_regular_file(const char* path) {
   FILE* stream = nullptr;
   if (fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode)) stream = fdopen(descriptor, "rb");
   if (stream == nullptr) close(descriptor);
+  stamp = FileStamp(status);
   return stream;
 }
 
 }  // namespace
 
-InputFile::InputFile(const std::string& path, Access access) : stream_(open_regular_file(path.c_str())) {
-  if (stream_ == nullptr || access == Access::walk) return;
-  buffer_.reset(new (std::nothrow) char[kBulkBuffer]);
+InputFile::InputFile(const std::string& path, Access access) {
+  stream_.reset(open_regular_file(path.c_str(), stamp_));
+  if (stream_ == nullptr || (access == Access::walk && stamp_.size > kWholeFile)) return;
+  const auto buffer_size = static_cast<size_t>(std::clamp<int64_t>(stamp_.size, BUFSIZ, kBulkBuffer));
+  buffer_.reset(new (std::nothrow) char[buffer_size]);
   // Without memory for it the stream keeps its own small buffer.
-  if (buffer_ != nullptr) setvbuf(stream_.get(), buffer_.get(), _IOFBF, kBulkBuffer);
+  if (buffer_ != nullptr) setvbuf(stream_.get(), buffer_.get(), _IOFBF, buffer_size);
 }
 
 }  // namespace fld

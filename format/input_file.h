@@ -5,6 +5,8 @@
 #include <stdio.h>
 #include <string>
 
+#include "format/file_stamp.h"
+
 namespace fld {
 
 // How a file is going to be read: a walk from title to title that steps over nearly everything, or arrays in
@@ -19,11 +21,13 @@ class InputFile {
 
   explicit operator bool() const { return stream_ != nullptr; }
   FILE* stream() const { return stream_.get(); }
+  const FileStamp& stamp() const { return stamp_; }
 
  private:
   struct Close {
     void operator()(FILE* stream) const { fclose(stream); }
   };
+  FileStamp stamp_;
   std::unique_ptr<char[]> buffer_;  // outlives the stream
   std::unique_ptr<FILE, Close> stream_;
 };

@@ -45,6 +45,10 @@ void check_count(FILE* stream, int64_t count, size_t bytes_each) {
   }
 }
 
+void go_to(FILE* stream, int64_t offset) {
+  if (fseeko(stream, offset, SEEK_SET) != 0) throw_read_failure(stream);
+}
+
 void step_over(FILE* stream, int length) {
   if (length < 0)
     throw FLDReadException("NEGATIVE RECORD LENGTH " + std::to_string(length) + at_byte(stream));

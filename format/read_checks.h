@@ -19,6 +19,9 @@ void read_elements(FILE* stream, void* out, size_t width, size_t n);
 // end.
 void check_count(FILE* stream, int64_t count, size_t bytes_each);
 
+// Puts the stream at `offset` of its file; throws as read_elements does.
+void go_to(FILE* stream, int64_t offset);
+
 // Steps over `length` bytes. Throws FLDReadException "NEGATIVE RECORD LENGTH <length> AT BYTE <offset>." or
 // the errors of read_elements. A step past the end of the file is found by the next read.
 void step_over(FILE* stream, int length);
