@@ -80,7 +80,7 @@ void add_faces(vtkRenderer* renderer, const ShownPart& part, vtkLookupTable* col
   if (mesh_edges && !part.is_faint) {
     property->EdgeVisibilityOn();
     property->SetEdgeColor(0.15, 0.15, 0.15);
-    property->SetLineWidth(kFiner);
+    property->SetLineWidth(static_cast<float>(kFiner) * 0.6F);
   }
   renderer->AddActor(actor);
 }
