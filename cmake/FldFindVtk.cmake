@@ -1,5 +1,6 @@
-# Looks for VTK 9, first where CMake finds packages, then among the packages of ParaView, which carries its own.
-set(FLD_VTK_COMPONENTS CommonCore CommonDataModel CommonMisc FiltersCore FiltersGeometry FiltersSources IOImage IOXML
+# Looks for VTK 9, first where CMake finds packages, then among the packages of ParaView, which carries its own, and for
+# the ways to OpenGL that pictures need.
+set(FLD_VTK_COMPONENTS CommonCore CommonDataModel FiltersCore FiltersGeometry IOImage IOXML
   RenderingAnnotation RenderingCore RenderingFreeType RenderingOpenGL2)
 find_package(VTK 9.1 QUIET COMPONENTS ${FLD_VTK_COMPONENTS})
 if(NOT VTK_FOUND)
@@ -9,3 +10,5 @@ endif()
 if(VTK_FOUND)
   message(STATUS "VTK ${VTK_VERSION}: ${VTK_DIR}")
 endif()
+find_package(OpenGL QUIET COMPONENTS EGL GLX)
+find_package(X11 QUIET)

@@ -7,7 +7,6 @@
 #include <system_error>
 #include <utility>
 #include <vtkDoubleArray.h>
-#include <vtkErrorCode.h>
 #include <vtkFieldData.h>
 #include <vtkNew.h>
 #include <vtkXMLUnstructuredGridWriter.h>
@@ -136,8 +135,7 @@ void VtkSeries::write_part(int part, const fs::path& path) const {
   writer->EncodeAppendedDataOff();
   writer->SetHeaderTypeToUInt64();
   set_compression(*writer, options_.compression);
-  if (writer->Write() != 1) fail(path, vtkErrorCode::GetStringFromErrorCode(writer->GetErrorCode()));
-  if (!is_complete(path)) fail(path, "the file is not complete");
+  if (writer->Write() != 1 || !is_complete(path)) fail(path, "the file is not complete");
 }
 
 void VtkSeries::write_step(const std::function<void()>& after_part) {

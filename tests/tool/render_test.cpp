@@ -263,6 +263,25 @@ TEST_F(Render, RejectsWrongOptions) {
   expect_error({"--step", "1"}, 2, dataset.path() + ": there are no steps '1': the steps are 0 to 0");
 }
 
+TEST_F(Render, SaysWhenThereIsNothingToDraw) {
+  testkit::Mesh mesh = testkit::one_tetrahedron();
+  mesh.volumes.clear();
+  const tool_test::OneFile surfaces(testkit::file_of(mesh));
+  const Result result =
+      run_fldtool({"render", surfaces.path(), "-o", output().string(), "--parts", "volumes"});
+  EXPECT_EQ(result.status, 4);
+  EXPECT_EQ(result.errors, "fldtool: " + surfaces.path() + ": there is no part to draw\n");
+}
+
+TEST_F(Render, SaysWhenOpenGlIsTooOld) {
+  setenv("MESA_GL_VERSION_OVERRIDE", "2.1", 1);
+  const Result result = run_fldtool({"render", dataset.path(), "-o", output().string()});
+  unsetenv("MESA_GL_VERSION_OVERRIDE");
+  EXPECT_EQ(result.status, 4);
+  EXPECT_EQ(result.errors,
+            "fldtool: no way to draw: EGL has no context of OpenGL 3.2, and DISPLAY is not set\n");
+}
+
 TEST_F(Render, SaysWhenItCannotWrite) {
   const Result result = run_fldtool({"render", dataset.path(), "-o", dataset.path() + "/p.png"});
   EXPECT_EQ(result.status, 4);
@@ -322,8 +341,28 @@ TEST_F(RenderWithoutEgl, SaysThatTheDisplayCannotBeOpened) {
       "fldtool: no way to draw: EGL has no surfaceless platform, and the display :54321 cannot be opened\n");
 }
 
+bool has_xvfb() {
+  return std::system("command -v xvfb-run >/dev/null") == 0;
+}
+
+TEST_F(RenderWithoutEgl, SaysThatTheDisplayHasNoOpenGl) {
+  if (!has_xvfb()) GTEST_SKIP() << "there is no xvfb-run";
+  const fs::path said = dataset.directory() / "said";
+  const std::string command =
+      "timeout 60 xvfb-run -a -e /dev/null -s '-noreset -screen 0 1280x1024x24 -extension GLX' sh -c "
+      "'" FLDTOOL " render " +
+      dataset.path() + " 2>" + said.string() + "'";
+  EXPECT_NE(std::system(command.c_str()), 0);
+  std::ifstream file(said);
+  std::string line;
+  std::getline(file, line);
+  EXPECT_TRUE(line.starts_with("fldtool: no way to draw: EGL has no surfaceless platform, and the display :"))
+      << line;
+  EXPECT_TRUE(line.ends_with(" has no OpenGL")) << line;
+}
+
 TEST_F(RenderWithoutEgl, DrawsOnADisplay) {
-  if (std::system("command -v xvfb-run >/dev/null") != 0) GTEST_SKIP() << "there is no xvfb-run";
+  if (!has_xvfb()) GTEST_SKIP() << "there is no xvfb-run";
   const fs::path output = dataset.directory() / "p.png";
   const std::string command = "timeout 60 xvfb-run -a -s '-noreset -screen 0 1280x1024x24' " FLDTOOL
                               " render --view +z --size 600x400 " +
