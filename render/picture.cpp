@@ -36,7 +36,7 @@ std::string take_picture(vtkRenderWindow& window) {
   vtkNew<vtkImageData> image;
   image->SetDimensions(width, height, 1);
   image->AllocateScalars(VTK_UNSIGNED_CHAR, kChannels);
-  const auto stride = static_cast<std::size_t>(width * kFiner * kChannels);
+  const auto stride = static_cast<std::size_t>(width) * kFiner * kChannels;
   for (int y = 0; y < height; ++y) {
     average_line(pixels->GetPointer(0) + static_cast<std::size_t>(y * kFiner) * stride, stride, width,
                  static_cast<unsigned char*>(image->GetScalarPointer(0, y, 0)));

@@ -50,7 +50,7 @@ struct ConvertOptions {
 };
 
 std::filesystem::path collection_path(const ConvertOptions& options) {
-  const std::filesystem::path output = options.output;
+  std::filesystem::path output = options.output;
   if (output.extension() == ".pvd") return output;
   return output / std::filesystem::path(options.dataset.file).filename().replace_extension(".pvd");
 }
