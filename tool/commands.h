@@ -8,6 +8,7 @@ namespace tool {
 
 void add_check_command(CLI::App& app);
 void add_convert_command(CLI::App& app);  // only in builds with VTK
+void add_diff_command(CLI::App& app);
 void add_help_command(CLI::App& app);
 void add_info_command(CLI::App& app);
 void add_layout_command(CLI::App& app);

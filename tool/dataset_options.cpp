@@ -44,10 +44,15 @@ void report_fatal(std::string_view captured) {
   _exit(static_cast<int>(ExitStatus::unreadable));
 }
 
-std::unique_ptr<host::Library> load(const DatasetOptions& options) {
+// Loads the reader; a second instance from a copy, which is left in `copy`.
+std::unique_ptr<host::Library> load(const DatasetOptions& options, ReaderInstance instance,
+                                    std::unique_ptr<host::PrivateCopy>& copy) {
   try {
-    return std::make_unique<host::Library>(host::find_plugin(
-        options.plugin.empty() ? std::nullopt : std::optional<std::filesystem::path>(options.plugin)));
+    const std::filesystem::path plugin = host::find_plugin(
+        options.plugin.empty() ? std::nullopt : std::optional<std::filesystem::path>(options.plugin));
+    if (instance == ReaderInstance::first) return std::make_unique<host::Library>(plugin);
+    copy = std::make_unique<host::PrivateCopy>(plugin);
+    return std::make_unique<host::Library>(copy->path());
   } catch (const host::Error& error) {
     throw CommandError(ExitStatus::failure, error.what());
   }
@@ -77,7 +82,8 @@ void add_series_options(CLI::App& command, DatasetOptions& options) {
                    "Show the reader's diagnostics on the standard error stream");
 }
 
-OpenDataset::OpenDataset(const DatasetOptions& options) : verbose_(options.verbose), library_(load(options)) {
+OpenDataset::OpenDataset(const DatasetOptions& options, ReaderInstance instance)
+    : file_(options.file), verbose_(options.verbose), library_(load(options, instance, copy_)) {
   file_being_read = options.file;
   show_all_text = options.verbose;
   try {
@@ -100,6 +106,11 @@ void OpenDataset::open(const DatasetOptions& options) {
         fmt::format("there is no step {}: the steps are 0 to {}", options.step, session_->step_count() - 1));
   }
   session_->select_step(options.step);
+}
+
+host::Session& OpenDataset::session() {
+  file_being_read = file_;
+  return *session_;
 }
 
 OpenDataset::~OpenDataset() {

@@ -36,6 +36,7 @@ int run(int argc, char** argv) {
   tool::add_info_command(app);
   tool::add_stats_command(app);
   tool::add_values_command(app);
+  tool::add_diff_command(app);
   tool::add_layout_command(app);
   tool::add_check_command(app);
 #ifdef FLDTOOL_HAS_VTK

@@ -1,0 +1,229 @@
+// fldtool diff
+#include <cstdint>
+#include <limits>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "fmt/format.h"
+#include "host/undefined_value.h"
+#include "tool/choice.h"
+#include "tool/commands.h"
+#include "tool/dataset_comparison.h"
+#include "tool/dataset_options.h"
+#include "tool/exit_status.h"
+#include "tool/interrupt.h"
+#include "tool/json_values.h"
+#include "tool/output.h"
+#include "tool/progress.h"
+
+namespace tool {
+namespace {
+
+constexpr char kManual[] =
+    R"(Compares two datasets, or two steps of one: numbers of steps and region sets, times, parts, node and element counts,
+coordinates, connectivity, variables and their values. Parts and variables are matched by their names; connectivity is
+compared by the parts' own node numbers, and values in the order in which the reader gives them.
+
+Without --step and --step-b all steps are compared, each with the one of the same number. --step compares one step of
+both; --step-b takes another step of the second dataset, or of FILE itself when there is no second one.
+
+Numbers are equal when they differ by at most --abs, or by at most --rel times the larger of the two. Undefined values
+equal each other only, and so do values that are not a number.
+
+One line per difference tells the step, the part, the variable and what differs, with A's side first; for lists, how many
+places differ, the first of them and the one where the two are furthest apart. The last line counts the differences.
+
+--json prints one JSON object:
+  a, b           the files
+  absolute, relative
+                 the tolerances
+  differences    per difference: kind (steps, time, region_sets, part, variable, nodes, elements, coordinates,
+                 connectivity, availability or values), step_a, step_b, part, variable, component (or the elements'
+                 shape; null where there is none), a, b (both sides, of what is no list; else null), list
+  list           differing, compared (how many), row (node or element), first, most: the row (from 1), the entry in it
+                 (of connectivity, from 1), a and b (null if they are not a number), undefined_a, undefined_b
+  problems       what could not be read, and so not compared: file, reason; the exit status is then 3
+
+)";
+
+struct DiffOptions {
+  DatasetOptions dataset;
+  std::string other;
+  std::optional<int> step;
+  std::optional<int> step_b;
+  std::vector<std::string> parts;
+  std::vector<std::string> variables;
+  Tolerance tolerance;
+  bool json = false;
+};
+
+Json place_json(const Difference& difference, const DifferingPlace& place) {
+  const auto is_undefined = [](double value) { return host::is_undefined(static_cast<float>(value)); };
+  const auto value = [&](double number) {
+    return is_undefined(number) ? Json(nullptr) : json_number(number);
+  };
+  return {
+      {"row", difference.first_row + place.index / difference.row_length + 1},
+      {"entry", difference.row_length > 1 ? Json(place.index % difference.row_length + 1) : Json(nullptr)},
+      {"a", value(place.a)},
+      {"b", value(place.b)},
+      {"undefined_a", is_undefined(place.a)},
+      {"undefined_b", is_undefined(place.b)}};
+}
+
+Json text_or_null(const std::string& text) {
+  return text.empty() ? Json(nullptr) : Json(text);
+}
+
+Json difference_json(const Difference& difference) {
+  Json json{{"kind", difference.kind},
+            {"step_a", difference.step_a ? Json(*difference.step_a) : Json(nullptr)},
+            {"step_b", difference.step_b ? Json(*difference.step_b) : Json(nullptr)},
+            {"part", text_or_null(difference.part)},
+            {"variable", text_or_null(difference.variable)},
+            {"component", text_or_null(difference.component)},
+            {"a", text_or_null(difference.a)},
+            {"b", text_or_null(difference.b)},
+            {"list", nullptr}};
+  if (difference.list) {
+    json["list"] = {{"differing", difference.list->differing},
+                    {"compared", difference.list->compared},
+                    {"row", difference.row},
+                    {"first", place_json(difference, difference.list->first)},
+                    {"most", place_json(difference, difference.list->most)}};
+  }
+  return json;
+}
+
+// Prints the differences as they come.
+class Printer {
+ public:
+  explicit Printer(const DiffOptions& options) : is_json_(options.json) {
+    if (!is_json_) return;
+    output_.write(
+        fmt::format("{{\n\"a\": {},\n\"b\": {},\n\"absolute\": {},\n\"relative\": {},\n\"differences\": [",
+                    json_text(options.dataset.file), json_text(options.other),
+                    json_text(json_number(options.tolerance.absolute)),
+                    json_text(json_number(options.tolerance.relative))));
+  }
+
+  void print(const Difference& difference) {
+    if (is_json_) {
+      output_.write((count_ == 0 ? "\n" : ",\n") + json_text(difference_json(difference), -1));
+    } else {
+      output_.write(difference_text(difference) + "\n");
+    }
+    ++count_;
+  }
+
+  void finish(const std::vector<std::pair<std::string, std::string>>& problems) {
+    if (is_json_) {
+      Json list = Json::array();
+      for (const auto& [file, reason] : problems) list.push_back({{"file", file}, {"reason", reason}});
+      output_.write(fmt::format("\n],\n\"problems\": {}\n}}\n", json_text(list, -1)));
+    } else if (count_ == 0) {
+      output_.write(problems.empty() ? "no differences\n" : "no differences in what could be read\n");
+    } else {
+      output_.write(fmt::format("{} difference{}\n", count_, count_ == 1 ? "" : "s"));
+    }
+    output_.finish();
+  }
+
+  std::uint64_t count() const { return count_; }
+
+ private:
+  bool is_json_;
+  Output output_{""};
+  std::uint64_t count_ = 0;
+};
+
+void check_step(OpenDataset& dataset, int step) {
+  const int count = dataset.session().step_count();
+  if (step < count) return;
+  throw CommandError(ExitStatus::usage, dataset.file(),
+                     fmt::format("there is no step {}: the steps are 0 to {}", step, count - 1));
+}
+
+void run_diff(DiffOptions options) {
+  if (options.other.empty()) {
+    if (!options.step_b) {
+      throw CommandError(
+          ExitStatus::usage,
+          "a second file or --step-b is missing: what to compare with? (see fldtool diff --help)");
+    }
+    options.other = options.dataset.file;
+  }
+  OpenDataset a(options.dataset);
+  DatasetOptions other = options.dataset;
+  other.file = options.other;
+  OpenDataset b(other, ReaderInstance::second);
+  ComparisonChoice choice{
+      .steps = {}, .parts = options.parts, .variables = options.variables, .tolerance = options.tolerance};
+  if (options.step || options.step_b) {
+    const int step = options.step.value_or(0);
+    choice.steps.emplace_back(step, options.step_b.value_or(step));
+    check_step(a, choice.steps.front().first);
+    check_step(b, choice.steps.front().second);
+  }
+  Printer printer(options);
+  std::optional<Progress> progress;
+  DatasetComparison comparison(
+      a, b, choice,
+      [&](const Difference& difference) {
+        if (progress) progress->erase();
+        printer.print(difference);
+      },
+      [&](std::uint64_t done, std::uint64_t total) {
+        stop_if_interrupted();
+        if (!progress) progress.emplace("comparing", total, ProgressUnit::steps);
+        progress->update(done);
+      });
+  comparison.run();
+  progress.reset();
+  printer.finish(comparison.problems());
+  if (!comparison.problems().empty()) {
+    const auto& [file, reason] = comparison.problems().front();
+    throw CommandError(ExitStatus::unreadable, file, reason);
+  }
+  if (printer.count() > 0) throw QuietExit(ExitStatus::findings);
+}
+
+}  // namespace
+
+void add_diff_command(CLI::App& app) {
+  const auto options = std::make_shared<DiffOptions>();
+  CLI::App* command = app.add_subcommand("diff", "Compare two datasets, or two steps of one");
+  add_series_options(*command, options->dataset);
+  const auto any_step = CLI::Range(0, std::numeric_limits<int>::max()).description("");
+  command->add_option("OTHER", options->other, "Any file of the second dataset (FILE itself without it)");
+  command->add_option("--step", options->step, "Compare this step only")->check(any_step);
+  command->add_option("--step-b", options->step_b, "Compare with this step of the second dataset")
+      ->check(any_step);
+  // The library's own check would print the largest double in digits.
+  const auto tolerance = CLI::Validator(
+      [](const std::string& text) {
+        double value = -1;
+        return CLI::detail::lexical_cast(text, value) && value >= 0 ? "" : "has to be a number of 0 or more";
+      },
+      "");
+  command->add_option("--abs", options->tolerance.absolute, "Numbers may differ by this much")
+      ->check(tolerance)
+      ->capture_default_str();
+  command
+      ->add_option("--rel", options->tolerance.relative, "Numbers may differ by this share of the larger one")
+      ->check(tolerance)
+      ->capture_default_str();
+  command->add_option("-p,--parts", options->parts, "The parts to compare (all without it)")
+      ->delimiter(',')
+      ->allow_extra_args(false);
+  command->add_option("--variables", options->variables, "The variables to compare (all without it)")
+      ->delimiter(',')
+      ->allow_extra_args(false);
+  command->add_flag("--json", options->json, "Print JSON for programs");
+  command->footer(std::string(kManual) + kChoiceText + kExitStatusText);
+  command->callback([options] { run_diff(*options); });
+}
+
+}  // namespace tool

@@ -1,0 +1,297 @@
+#include "tool/dataset_comparison.h"
+
+#include <algorithm>
+#include <array>
+#include <map>
+#include <set>
+#include <tuple>
+
+#include "fmt/format.h"
+#include "host/error.h"
+#include "host/text_encoding.h"
+#include "tool/choice.h"
+#include "tool/summary.h"
+
+namespace tool {
+namespace {
+
+constexpr std::array<const char*, 3> kAxes = {"x", "y", "z"};
+constexpr char kMissing[] = "missing";
+
+// Names and how often they were there before, so that the second part of a name meets the second one.
+template <typename Key>
+class Occurrences {
+ public:
+  std::pair<Key, int> next(const Key& key) { return {key, counts_[key]++}; }
+
+ private:
+  std::map<Key, int> counts_;
+};
+
+// The numbers of the items by what they are matched with.
+template <typename Items, typename KeyOf>
+auto numbers_by_key(const Items& items, KeyOf key_of) {
+  using Key = decltype(key_of(*items.begin()));
+  Occurrences<Key> occurrences;
+  std::map<std::pair<Key, int>, int> numbers;
+  for (const auto& item : items) numbers.emplace(occurrences.next(key_of(item)), item.number);
+  return numbers;
+}
+
+auto part_key(const host::Part& part) {
+  return std::pair(part.name, part.kind);
+}
+
+std::string variable_words(const host::Variable& variable) {
+  return fmt::format("{} per {}", kind_word(variable.kind), location_word(variable.location));
+}
+
+}  // namespace
+
+DatasetComparison::DatasetComparison(OpenDataset& a, OpenDataset& b, ComparisonChoice choice, Tell tell,
+                                     Progress progress)
+    : a_(a), b_(b), choice_(std::move(choice)), tell_(std::move(tell)), progress_(std::move(progress)) {}
+
+template <typename Read>
+bool DatasetComparison::reads(OpenDataset& dataset, Read read) {
+  try {
+    read(dataset.session());
+    return true;
+  } catch (const host::Error& error) {
+    problems_.emplace_back(dataset.file(), host::to_utf8(error.reason()));
+    return false;
+  }
+}
+
+void DatasetComparison::tell(Difference difference) {
+  if (steps_) {
+    difference.step_a = steps_->first;
+    difference.step_b = steps_->second;
+  }
+  tell_(difference);
+}
+
+void DatasetComparison::advance() {
+  progress_(done_++, total_);
+}
+
+void DatasetComparison::match_parts() {
+  const std::vector<int> numbers =
+      choose_parts(a_.session(), choice_.parts.empty() ? std::vector<std::string>{"all"} : choice_.parts);
+  const std::set<int> chosen(numbers.begin(), numbers.end());
+  const auto in_a = numbers_by_key(a_.session().parts(), part_key);
+  auto in_b = numbers_by_key(b_.session().parts(), part_key);
+  for (const host::Part& part : a_.session().parts()) {
+    const auto same_number = [&](const auto& entry) { return entry.second == part.number; };
+    const auto key = std::find_if(in_a.begin(), in_a.end(), same_number)->first;
+    const auto found = in_b.find(key);
+    if (chosen.contains(part.number)) {
+      const std::string name = host::to_utf8(part.name);
+      if (found != in_b.end()) {
+        parts_.push_back({part.number, found->second, name});
+      } else {
+        tell({.kind = "part", .part = name, .a = kind_word(part.kind), .b = kMissing});
+      }
+    }
+    if (found != in_b.end()) in_b.erase(found);
+  }
+  if (!choice_.parts.empty()) return;
+  for (const auto& [key, number] : in_b) {
+    tell({.kind = "part",
+          .part = host::to_utf8(key.first.first),
+          .a = kMissing,
+          .b = kind_word(key.first.second)});
+  }
+}
+
+void DatasetComparison::match_variables() {
+  const std::vector<int> numbers = choose_variables(a_.session(), choice_.variables);
+  std::map<std::string, int> in_b;
+  for (const host::Variable& variable : b_.session().variables())
+    in_b.emplace(variable.name, variable.number);
+  for (const int number : numbers) {
+    const host::Variable& variable = a_.session().variable(number);
+    const std::string name = host::to_utf8(variable.name);
+    const auto found = in_b.find(variable.name);
+    if (found == in_b.end()) {
+      tell({.kind = "variable", .variable = name, .a = variable_words(variable), .b = kMissing});
+      continue;
+    }
+    const host::Variable& other = b_.session().variable(found->second);
+    in_b.erase(found);
+    if (variable.kind != other.kind || variable.location != other.location) {
+      tell({.kind = "variable", .variable = name, .a = variable_words(variable), .b = variable_words(other)});
+    } else {
+      variables_.push_back({number, other.number, name});
+    }
+  }
+  if (!choice_.variables.empty()) return;
+  for (const auto& [name, number] : in_b) {
+    tell({.kind = "variable",
+          .variable = host::to_utf8(name),
+          .a = kMissing,
+          .b = variable_words(b_.session().variable(number))});
+  }
+}
+
+// Which steps are compared, when it is all of them.
+void DatasetComparison::compare_times() {
+  const std::vector<float>& times_a = a_.session().variable_times().times;
+  const std::vector<float>& times_b = b_.session().variable_times().times;
+  if (times_a.size() != times_b.size()) {
+    tell({.kind = "steps", .a = std::to_string(times_a.size()), .b = std::to_string(times_b.size())});
+  }
+  for (std::size_t i = 0; i < std::min(times_a.size(), times_b.size()); ++i) {
+    const auto step = static_cast<int>(i);
+    choice_.steps.emplace_back(step, step);
+    if (times_a[i] == times_b[i] ||
+        choice_.tolerance.allows(static_cast<double>(times_a[i]), static_cast<double>(times_b[i]))) {
+      continue;
+    }
+    tell({.kind = "time",
+          .step_a = step,
+          .step_b = step,
+          .a = fmt::format("{}", times_a[i]),
+          .b = fmt::format("{}", times_b[i])});
+  }
+}
+
+void DatasetComparison::run() {
+  match_parts();
+  const bool reads_variables = reads(a_, [](host::Session& session) { session.variables(); }) &&
+                               reads(b_, [](host::Session& session) { session.variables(); });
+  if (reads_variables) match_variables();
+  const int sets_a = a_.session().region_set_count();
+  const int sets_b = b_.session().region_set_count();
+  if (sets_a != sets_b)
+    tell({.kind = "region_sets", .a = std::to_string(sets_a), .b = std::to_string(sets_b)});
+  if (choice_.steps.empty()) compare_times();
+  total_ = choice_.steps.size() * parts_.size() * (1 + variables_.size());
+  for (const auto& [step_a, step_b] : choice_.steps) compare_steps(step_a, step_b);
+}
+
+void DatasetComparison::compare_steps(int step_a, int step_b) {
+  if (!reads(a_, [&](host::Session& session) { session.select_step(step_a); }) ||
+      !reads(b_, [&](host::Session& session) { session.select_step(step_b); })) {
+    return;
+  }
+  steps_ = std::pair(step_a, step_b);
+  // Parts with as many nodes and elements in both; others have no values to compare.
+  std::vector<Pair> comparable;
+  for (const Pair& part : parts_) {
+    advance();
+    const host::Part& in_a = a_.session().part(part.a);
+    const host::Part& in_b = b_.session().part(part.b);
+    if (in_a.nodes != in_b.nodes) {
+      tell({.kind = "nodes",
+            .part = part.name,
+            .a = std::to_string(in_a.nodes),
+            .b = std::to_string(in_b.nodes)});
+    }
+    for (const host::ElementShape& shape : host::kElementShapes) {
+      const auto slot = static_cast<std::size_t>(shape.slot);
+      if (in_a.elements[slot] == in_b.elements[slot]) continue;
+      tell({.kind = "elements",
+            .part = part.name,
+            .component = std::string(shape.name),
+            .a = std::to_string(in_a.elements[slot]),
+            .b = std::to_string(in_b.elements[slot])});
+    }
+    if (in_a.nodes != in_b.nodes || in_a.elements != in_b.elements) continue;
+    compare_mesh(part);
+    compare_elements(part);
+    comparable.push_back(part);
+  }
+  // A reader keeps the variable that it read last, so all parts of a variable come before the next one.
+  for (const Pair& variable : variables_) {
+    for (const Pair& part : comparable) {
+      advance();
+      compare_variable(variable, part);
+    }
+  }
+  steps_.reset();
+}
+
+void DatasetComparison::compare_mesh(const Pair& part) {
+  host::Coordinates in_a;
+  host::Coordinates in_b;
+  if (!reads(a_, [&](host::Session& session) { in_a = session.coordinates(part.a); }) ||
+      !reads(b_, [&](host::Session& session) { in_b = session.coordinates(part.b); })) {
+    return;
+  }
+  for (std::size_t axis = 0; axis < 3; ++axis) {
+    const ListDifference list =
+        compare_values(in_a.axes[axis].values(), in_b.axes[axis].values(), choice_.tolerance);
+    if (list.any())
+      tell({.kind = "coordinates", .part = part.name, .component = kAxes[axis], .row = "node", .list = list});
+  }
+}
+
+void DatasetComparison::compare_elements(const Pair& part) {
+  std::vector<host::ElementBlock> in_a;
+  std::vector<host::ElementBlock> in_b;
+  if (!reads(a_, [&](host::Session& session) { in_a = session.elements(part.a); }) ||
+      !reads(b_, [&](host::Session& session) { in_b = session.elements(part.b); })) {
+    return;
+  }
+  std::size_t first_element = 0;
+  for (std::size_t i = 0; i < in_a.size(); ++i) {
+    const ListDifference list = compare_numbers(in_a[i].nodes, in_b[i].nodes);
+    if (list.any()) {
+      tell({.kind = "connectivity",
+            .part = part.name,
+            .component = std::string(in_a[i].shape.name),
+            .row = "element",
+            .row_length = static_cast<std::size_t>(in_a[i].shape.nodes),
+            .first_row = first_element,
+            .list = list});
+    }
+    first_element += in_a[i].size();
+  }
+}
+
+void DatasetComparison::compare_variable(const Pair& variable, const Pair& part) {
+  const int components = a_.session().variable(variable.a).components();
+  for (int component = 0; component < components; ++component) {
+    if (!compare_component(variable, part, component)) return;
+  }
+}
+
+// False when the other components need not be looked at.
+bool DatasetComparison::compare_component(const Pair& variable, const Pair& part, int component) {
+  host::PartValues in_a;
+  host::PartValues in_b;
+  if (!reads(a_, [&](host::Session& session) { in_a = session.values(variable.a, part.a, component); }) ||
+      !reads(b_, [&](host::Session& session) { in_b = session.values(variable.b, part.b, component); })) {
+    return false;
+  }
+  for (const auto& [dataset, values] : {std::pair(&a_, &in_a), std::pair(&b_, &in_b)}) {
+    if (values->availability != host::Availability::failed) continue;
+    problems_.emplace_back(dataset->file(),
+                           fmt::format("variable {}: {}", variable.name, host::to_utf8(values->reason)));
+    return false;
+  }
+  if (in_a.availability != in_b.availability) {
+    tell({.kind = "availability",
+          .part = part.name,
+          .variable = variable.name,
+          .a = availability_word(in_a.availability),
+          .b = availability_word(in_b.availability)});
+    return false;
+  }
+  if (in_a.availability != host::Availability::given) return false;
+  const ListDifference list = compare_values(in_a.values(), in_b.values(), choice_.tolerance);
+  if (list.any()) {
+    const host::Variable& described = a_.session().variable(variable.a);
+    tell({.kind = "values",
+          .part = part.name,
+          .variable = variable.name,
+          .component =
+              described.kind == host::VariableKind::vector ? kAxes[static_cast<std::size_t>(component)] : "",
+          .row = location_word(described.location),
+          .list = list});
+  }
+  return true;
+}
+
+}  // namespace tool

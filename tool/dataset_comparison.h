@@ -1,0 +1,74 @@
+// Compares two open datasets, step by step, holding one part or one variable of each at a time.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "host/session.h"
+#include "tool/dataset_options.h"
+#include "tool/difference.h"
+
+namespace tool {
+
+struct ComparisonChoice {
+  std::vector<std::pair<int, int>> steps;  // of both; all steps when it is empty
+  std::vector<std::string> parts;          // as on the command line; all when it is empty
+  std::vector<std::string> variables;
+  Tolerance tolerance;
+};
+
+class DatasetComparison {
+ public:
+  // Called for every difference, in the order of steps, parts and variables.
+  using Tell = std::function<void(const Difference&)>;
+  // Called between two pieces of work, with how many are done of how many; it may throw to stop.
+  using Progress = std::function<void(std::uint64_t done, std::uint64_t total)>;
+
+  DatasetComparison(OpenDataset& a, OpenDataset& b, ComparisonChoice choice, Tell tell, Progress progress);
+
+  // Throws CommandError for choices that are none.
+  void run();
+
+  // What could not be read, and so not compared: file and reason.
+  const std::vector<std::pair<std::string, std::string>>& problems() const { return problems_; }
+
+ private:
+  // What is in both, by the numbers in each.
+  struct Pair {
+    int a;
+    int b;
+    std::string name;  // UTF-8
+  };
+
+  void match_parts();
+  void match_variables();
+  void compare_times();
+  void compare_steps(int step_a, int step_b);
+  void compare_mesh(const Pair& part);
+  void compare_elements(const Pair& part);
+  void compare_variable(const Pair& variable, const Pair& part);
+  bool compare_component(const Pair& variable, const Pair& part, int component);
+  // Notes the error of a dataset that could not be read. False if there was one.
+  template <typename Read>
+  bool reads(OpenDataset& dataset, Read read);
+  void tell(Difference difference);
+  void advance();
+
+  OpenDataset& a_;
+  OpenDataset& b_;
+  ComparisonChoice choice_;
+  Tell tell_;
+  Progress progress_;
+  std::vector<Pair> parts_;
+  std::vector<Pair> variables_;
+  std::optional<std::pair<int, int>> steps_;  // those that are being compared
+  std::uint64_t done_ = 0;
+  std::uint64_t total_ = 0;
+  std::vector<std::pair<std::string, std::string>> problems_;
+};
+
+}  // namespace tool
