@@ -18,7 +18,7 @@ std::filesystem::path find_plugin(const std::optional<std::filesystem::path>& gi
   std::error_code error;
   const fs::path folder = fs::read_symlink("/proc/self/exe", error).parent_path();
   const fs::path beside = folder / kPluginFile;
-  const fs::path in_lib = folder.parent_path() / "lib" / kPluginFile;
+  const fs::path in_lib = folder.parent_path() / HOST_LIBRARY_FOLDER / kPluginFile;
   for (const fs::path& candidate : {beside, in_lib}) {
     if (fs::exists(candidate, error)) return candidate;
   }

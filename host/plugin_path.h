@@ -11,7 +11,8 @@ inline constexpr char kPluginFile[] = "libuserd-fld.so";
 inline constexpr char kPluginVariable[] = "FLD_PLUGIN";
 
 // The path to load: `given` if there is one, else what FLD_PLUGIN names, else the plug-in beside the running
-// executable, else the one in the lib directory next to the executable's directory. Throws Error when none of
+// executable, else the one in the library directory of an installation (mostly lib) next to
+// the executable's directory. Throws Error when none of
 // these is there; a path that was given, or named by the variable, is returned as it stands.
 std::filesystem::path find_plugin(const std::optional<std::filesystem::path>& given = std::nullopt);
 
