@@ -1,11 +1,13 @@
 // fldtool info
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "tool/commands.h"
 #include "tool/dataset_options.h"
 #include "tool/exit_status.h"
 #include "tool/output.h"
+#include "tool/remains.h"
 #include "tool/summary.h"
 
 namespace tool {
@@ -13,14 +15,19 @@ namespace {
 
 constexpr char kManual[] =
     R"(Opens the dataset that FILE belongs to and prints what is in it: the steps with their times, cycles and files, the
-parts with node and element counts and bounding boxes, what moves, and the variables with their ranges over the whole
-mesh. Values that the files mark as undefined are left out of the ranges and counted.
+parts with node and element counts, their groups, and the variables. No values are read for that.
 
---step shows parts and variables at another step than the first; the geometry is the last one at or before it.
---all-steps shows the variables of every step and the boxes of the parts that move. A part counts as moving when its
-coordinates differ between the first and the last geometry step, or between any two with --all-steps.
+--ranges adds the bounding boxes of the parts, what moves, and the ranges of the variables over the whole mesh; values that
+the files mark as undefined are left out of the ranges and counted. --step shows parts and variables at another step than
+the first; the geometry is the last one at or before it. --all-steps shows the variables of every step and the boxes of the
+parts that move, with ranges. A part counts as moving when its coordinates differ between the first and the last geometry
+step, or between any two with --all-steps.
 
---json prints one JSON object:
+Of a file that the reader refuses, its titles with their offsets are printed as far as the file can be followed, and where
+that ended; the exit status is 3 all the same. 'fldtool check' tells more about such a file.
+
+--json prints one JSON object, which follows docs/info.schema.json; bounds, availability and ranges are there with --ranges
+and --all-steps only:
   file, step                the file as given; the step shown
   reader                    name, release, api_version, library (the plug-in's path), options (title: true or false)
   steps                     per step: step, time, geometry_step, cycle, file; the last two come from the files that the
@@ -40,6 +47,11 @@ coordinates differ between the first and the last geometry step, or between any 
                             reason, ranges)
   warnings                  what the reader found doubtful about the geometry, in words
   problems                  what could not be read, in words; the exit status is then 3
+Of a file that the reader refuses:
+  file, reason, size        the file as given, why it is refused, its bytes
+  entries                   per title: offset, region_set (from 0; null before the first), title, whole (up to its end)
+  complete, ended_at        whether the file could be followed to its end, and the offset where that ended
+  problems                  the first errors, in words
 Shapes are tri, quad, tet, pyramid, prism and hex. Steps and region sets count from 0, parts and variables from 1.
 
 )";
@@ -47,13 +59,35 @@ Shapes are tri, quad, tet, pyramid, prism and hex. Steps and region sets count f
 struct InfoOptions {
   DatasetOptions dataset;
   bool json = false;
+  bool ranges = false;
   bool all_steps = false;
+
+  SummaryDetail detail() const {
+    if (all_steps) return SummaryDetail::all_steps;
+    return ranges ? SummaryDetail::ranges : SummaryDetail::structure;
+  }
 };
 
+// Opens the dataset; if the reader refuses the file, prints what is still there before the error goes on.
+std::unique_ptr<OpenDataset> open_or_print_remains(const InfoOptions& options) {
+  try {
+    return std::make_unique<OpenDataset>(options.dataset);
+  } catch (const CommandError& error) {
+    const std::string& file = options.dataset.file;
+    const auto remains = error.status() == ExitStatus::unreadable ? find_remains(file) : std::nullopt;
+    if (!remains) throw;
+    const std::string reason = std::string(error.what()).substr(file.size() + 2);
+    Output output("");
+    output.write(options.json ? remains_json(file, reason, *remains) : remains_text(file, reason, *remains));
+    output.finish();
+    throw;
+  }
+}
+
 void run_info(const InfoOptions& options) {
-  OpenDataset dataset(options.dataset);
+  const std::unique_ptr<OpenDataset> dataset = open_or_print_remains(options);
   const DatasetSummary summary =
-      summarize(dataset.session(), dataset.library().path().string(), options.all_steps);
+      summarize(dataset->session(), dataset->library().path().string(), options.detail());
   Output output("");
   output.write(options.json ? summary_json(summary) : summary_text(summary));
   output.finish();
@@ -68,6 +102,8 @@ void add_info_command(CLI::App& app) {
   const auto options = std::make_shared<InfoOptions>();
   CLI::App* command = app.add_subcommand("info", "Print what is in a dataset");
   add_dataset_options(*command, options->dataset);
+  command->add_flag("--ranges", options->ranges,
+                    "Show boxes, ranges and what moves; reads the values for it");
   command->add_flag("--all-steps", options->all_steps,
                     "Show the ranges, and the boxes of moving parts, at every step");
   command->add_flag("--json", options->json, "Print JSON for programs");

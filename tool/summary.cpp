@@ -12,6 +12,7 @@
 #include "host/diagnostic_text.h"
 #include "host/error.h"
 #include "host/text_encoding.h"
+#include "tool/interrupt.h"
 
 namespace tool {
 namespace {
@@ -72,6 +73,15 @@ std::vector<PartSummary> summarize_parts(const host::Session& session,
 class Summarizer {
  public:
   Summarizer(host::Session& session, DatasetSummary& summary) : session_(session), summary_(summary) {}
+
+  // The names and kinds alone.
+  StepContents structure() {
+    StepContents contents;
+    contents.step = session_.step();
+    for (const host::Variable& variable : session_.variables())
+      contents.variables.push_back(describe(variable));
+    return contents;
+  }
 
   StepContents contents() {
     StepContents contents;
@@ -155,11 +165,17 @@ class Summarizer {
     }
   }
 
-  VariableSummary range(const host::Variable& variable) {
+  static VariableSummary describe(const host::Variable& variable) {
     VariableSummary summary;
     summary.variable = variable;
     summary.name = host::to_utf8(variable.name);
     summary.label = host::to_utf8(variable.label);
+    return summary;
+  }
+
+  VariableSummary range(const host::Variable& variable) {
+    stop_if_interrupted();
+    VariableSummary summary = describe(variable);
     summary.components.resize(static_cast<std::size_t>(variable.components()));
     summary.availability = host::Availability::not_in_this_step;
     try {
@@ -207,9 +223,9 @@ class Summarizer {
 
 // The geometry steps to look for motion in: all of them, or the first and the last; none when there is only
 // one.
-std::vector<int> steps_to_compare(int geometry_steps, bool all_steps) {
-  if (geometry_steps < 2) return {};
-  if (!all_steps) return {0, geometry_steps - 1};
+std::vector<int> steps_to_compare(int geometry_steps, SummaryDetail detail) {
+  if (geometry_steps < 2 || detail == SummaryDetail::structure) return {};
+  if (detail == SummaryDetail::ranges) return {0, geometry_steps - 1};
   std::vector<int> steps(static_cast<std::size_t>(geometry_steps));
   for (int step = 0; step < geometry_steps; ++step) steps[static_cast<std::size_t>(step)] = step;
   return steps;
@@ -217,7 +233,7 @@ std::vector<int> steps_to_compare(int geometry_steps, bool all_steps) {
 
 }  // namespace
 
-DatasetSummary summarize(host::Session& session, const std::string& library, bool all_steps) {
+DatasetSummary summarize(host::Session& session, const std::string& library, SummaryDetail detail) {
   DatasetSummary summary;
   Summarizer summarizer(session, summary);
   summary.file = session.path().string();
@@ -232,10 +248,11 @@ DatasetSummary summarize(host::Session& session, const std::string& library, boo
   summary.region_sets = session.region_set_count();
   summary.groups = readable_groups(session);
   summary.parts = summarize_parts(session, summary.groups);
-  summary.shown = summarizer.contents();
-  if (all_steps) summary.all_steps = summarizer.all_steps();
+  summary.has_ranges = detail != SummaryDetail::structure;
+  summary.shown = summary.has_ranges ? summarizer.contents() : summarizer.structure();
+  if (detail == SummaryDetail::all_steps) summary.all_steps = summarizer.all_steps();
   const auto geometry_steps = static_cast<int>(session.geometry_times().times.size());
-  summary.motion = summarizer.motion(steps_to_compare(geometry_steps, all_steps));
+  summary.motion = summarizer.motion(steps_to_compare(geometry_steps, detail));
   for (const std::string& warning : host::warnings(session.diagnostics())) {
     summary.warnings.push_back(host::to_utf8(warning));
   }

@@ -54,6 +54,8 @@ struct DatasetSummary {
   std::string file;
   host::ReaderIdentity reader;
   std::string library;
+  bool has_ranges =
+      false;  // boxes and ranges were looked at; without, nothing is known of variables but their kind
   std::vector<host::Toggle> options;
   std::vector<StepSummary> steps;
   std::vector<host::TimeSet> time_sets;
@@ -70,10 +72,12 @@ struct DatasetSummary {
   std::vector<std::string> warnings;  // what the reader found doubtful
 };
 
-// Goes through the session's dataset, beginning with the selected step, which is shown. With `all_steps` the
-// contents of every step are taken, and all geometry steps are compared to find what moves; without, the
-// first and the last one.
-DatasetSummary summarize(host::Session& session, const std::string& library, bool all_steps);
+// How much is looked at: the structure alone; the boxes and ranges of the shown step too, and the first and
+// the last geometry step, to find what moves; or those of all steps.
+enum class SummaryDetail { structure, ranges, all_steps };
+
+// Goes through the session's dataset, beginning with the selected step, which is shown.
+DatasetSummary summarize(host::Session& session, const std::string& library, SummaryDetail detail);
 
 // The summary as text for a person, and as JSON for programs (command_info.cpp documents its fields).
 std::string summary_text(const DatasetSummary& summary);

@@ -85,7 +85,7 @@ Json parts_json(const DatasetSummary& summary) {
     entry["group"] = part.group.empty() ? Json(nullptr) : Json(part.group);
     entry["nodes"] = part.part.nodes;
     entry["elements"] = counts_json(part.part);
-    entry["bounds"] = bounds_json(summary.shown.boxes[i]);
+    if (summary.has_ranges) entry["bounds"] = bounds_json(summary.shown.boxes[i]);
     parts.push_back(std::move(entry));
   }
   return parts;
@@ -111,7 +111,7 @@ Json ranges_json(const VariableSummary& variable) {
   return ranges;
 }
 
-Json variables_json(const StepContents& contents, bool with_description) {
+Json variables_json(const StepContents& contents, bool with_description, bool with_ranges) {
   Json variables = Json::array();
   for (const VariableSummary& variable : contents.variables) {
     Json entry = {{"number", variable.variable.number}, {"name", variable.name}};
@@ -120,9 +120,11 @@ Json variables_json(const StepContents& contents, bool with_description) {
       entry["type"] = kind_word(variable.variable.kind);
       entry["per"] = location_word(variable.variable.location);
     }
-    entry["availability"] = availability_word(variable.availability);
-    if (!variable.reason.empty()) entry["reason"] = variable.reason;
-    entry["ranges"] = ranges_json(variable);
+    if (with_ranges) {
+      entry["availability"] = availability_word(variable.availability);
+      if (!variable.reason.empty()) entry["reason"] = variable.reason;
+      entry["ranges"] = ranges_json(variable);
+    }
     variables.push_back(std::move(entry));
   }
   return variables;
@@ -142,7 +144,7 @@ Json all_steps_json(const DatasetSummary& summary) {
     Json bounds = Json::array();
     for (const auto& box : contents.boxes) bounds.push_back(bounds_json(box));
     steps.push_back(
-        {{"step", contents.step}, {"bounds", bounds}, {"variables", variables_json(contents, false)}});
+        {{"step", contents.step}, {"bounds", bounds}, {"variables", variables_json(contents, false, true)}});
   }
   return steps;
 }
@@ -165,7 +167,7 @@ std::string summary_json(const DatasetSummary& summary) {
       {"groups", groups_json(summary)},
       {"step", summary.shown.step},
       {"parts", parts_json(summary)},
-      {"variables", variables_json(summary.shown, true)},
+      {"variables", variables_json(summary.shown, true, summary.has_ranges)},
   };
   if (!summary.all_steps.empty()) json["all_steps"] = all_steps_json(summary);
   json["warnings"] = summary.warnings;

@@ -112,14 +112,14 @@ std::string set_text(const DatasetSummary& summary, const PartSummary& part) {
 
 void add_parts(Text& text, const DatasetSummary& summary) {
   const std::size_t width = name_width(summary);
-  add(text, "\nparts at step {}{}\n  {:>4}  {:<7}{}  {:<{}}  {:>9}  elements; box\n", summary.shown.step,
+  add(text, "\nparts at step {}{}\n  {:>4}  {:<7}{}  {:<{}}  {:>9}  elements{}\n", summary.shown.step,
       time_text(summary, summary.shown.step), "part", "kind", summary.region_sets < 2 ? "" : "  set", "name",
-      width, "nodes");
+      width, "nodes", summary.has_ranges ? "; box" : "");
   for (std::size_t i = 0; i < summary.parts.size(); ++i) {
     const PartSummary& part = summary.parts[i];
-    add(text, "  {:>4}  {:<7}{}  {:<{}}  {:>9}  {}; {}\n", part.part.number, kind_word(part.part.kind),
+    add(text, "  {:>4}  {:<7}{}  {:<{}}  {:>9}  {}{}\n", part.part.number, kind_word(part.part.kind),
         set_text(summary, part), part.name, width, part.part.nodes, counts_text(part.part),
-        box_text(summary.shown.boxes[i]));
+        summary.has_ranges ? "; " + box_text(summary.shown.boxes[i]) : "");
   }
 }
 
@@ -133,10 +133,15 @@ void add_range(Text& text, const host::ValueStatistics& range) {
   if (range.not_numbers > 0) add(text, ", {} not a number", range.not_numbers);
 }
 
-void add_variable_line(Text& text, const VariableSummary& variable) {
+void add_variable_line(Text& text, const VariableSummary& variable, bool with_range) {
   const std::string label = variable.label.empty() ? "-" : variable.label;
-  add(text, "  {:>4}  {:<6}  {:<7}  {:<16}  {:<32}  ", variable.variable.number,
-      kind_word(variable.variable.kind), location_word(variable.variable.location), variable.name, label);
+  add(text, "  {:>4}  {:<6}  {:<7}  {:<16}  ", variable.variable.number, kind_word(variable.variable.kind),
+      location_word(variable.variable.location), variable.name);
+  if (!with_range) {
+    add(text, "{}\n", label);
+    return;
+  }
+  add(text, "{:<32}  ", label);
   if (variable.availability != host::Availability::given) {
     add(text, "{}", availability_word(variable.availability));
     if (!variable.reason.empty()) add(text, ": {}", variable.reason);
@@ -151,9 +156,11 @@ void add_variable_line(Text& text, const VariableSummary& variable) {
 }
 
 void add_variables(Text& text, const DatasetSummary& summary, const StepContents& contents) {
-  add(text, "\nvariables at step {}{}\n  {:>4}  {:<6}  {:<7}  {:<16}  {:<32}  range\n", contents.step,
-      time_text(summary, contents.step), "var", "type", "per", "name", "label");
-  for (const VariableSummary& variable : contents.variables) add_variable_line(text, variable);
+  add(text, "\nvariables at step {}{}\n  {:>4}  {:<6}  {:<7}  {:<16}  {}\n", contents.step,
+      time_text(summary, contents.step), "var", "type", "per", "name",
+      summary.has_ranges ? fmt::format("{:<32}  range", "label") : "label");
+  for (const VariableSummary& variable : contents.variables)
+    add_variable_line(text, variable, summary.has_ranges);
 }
 
 // The boxes of the parts that move.

@@ -17,7 +17,7 @@ using tool_test::run_fldtool;
 
 // The JSON that info prints for a dataset with these options.
 json info(const std::string& path, std::vector<std::string> options = {}) {
-  options.insert(options.begin(), {"info", "--json", path});
+  options.insert(options.begin(), {"info", "--json", "--ranges", path});
   const Result result = run_fldtool(options);
   EXPECT_EQ(result.status, 0) << result.errors;
   return json::parse(result.output);

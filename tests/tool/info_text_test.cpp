@@ -23,7 +23,7 @@ void expect_in_order(const std::string& output, const std::vector<std::string>& 
 
 TEST(InfoText, OneFile) {
   const tool_test::OneFile dataset(tool_test::one_of_each_file());
-  const Result result = run_fldtool({"info", dataset.path()});
+  const Result result = run_fldtool({"info", dataset.path(), "--ranges"});
   EXPECT_EQ(result.status, 0) << result.errors;
   expect_in_order(result.output,
                   {"file         " + dataset.path() + "\n",
@@ -84,7 +84,7 @@ TEST(InfoText, DoubtfulGeometryIsTold) {
   std::vector<std::int32_t> nodes = {0, 1, 2, 3, 4, 5, 6, 99, 1, 8, 2, 5, 9, 6, 4, 5, 6, 7, 10, 5, 9, 6, 10};
   elements.blocks[3] = testkit::Block::integers(nodes);
   const tool_test::OneFile dataset(file);
-  const Result result = run_fldtool({"info", dataset.path()});
+  const Result result = run_fldtool({"info", dataset.path(), "--ranges"});
   EXPECT_EQ(result.status, 0) << result.errors;
   expect_in_order(result.output, {"warnings of the reader\n", "1 NODE NUMBERS OF ELEMENTS OUT OF RANGE IN "});
 }

@@ -31,7 +31,8 @@ class Sample : public testing::Test {
 
   // The JSON of info on a sample.
   static json info(const std::string& file) {
-    const Result result = run_fldtool({"info", "--json", (directory->path() / "samples" / file).string()});
+    const Result result =
+        run_fldtool({"info", "--json", "--ranges", (directory->path() / "samples" / file).string()});
     EXPECT_EQ(result.status, 0) << result.errors;
     return json::parse(result.output);
   }
