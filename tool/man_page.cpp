@@ -110,7 +110,7 @@ std::string man_text(const std::string& text) {
 }
 
 std::string man_page(const CLI::App& program, const std::string& version) {
-  const std::string name = program.get_name();
+  const std::string& name = program.get_name();
   std::string page =
       fmt::format(".TH {} 1 \"\" \"{} {}\" \"User Commands\"\n", upper_case(name), name, version);
   page += fmt::format(".SH NAME\n{} \\- {}\n", name, escaped(program.get_description()));
