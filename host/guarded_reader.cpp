@@ -37,6 +37,12 @@ const std::string& GuardedReader::latest_diagnostics() const {
   return capture_ ? capture_->latest() : kNothing;
 }
 
+void GuardedReader::throw_as_aborted(const char* entry_point) {
+  has_aborted_ = true;
+  const std::string reason = reason_in_diagnostics(latest_diagnostics());
+  throw Error(entry_point, "the reader gave up" + (reason.empty() ? "" : ": " + reason));
+}
+
 void GuardedReader::throw_as_error(const char* entry_point) {
   try {
     throw;

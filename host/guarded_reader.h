@@ -4,8 +4,10 @@
 
 #include <optional>
 #include <string>
+#include <type_traits>
 #include <utility>
 
+#include "host/abort_recovery.h"
 #include "host/diagnostics_capture.h"
 #include "host/entry_points.h"
 #include "host/error.h"
@@ -23,17 +25,31 @@ class GuardedReader {
 
   const EntryPoints& entry_points() const { return *entry_points_; }
 
+  // From now on a call that aborts is an Error too. After one, every other call is refused with an Error.
+  void recover_from_aborts() { recovers_ = true; }
+  bool has_aborted() const { return has_aborted_; }
+
   // Calls the entry point. Throws Error when the library lacks it or an exception leaves it.
   template <typename Result, typename... Parameters, typename... Arguments>
   Result call(const EntryPoint<Result(Parameters...)>& entry_point, Arguments... arguments) {
     if (!entry_point) throw Error(entry_point.name, "the reader library does not have it");
-    std::optional<DiagnosticsCapture::Scope> scope;
-    if (capture_) scope.emplace(*capture_);
-    try {
-      return entry_point.function(arguments...);
-    } catch (...) {
-      throw_as_error(entry_point.name);
+    if (has_aborted_) throw Error(entry_point.name, "the reader has given up before");
+    {
+      std::optional<DiagnosticsCapture::Scope> scope;
+      if (capture_) scope.emplace(*capture_);
+      try {
+        if (!recovers_) return entry_point.function(arguments...);
+        if constexpr (std::is_void_v<Result>) {
+          if (runs_without_abort([&] { entry_point.function(arguments...); })) return;
+        } else {
+          Result result{};
+          if (runs_without_abort([&] { result = entry_point.function(arguments...); })) return result;
+        }
+      } catch (...) {
+        throw_as_error(entry_point.name);
+      }
     }
+    throw_as_aborted(entry_point.name);
   }
 
   // Like call, for an entry point whose results below zero mean failure: these are thrown too, with the last
@@ -55,11 +71,16 @@ class GuardedReader {
   bool captures() const { return capture_.has_value(); }
 
  private:
+  // Notes that the latest call aborted.
+  [[noreturn]] void throw_as_aborted(const char* entry_point);
+
   // Turns the exception that is being handled into an Error.
   [[noreturn]] static void throw_as_error(const char* entry_point);
 
   const EntryPoints* entry_points_;
   std::optional<DiagnosticsCapture> capture_;
+  bool recovers_ = false;
+  bool has_aborted_ = false;
 };
 
 }  // namespace host

@@ -1,7 +1,13 @@
 #include "host/library.h"
 
+#include <cerrno>
+#include <cstring>
 #include <dlfcn.h>
+#include <fcntl.h>
 #include <string>
+#include <sys/mman.h>
+#include <sys/sendfile.h>
+#include <unistd.h>
 #include <vector>
 
 #include "host/error.h"
@@ -23,24 +29,75 @@ void note_missing(const EntryPoint<Signature>& entry_point, std::string& missing
   if (!entry_point) missing += (missing.empty() ? "" : ", ") + std::string(entry_point.name);
 }
 
-void* open_library(const std::filesystem::path& path) {
-  // An absolute path keeps the loader from searching its own directories for a bare file name.
-  void* handle = dlopen(std::filesystem::absolute(path).c_str(), RTLD_NOW | RTLD_LOCAL);
-  if (handle == nullptr) {
-    const char* message = dlerror();
-    throw Error("cannot load the reader library: " +
-                std::string(message != nullptr ? message : path.string()));
+Error loading_error(const std::string& reason) {
+  return Error("cannot load the reader library: " + reason);
+}
+
+// Copies the file at `path` into a file in memory and returns its descriptor. There is no place on disk that
+// would have to be writable and free to run programs from, and nothing is left behind.
+int copy_to_memory(const std::filesystem::path& path) {
+  const auto error = [&] { return loading_error(path.string() + ": " + std::strerror(errno)); };
+  const int source = open(path.c_str(), O_RDONLY | O_CLOEXEC);
+  if (source < 0) throw error();
+  const int copy = memfd_create("reader-library", MFD_CLOEXEC);
+  ssize_t moved = copy < 0 ? -1 : 1;
+  while (moved > 0) moved = sendfile(copy, source, nullptr, std::size_t{1} << 30);
+  const Error failure = error();
+  close(source);
+  if (moved == 0) return copy;
+  if (copy >= 0) close(copy);
+  throw failure;
+}
+
+bool is_loaded(const std::string& name) {
+  void* handle = dlopen(name.c_str(), RTLD_NOW | RTLD_NOLOAD);
+  if (handle != nullptr) dlclose(handle);
+  return handle != nullptr;
+}
+
+std::string name_of_copy(int copy) {
+  return "/proc/self/fd/" + std::to_string(copy);
+}
+
+// The loader knows a library by its name, and one that could not be unloaded keeps the name of a descriptor
+// that was closed and given out again.
+int with_free_name(int copy) {
+  while (is_loaded(name_of_copy(copy))) {
+    const int other = fcntl(copy, F_DUPFD_CLOEXEC, copy + 1);
+    close(copy);
+    if (other < 0) throw loading_error(std::strerror(errno));
+    copy = other;
   }
-  return handle;
+  return copy;
 }
 
 }  // namespace
 
 void Library::Close::operator()(void* handle) const {
   dlclose(handle);
+  if (copy >= 0) close(copy);
 }
 
-Library::Library(const std::filesystem::path& path) : path_(path), handle_(open_library(path)) {
+Library::Handle Library::load(const std::filesystem::path& path, Globals globals) {
+  const int copy = globals == Globals::own ? with_free_name(copy_to_memory(path)) : -1;
+  // An absolute path keeps the loader from searching its own directories for a bare file name.
+  const std::string name = copy >= 0 ? name_of_copy(copy) : std::filesystem::absolute(path).string();
+  Handle handle(dlopen(name.c_str(), RTLD_NOW | RTLD_LOCAL), Close{copy});
+  if (handle == nullptr) {
+    const char* message = dlerror();
+    const std::string reason = message != nullptr ? message : "";
+    if (copy >= 0) close(copy);
+    throw loading_error(copy >= 0 ? path.string() + ": " + reason : reason);
+  }
+  return handle;
+}
+
+void Library::leave_loaded() {
+  static_cast<void>(handle_.release());
+}
+
+Library::Library(const std::filesystem::path& path, Globals globals)
+    : path_(path), handle_(load(path, globals)) {
 #define HOST_LOOK_UP(member) look_up(handle_.get(), entry_points_.member);
   HOST_REQUIRED_ENTRY_POINTS(HOST_LOOK_UP)
   HOST_OPTIONAL_ENTRY_POINTS(HOST_LOOK_UP)

@@ -13,21 +13,33 @@ inline constexpr char kApiVersion[] = "2.04";
 
 class Library {
  public:
+  // Whether objects for the same path share the library with its globals, and so its one dataset, or this one
+  // has its own, made from a copy of the file in memory.
+  enum class Globals { shared, own };
+
   // Loads the library at `path` with all its symbols bound and kept from other libraries. Throws Error when
   // the file cannot be loaded, lacks an entry point that a session needs, or speaks another version of the
   // interface.
-  explicit Library(const std::filesystem::path& path);
+  explicit Library(const std::filesystem::path& path, Globals globals = Globals::shared);
 
   const std::filesystem::path& path() const { return path_; }
   const EntryPoints& entry_points() const { return entry_points_; }
 
+  // Keeps the library loaded when the object goes: after an aborted call (Session::is_lost) nothing can be
+  // said about what its destructors would find.
+  void leave_loaded();
+
  private:
   struct Close {
+    int copy = -1;  // the file that holds the copy; its number is in the library's name
     void operator()(void* handle) const;
   };
+  using Handle = std::unique_ptr<void, Close>;
+
+  static Handle load(const std::filesystem::path& path, Globals globals);
 
   std::filesystem::path path_;
-  std::unique_ptr<void, Close> handle_;
+  Handle handle_;
   EntryPoints entry_points_;
 };
 

@@ -31,6 +31,7 @@ std::vector<char> writable(const std::string& text) {
 
 Session::Session(const Library& library, const SessionOptions& options)
     : guarded_(make_guarded(library, options)), entry_(library.entry_points()) {
+  if (options.recover_from_aborts) guarded_.recover_from_aborts();
   ask_identity();
   reader_options_ = ask_options(guarded_);
   reader_options_.choose(options.toggles);

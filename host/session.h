@@ -27,9 +27,10 @@ inline constexpr std::size_t kSimplifyToggle = 0;  // "Simplify reading sequenti
 inline constexpr std::size_t kGroupsToggle = 1;    // "Make group of parts"
 
 struct SessionOptions {
-  std::map<std::size_t, bool> toggles;  // the user's choices; other toggles keep the reader's default
-  bool capture_diagnostics = false;     // keep what the reader writes to the standard error stream
+  std::map<std::size_t, bool> toggles = {};  // the user's choices; other toggles keep the reader's default
+  bool capture_diagnostics = false;          // keep what the reader writes to the standard error stream
   DiagnosticsCapture::FatalHook on_fatal = nullptr;  // see DiagnosticsCapture
+  bool recover_from_aborts = false;  // a call that aborts is an Error, after which the session is lost
 };
 
 class Session {
@@ -83,6 +84,10 @@ class Session {
   PartValues values(int variable, int part, int component = 0);
 
   Metadata metadata();
+
+  // Whether a call aborted and was recovered from. Then nothing more can be asked, and the library should be
+  // left loaded.
+  bool is_lost() const { return guarded_.has_aborted(); }
 
   // What the reader wrote to the standard error stream in this session; empty unless it is captured.
   const std::string& diagnostics() const { return guarded_.diagnostics(); }

@@ -11,9 +11,10 @@
 namespace {
 
 // The message of the Error that loading `path` throws.
-std::string loading_error(const std::filesystem::path& path) {
+std::string loading_error(const std::filesystem::path& path,
+                          host::Library::Globals globals = host::Library::Globals::shared) {
   try {
-    const host::Library library(path);
+    const host::Library library(path, globals);
   } catch (const host::Error& error) {
     return error.what();
   }
@@ -39,6 +40,17 @@ TEST(Library, NamesTheFileThatCannotBeLoaded) {
   const std::string message = loading_error("/no/such/reader.so");
   EXPECT_NE(message.find("cannot load the reader library"), std::string::npos) << message;
   EXPECT_NE(message.find("/no/such/reader.so"), std::string::npos) << message;
+}
+
+TEST(Library, NamesTheFileThatCannotBeCopiedOrLoadedAsACopy) {
+  const auto own = host::Library::Globals::own;
+  const std::string missing = loading_error("/no/such/reader.so", own);
+  EXPECT_EQ(missing, "cannot load the reader library: /no/such/reader.so: No such file or directory");
+  const std::string no_library = loading_error("/proc/self/cmdline", own);
+  EXPECT_NE(no_library.find("cannot load the reader library: /proc/self/cmdline: "), std::string::npos)
+      << no_library;
+  EXPECT_NE(loading_error(FAKE_READER_WITHOUT_COORDS, own).find("it lacks USERD_get_part_coords"),
+            std::string::npos);
 }
 
 TEST(Library, DoesNotSearchTheLoadersDirectoriesForABareName) {

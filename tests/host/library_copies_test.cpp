@@ -1,0 +1,90 @@
+// Several datasets open in one process, each in a library with globals of its own.
+#include <gtest/gtest.h>
+#include <memory>
+#include <utility>
+#include <vector>
+
+#include "host/library.h"
+#include "host/plugin_path.h"
+#include "host/session.h"
+#include "samples/samples.h"
+#include "testkit/temporary_directory.h"
+
+namespace {
+
+// A session with a library of its own.
+struct OwnReader {
+  host::Library library{host::find_plugin(), host::Library::Globals::own};
+  host::Session session{library, {.capture_diagnostics = true}};
+};
+
+// What a session answers, to be compared with what it answers alone.
+struct Answers {
+  explicit Answers(host::Session& session) {
+    for (const host::Part& part : session.parts()) {
+      parts.push_back(part.name);
+      const host::Coordinates nodes = session.coordinates(part.number);
+      x.insert(x.end(), nodes.x().begin(), nodes.x().end());
+      const host::PartValues pressure = session.values(1, part.number);
+      values.insert(values.end(), pressure.values().begin(), pressure.values().end());
+    }
+  }
+  bool operator==(const Answers&) const = default;
+
+  std::vector<std::string> parts;
+  std::vector<float> x;
+  std::vector<float> values;
+};
+
+class LibraryCopies : public testing::Test {
+ protected:
+  LibraryCopies() {
+    for (const samples::SampleInfo& sample : samples::write_samples(directory_.path()))
+      files.push_back(sample.file);
+  }
+
+  testkit::TemporaryDirectory directory_;
+  std::vector<std::filesystem::path> files;
+};
+
+TEST_F(LibraryCopies, ServeTheirOwnDatasetsInTurn) {
+  std::vector<Answers> alone;
+  for (const auto& file : files) {
+    OwnReader reader;
+    reader.session.open(file);
+    reader.session.select_step(reader.session.step_count() - 1);
+    alone.emplace_back(reader.session);
+  }
+
+  std::vector<std::unique_ptr<OwnReader>> readers;
+  for (const auto& file : files) {
+    readers.push_back(std::make_unique<OwnReader>());
+    readers.back()->session.open(file);
+  }
+  for (const auto& reader : readers) reader->session.select_step(reader->session.step_count() - 1);
+  for (int round = 0; round < 2; ++round) {
+    for (std::size_t i = 0; i < readers.size(); ++i)
+      EXPECT_EQ(Answers(readers[i]->session), alone[i]) << files[i] << " in round " << round;
+  }
+}
+
+TEST_F(LibraryCopies, GoWithoutTakingAnotherWithThem) {
+  OwnReader stays;
+  stays.session.open(files.front());
+  const Answers before(stays.session);
+  for (int i = 0; i < 3; ++i) {
+    OwnReader goes;
+    goes.session.open(files.back());
+  }
+  EXPECT_EQ(Answers(stays.session), before);
+}
+
+TEST_F(LibraryCopies, MayStayLoaded) {
+  const auto lost = std::make_unique<OwnReader>();
+  lost->library.leave_loaded();
+  OwnReader next;
+  next.session.open(files.front());
+  EXPECT_EQ(next.session.step_count(), 1);
+}
+
+}  // namespace
