@@ -16,4 +16,8 @@ inline constexpr char kPluginVariable[] = "FLD_PLUGIN";
 // these is there; a path that was given, or named by the variable, is returned as it stands.
 std::filesystem::path find_plugin(const std::optional<std::filesystem::path>& given = std::nullopt);
 
+// The same for code in a library that other programs load: what FLD_PLUGIN names, else the plug-in in the
+// folder of the library (or program) that holds `address`, or in the nearest of the three folders above it.
+std::filesystem::path find_plugin_near(const void* address);
+
 }  // namespace host

@@ -1,0 +1,41 @@
+// An open dataset in a reader library of its own.
+#pragma once
+
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "host/library.h"
+#include "host/session.h"
+
+namespace paraview {
+
+struct ReadingOptions {
+  bool simplify = false;    // "Simplify reading sequential FLD files"
+  bool group_parts = true;  // "Make group of parts"
+
+  bool operator==(const ReadingOptions&) const = default;
+};
+
+class DatasetSource {
+ public:
+  // Loads the library at `plugin` and opens the dataset that the file belongs to. Throws host::Error.
+  DatasetSource(const std::filesystem::path& plugin, const std::filesystem::path& file,
+                const ReadingOptions& options);
+  DatasetSource(const DatasetSource&) = delete;
+  DatasetSource& operator=(const DatasetSource&) = delete;
+  ~DatasetSource();
+
+  host::Session& session() { return *session_; }
+
+  // The reader's warnings since they were last taken.
+  std::vector<std::string> take_warnings();
+
+ private:
+  host::Library library_;
+  std::unique_ptr<host::Session> session_;
+  std::size_t seen_diagnostics_ = 0;
+};
+
+}  // namespace paraview

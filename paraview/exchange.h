@@ -1,0 +1,59 @@
+// How shares get from rank 0, which reads, to the ranks that show them.
+//
+// Rank 0 puts the shares of all ranks into an Outlet, its own into its store, the others on their way; every
+// other rank follows. A transfer begins with a plan and ends with an ending.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string>
+#include <vtkMultiProcessController.h>
+
+#include "paraview/share.h"
+#include "paraview/share_store.h"
+
+namespace paraview {
+
+// How a transfer ended, on every rank alike.
+enum class Ending { complete, stopped, failed };
+
+class Outlet {
+ public:
+  // Shares for all ranks of the controller. With one rank, or none, the shares are `pieces` pieces of which
+  // only number `piece` is wanted.
+  Outlet(ShareStore& own, vtkMultiProcessController* controller, int piece, int pieces);
+
+  int share_count() const { return share_count_; }
+  // The wanted shares are first_share() to last_share() - 1.
+  int first_share() const { return ranks_ > 1 ? 0 : own_share_; }
+  int last_share() const { return ranks_ > 1 ? ranks_ : own_share_ + 1; }
+
+  void plan(const StepPlan& plan);
+  void cells(int share, int part, const vtkdata::Cells& cells);
+  void points(int share, int part, const vtkSmartPointer<vtkPoints>& points);
+  // Floats. Null for a variable that the step does not have.
+  void values(int share, int part, int variable, const vtkSmartPointer<vtkDataArray>& values);
+  // Takes the part back from all ranks.
+  void discard(int part);
+  void end(Ending ending);
+
+ private:
+  bool is_own(int share) const { return share == own_share_; }
+
+  ShareStore& own_;
+  vtkMultiProcessController* controller_;
+  int ranks_ = 1;
+  int own_share_ = 0;
+  int share_count_ = 1;
+};
+
+// Receives a transfer on another rank than 0. `info` names the variables.
+Ending follow_transfer(vtkMultiProcessController* controller, ShareStore& store, const DatasetInfo& info);
+
+// Brings rank 0's text to all ranks; nothing to do for a single one.
+void broadcast(vtkMultiProcessController* controller, std::string& text);
+
+// Gives an array the variable's name and unit.
+void set_identity(vtkDataArray* values, const VariableInfo& variable);
+
+}  // namespace paraview

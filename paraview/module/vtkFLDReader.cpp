@@ -1,0 +1,309 @@
+#include "vtkFLDReader.h"
+
+#include <algorithm>
+#include <array>
+#include <exception>
+#include <fstream>
+#include <optional>
+#include <set>
+#include <vector>
+#include <vtkDataArraySelection.h>
+#include <vtkInformation.h>
+#include <vtkInformationVector.h>
+#include <vtkMultiProcessController.h>
+#include <vtkNew.h>
+#include <vtkObjectFactory.h>
+#include <vtkPartitionedDataSetCollection.h>
+#include <vtkStreamingDemandDrivenPipeline.h>
+
+#include "host/error.h"
+#include "host/plugin_path.h"
+#include "paraview/dataset_source.h"
+#include "paraview/exchange.h"
+#include "paraview/step_reader.h"
+
+namespace {
+
+constexpr char kMagic[] = "VTRL-FLD";
+constexpr std::size_t kMagicOffset = 4;  // behind the marker of the first record
+
+// The state of the names in `selection`, where new ones get the state that `is_on` gives, and old ones that
+// are not named any more go.
+template <typename Items, typename IsOn>
+void offer(vtkDataArraySelection* selection, const Items& items, IsOn is_on) {
+  vtkNew<vtkDataArraySelection> offered;
+  for (const auto& item : items) {
+    const char* name = item.name.c_str();
+    offered->AddArray(name,
+                      selection->ArrayExists(name) != 0 ? selection->ArrayIsEnabled(name) != 0 : is_on(item));
+  }
+  selection->CopySelections(offered);
+}
+
+}  // namespace
+
+struct vtkFLDReader::State {
+  std::vector<std::string> file_names;
+  std::string library;
+  paraview::ReadingOptions options;
+  vtkMultiProcessController* controller = nullptr;
+  vtkNew<vtkDataArraySelection> parts;
+  vtkNew<vtkDataArraySelection> point_arrays;
+  vtkNew<vtkDataArraySelection> cell_arrays;
+
+  // The dataset, open or failed to be, until something of the above changes that asks for another one.
+  bool is_current = false;
+  std::optional<paraview::DatasetInfo> info;  // on all ranks, if it is open
+  paraview::ShareStore store;
+
+  // On the reading rank.
+  std::unique_ptr<paraview::DatasetSource> source;
+  std::unique_ptr<paraview::StepReader> steps;
+
+  bool is_reading_rank() const { return controller == nullptr || controller->GetLocalProcessId() == 0; }
+
+  void forget_dataset() {
+    is_current = false;
+    steps.reset();
+    source.reset();
+    store.clear();
+    info.reset();
+  }
+};
+
+vtkStandardNewMacro(vtkFLDReader);
+
+vtkFLDReader::vtkFLDReader() : State_(std::make_unique<State>()) {
+  SetNumberOfInputPorts(0);
+  SetController(vtkMultiProcessController::GetGlobalController());
+}
+
+vtkFLDReader::~vtkFLDReader() = default;
+
+void vtkFLDReader::PrintSelf(ostream& os, vtkIndent indent) {
+  Superclass::PrintSelf(os, indent);
+  for (const std::string& name : State_->file_names) os << indent << "FileName: " << name << '\n';
+  os << indent << "SimplifyReading: " << State_->options.simplify << '\n';
+  os << indent << "GroupParts: " << State_->options.group_parts << '\n';
+}
+
+void vtkFLDReader::SetFileName(const char* name) {
+  if (name != nullptr && State_->file_names == std::vector<std::string>{name}) return;
+  RemoveAllFileNames();
+  AddFileName(name);
+}
+
+void vtkFLDReader::AddFileName(const char* name) {
+  if (name == nullptr || *name == '\0') return;
+  State_->file_names.emplace_back(name);
+  Refresh();
+}
+
+void vtkFLDReader::RemoveAllFileNames() {
+  if (State_->file_names.empty()) return;
+  State_->file_names.clear();
+  Refresh();
+}
+
+int vtkFLDReader::CanReadFile(const char* name) {
+  std::ifstream file(name != nullptr ? name : "", std::ios::binary);
+  std::array<char, kMagicOffset + sizeof kMagic - 1> start{};
+  file.read(start.data(), start.size());
+  return static_cast<int>(file && std::equal(start.begin() + kMagicOffset, start.end(), kMagic));
+}
+
+void vtkFLDReader::SetReaderLibrary(const char* path) {
+  const std::string library = path != nullptr ? path : "";
+  if (library == State_->library) return;
+  State_->library = library;
+  Refresh();
+}
+
+void vtkFLDReader::SetSimplifyReading(bool on) {
+  if (on == State_->options.simplify) return;
+  State_->options.simplify = on;
+  Refresh();
+}
+
+void vtkFLDReader::SetGroupParts(bool on) {
+  if (on == State_->options.group_parts) return;
+  State_->options.group_parts = on;
+  Refresh();
+}
+
+void vtkFLDReader::SetController(vtkMultiProcessController* controller) {
+  if (controller == State_->controller) return;
+  State_->controller = controller;
+  Refresh();
+}
+
+void vtkFLDReader::Refresh() {
+  State_->is_current = false;
+  Modified();
+}
+
+// The three selections look alike from outside.
+#define FLD_SELECTION(Kind, member)                                            \
+  int vtkFLDReader::GetNumberOf##Kind##Arrays() {                              \
+    return State_->member->GetNumberOfArrays();                                \
+  }                                                                            \
+  const char* vtkFLDReader::Get##Kind##ArrayName(int index) {                  \
+    return State_->member->GetArrayName(index);                                \
+  }                                                                            \
+  int vtkFLDReader::Get##Kind##ArrayStatus(const char* name) {                 \
+    return State_->member->ArrayIsEnabled(name);                               \
+  }                                                                            \
+  void vtkFLDReader::Set##Kind##ArrayStatus(const char* name, int status) {    \
+    if (State_->member->ArrayExists(name) != 0 &&                              \
+        State_->member->ArrayIsEnabled(name) == static_cast<int>(status != 0)) \
+      return;                                                                  \
+    State_->member->SetArraySetting(name, status);                             \
+    Modified();                                                                \
+  }
+FLD_SELECTION(Part, parts)
+FLD_SELECTION(Point, point_arrays)
+FLD_SELECTION(Cell, cell_arrays)
+#undef FLD_SELECTION
+
+// Opens the dataset on the reading rank and returns the message of what went wrong, or nothing.
+std::string vtkFLDReader::OpenOnReadingRank() {
+  State& state = *State_;
+  if (state.file_names.empty()) return "no file name is set";
+  try {
+    const std::filesystem::path library =
+        state.library.empty() ? host::find_plugin_near(&kMagic) : std::filesystem::path(state.library);
+    state.source =
+        std::make_unique<paraview::DatasetSource>(library, state.file_names.front(), state.options);
+    state.info = paraview::ask_dataset_info(state.source->session());
+    state.steps = std::make_unique<paraview::StepReader>(state.source->session(), *state.info);
+    return "";
+  } catch (const std::exception& error) {
+    state.forget_dataset();
+    return "cannot open " + state.file_names.front() + ": " + error.what();
+  }
+}
+
+bool vtkFLDReader::OpenDataset() {
+  State& state = *State_;
+  if (state.is_current) return state.info.has_value();
+  state.forget_dataset();
+  state.is_current = true;
+  std::string message;
+  std::string bytes;
+  if (state.is_reading_rank()) {
+    message = OpenOnReadingRank();
+    state.is_current = true;
+    if (state.info) bytes = to_bytes(*state.info);
+  }
+  paraview::broadcast(state.controller, bytes);
+  if (!bytes.empty() && !state.info) state.info = paraview::dataset_info_from(bytes);
+  if (!message.empty()) vtkErrorMacro(<< message);
+  if (!state.info) return false;
+
+  std::vector<paraview::VariableInfo> per_point;
+  std::vector<paraview::VariableInfo> per_cell;
+  for (const paraview::VariableInfo& variable : state.info->variables)
+    (variable.is_per_cell ? per_cell : per_point).push_back(variable);
+  const auto on = [](const auto&) { return true; };
+  offer(state.parts, state.info->parts, [](const paraview::PartInfo& part) { return !part.is_whole_mesh; });
+  offer(state.point_arrays, per_point, on);
+  offer(state.cell_arrays, per_cell, on);
+
+  if (state.source) {
+    ReportWarnings();
+    if (state.info->times_are_numbers) {
+      vtkWarningMacro(<< "the solution times of " << state.file_names.front()
+                      << " do not ascend: the steps are shown at the times 0, 1, 2, ...");
+    }
+    std::set<std::filesystem::path> of_dataset;
+    for (const std::filesystem::path file : state.source->session().traced_files())
+      of_dataset.insert(file.filename());
+    for (const std::filesystem::path file : state.file_names) {
+      if (!of_dataset.contains(file.filename())) {
+        vtkWarningMacro(<< file.string() << " does not belong to the dataset of " << state.file_names.front()
+                        << " and is left out");
+      }
+    }
+  }
+  return true;
+}
+
+void vtkFLDReader::ReportWarnings() {
+  for (const std::string& warning : State_->source->take_warnings()) vtkWarningMacro(<< warning);
+}
+
+int vtkFLDReader::RequestInformation(vtkInformation* /*request*/, vtkInformationVector** /*inputs*/,
+                                     vtkInformationVector* outputs) {
+  using Pipeline = vtkStreamingDemandDrivenPipeline;
+  if (!OpenDataset()) return 0;
+  vtkInformation* information = outputs->GetInformationObject(0);
+  const std::vector<double>& times = State_->info->times;
+  information->Set(CAN_HANDLE_PIECE_REQUEST(), 1);
+  if (times.empty()) return 1;
+  const std::array<double, 2> range = {times.front(), times.back()};
+  information->Set(Pipeline::TIME_STEPS(), times.data(), static_cast<int>(times.size()));
+  information->Set(Pipeline::TIME_RANGE(), range.data(), 2);
+  return 1;
+}
+
+int vtkFLDReader::RequestedStep(vtkInformation* information) const {
+  using Pipeline = vtkStreamingDemandDrivenPipeline;
+  if (information->Has(Pipeline::UPDATE_TIME_STEP()) == 0) return 0;
+  return State_->info->step_at(information->Get(Pipeline::UPDATE_TIME_STEP()));
+}
+
+int vtkFLDReader::RequestData(vtkInformation* /*request*/, vtkInformationVector** /*inputs*/,
+                              vtkInformationVector* outputs) {
+  using Pipeline = vtkStreamingDemandDrivenPipeline;
+  if (!OpenDataset()) return 0;
+  vtkInformation* information = outputs->GetInformationObject(0);
+  const auto number = [&](vtkInformationIntegerKey* key, int missing) {
+    return information->Has(key) != 0 ? information->Get(key) : missing;
+  };
+  const int step = RequestedStep(information);
+  if (!ReadStep(step, number(Pipeline::UPDATE_PIECE_NUMBER(), 0),
+                number(Pipeline::UPDATE_NUMBER_OF_PIECES(), 1))) {
+    return 0;
+  }
+  vtkPartitionedDataSetCollection* output = vtkPartitionedDataSetCollection::GetData(outputs);
+  output->ShallowCopy(State_->store.collection(*State_->info));
+  if (!State_->info->times.empty()) {
+    output->GetInformation()->Set(vtkDataObject::DATA_TIME_STEP(),
+                                  State_->info->times[static_cast<std::size_t>(step)]);
+  }
+  return 1;
+}
+
+bool vtkFLDReader::ReadStep(int step, int piece, int pieces) {
+  State& state = *State_;
+  if (!state.is_reading_rank()) {
+    return follow_transfer(state.controller, state.store, *state.info) != paraview::Ending::failed;
+  }
+  const paraview::Choice choice{
+      // A part that only a later step has is not in the selection.
+      [&](const paraview::PartInfo& part) {
+        const char* name = part.name.c_str();
+        return state.parts->ArrayExists(name) != 0 ? state.parts->ArrayIsEnabled(name) != 0
+                                                   : !part.is_whole_mesh;
+      },
+      [&](const paraview::VariableInfo& variable) {
+        const char* name = variable.name.c_str();
+        return (variable.is_per_cell ? state.cell_arrays : state.point_arrays)->ArrayIsEnabled(name) != 0;
+      }};
+  const auto progress = [&](double done) {
+    UpdateProgress(done);
+    return GetAbortExecute() == 0;
+  };
+  paraview::Outlet outlet(state.store, state.controller, piece, pieces);
+  std::string failure;
+  try {
+    state.steps->read(step, choice, outlet, progress);
+    for (const std::string& problem : state.steps->problems()) vtkErrorMacro(<< problem);
+    ReportWarnings();
+    return true;
+  } catch (const std::exception& error) {
+    failure = error.what();
+  }
+  vtkErrorMacro(<< "cannot read step " << step << " of " << state.file_names.front() << ": " << failure);
+  return false;
+}

@@ -1,0 +1,153 @@
+#include "paraview/share_store.h"
+
+#include <algorithm>
+#include <vtkCellData.h>
+#include <vtkDataAssembly.h>
+#include <vtkFieldData.h>
+#include <vtkInformation.h>
+#include <vtkInformationStringKey.h>
+#include <vtkNew.h>
+#include <vtkPointData.h>
+#include <vtkStringArray.h>
+#include <vtkUnstructuredGrid.h>
+
+#include "vtk/part_grid.h"
+
+namespace paraview {
+namespace {
+
+// The attribute that the hierarchy shows in place of a node's name, which has to be a plain word.
+constexpr char kLabel[] = "label";
+constexpr char kRootName[] = "Parts";
+
+void put_folders(MessageWriter& message, const std::vector<vtkdata::PartFolder>& folders) {
+  put_all(message, folders, [&](const vtkdata::PartFolder& folder) {
+    message.put(folder.name);
+    put_all(message, folder.parts, [&](int part) { message.put(std::int64_t{part}); });
+    put_folders(message, folder.folders);
+  });
+}
+
+std::vector<vtkdata::PartFolder> take_folders(MessageReader& message) {
+  return take_all<vtkdata::PartFolder>(message, [&] {
+    vtkdata::PartFolder folder;
+    folder.name = message.text();
+    folder.parts = take_all<int>(message, [&] { return static_cast<int>(message.number()); });
+    folder.folders = take_folders(message);
+    return folder;
+  });
+}
+
+// Adds nodes for the folders and their parts, `indices` telling where a part is in the collection.
+void add_folders(vtkDataAssembly* assembly, int parent, const std::vector<vtkdata::PartFolder>& folders,
+                 const std::map<int, unsigned>& indices, const std::vector<PartInfo>& parts) {
+  const auto add_node = [&](const std::string& name, int below) {
+    const int node = assembly->AddNode(vtkDataAssembly::MakeValidNodeName(name.c_str()).c_str(), below);
+    assembly->SetAttribute(node, kLabel, name.c_str());
+    return node;
+  };
+  for (const vtkdata::PartFolder& folder : folders) {
+    const int node = add_node(folder.name, parent);
+    add_folders(assembly, node, folder.folders, indices, parts);
+    for (const int part : folder.parts) {
+      const unsigned index = indices.at(part);
+      assembly->AddDataSetIndex(add_node(parts[index].name, node), index);
+    }
+  }
+}
+
+}  // namespace
+
+std::string to_bytes(const StepPlan& plan) {
+  MessageWriter message;
+  put_parts(message, plan.parts);
+  put_folders(message, plan.folders);
+  put_all(message, plan.variables, [&](int variable) { message.put(std::int64_t{variable}); });
+  message.put(std::int64_t{plan.is_other_step});
+  return message.bytes();
+}
+
+StepPlan step_plan_from(std::string_view bytes) {
+  MessageReader message(bytes);
+  StepPlan plan;
+  plan.parts = take_parts(message);
+  plan.folders = take_folders(message);
+  plan.variables = take_all<int>(message, [&] { return static_cast<int>(message.number()); });
+  plan.is_other_step = message.number() != 0;
+  return plan;
+}
+
+void ShareStore::follow(StepPlan plan) {
+  plan_ = std::move(plan);
+  const auto is_shown = [&](int part) {
+    return std::any_of(plan_.parts.begin(), plan_.parts.end(),
+                       [&](const PartInfo& shown) { return shown.number == part; });
+  };
+  const auto is_chosen = [&](int variable) {
+    return std::find(plan_.variables.begin(), plan_.variables.end(), variable) != plan_.variables.end();
+  };
+  std::erase_if(meshes_, [&](const auto& mesh) { return !is_shown(mesh.first); });
+  std::erase_if(values_, [&](const auto& values) {
+    return plan_.is_other_step || !is_shown(values.first.first) || !is_chosen(values.first.second);
+  });
+}
+
+void ShareStore::clear() {
+  plan_ = {};
+  meshes_.clear();
+  values_.clear();
+}
+
+void ShareStore::set_cells(int part, vtkdata::Cells cells) {
+  meshes_[part].cells = std::move(cells);
+}
+
+void ShareStore::set_points(int part, vtkSmartPointer<vtkPoints> points) {
+  meshes_[part].points = std::move(points);
+}
+
+void ShareStore::set_values(int part, int variable, vtkSmartPointer<vtkDataArray> values) {
+  values_[{part, variable}] = std::move(values);
+}
+
+void ShareStore::discard(int part) {
+  meshes_.erase(part);
+  std::erase_if(values_, [&](const auto& values) { return values.first.first == part; });
+}
+
+vtkSmartPointer<vtkPartitionedDataSetCollection> ShareStore::collection(const DatasetInfo& info) const {
+  auto collection = vtkSmartPointer<vtkPartitionedDataSetCollection>::New();
+  std::map<int, unsigned> indices;
+  for (const PartInfo& part : plan_.parts) {
+    const unsigned index = collection->GetNumberOfPartitionedDataSets();
+    indices[part.number] = index;
+    vtkSmartPointer<vtkUnstructuredGrid> grid;
+    const auto mesh = meshes_.find(part.number);
+    if (mesh != meshes_.end() && mesh->second.points && mesh->second.cells.connectivity) {
+      grid = vtkdata::make_grid(mesh->second.points, mesh->second.cells);
+      for (const VariableInfo& variable : info.variables) {
+        const auto values = values_.find({part.number, variable.number});
+        if (values == values_.end() || !values->second) continue;
+        if (variable.is_per_cell) {
+          grid->GetCellData()->AddArray(values->second);
+        } else {
+          grid->GetPointData()->AddArray(values->second);
+        }
+      }
+    }
+    collection->SetPartition(index, 0, grid);
+    collection->GetMetaData(index)->Set(vtkCompositeDataSet::NAME(), part.name.c_str());
+  }
+  vtkNew<vtkDataAssembly> assembly;
+  assembly->SetRootNodeName(kRootName);
+  add_folders(assembly, assembly->GetRootNode(), plan_.folders, indices, plan_.parts);
+  collection->SetDataAssembly(assembly);
+
+  vtkNew<vtkStringArray> labels;
+  labels->SetName("Labels");
+  for (const std::string& label : info.labels) labels->InsertNextValue(label);
+  collection->GetFieldData()->AddArray(labels);
+  return collection;
+}
+
+}  // namespace paraview
