@@ -102,12 +102,12 @@ void ShareStore::set_cells(int part, vtkdata::Cells cells) {
   meshes_[part].cells = std::move(cells);
 }
 
-void ShareStore::set_points(int part, vtkSmartPointer<vtkPoints> points) {
-  meshes_[part].points = std::move(points);
+void ShareStore::set_points(int part, const vtkSmartPointer<vtkPoints>& points) {
+  meshes_[part].points = points;
 }
 
-void ShareStore::set_values(int part, int variable, vtkSmartPointer<vtkDataArray> values) {
-  values_[{part, variable}] = std::move(values);
+void ShareStore::set_values(int part, int variable, const vtkSmartPointer<vtkDataArray>& values) {
+  values_[{part, variable}] = values;
 }
 
 void ShareStore::discard(int part) {

@@ -35,9 +35,9 @@ class ShareStore {
   void clear();
 
   void set_cells(int part, vtkdata::Cells cells);
-  void set_points(int part, vtkSmartPointer<vtkPoints> points);
+  void set_points(int part, const vtkSmartPointer<vtkPoints>& points);
   // A tuple per point or cell of the share.
-  void set_values(int part, int variable, vtkSmartPointer<vtkDataArray> values);
+  void set_values(int part, int variable, const vtkSmartPointer<vtkDataArray>& values);
   void discard(int part);
 
   // The parts of the plan as a collection with one partition each, and their hierarchy.

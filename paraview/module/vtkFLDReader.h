@@ -11,9 +11,10 @@
 
 #include "FLDReaderModuleModule.h"
 
-class vtkDataArraySelection;
-class vtkMultiProcessController;
+class vtkMultiProcessController;  // NOLINT(cppcoreguidelines-virtual-class-destructor)
 
+// VTK's objects delete themselves.
+// NOLINTNEXTLINE(cppcoreguidelines-virtual-class-destructor)
 class FLDREADERMODULE_EXPORT vtkFLDReader : public vtkPartitionedDataSetCollectionAlgorithm {
  public:
   static vtkFLDReader* New();

@@ -2,8 +2,11 @@
 
 #include "gtest/gtest.h"
 #include <cstdlib>
+#include <dlfcn.h>
 #include <optional>
 #include <string>
+
+#include "host/error.h"
 
 namespace {
 
@@ -45,6 +48,20 @@ TEST_F(PluginPath, FindsThePluginBesideTheExecutable) {
 TEST_F(PluginPath, TakesAnEmptyVariableAsNone) {
   setenv(host::kPluginVariable, "", 1);
   EXPECT_EQ(host::find_plugin().filename(), host::kPluginFile);
+}
+
+TEST_F(PluginPath, FindsThePluginInTheFolderOfALibraryOrAbove) {
+  const auto folder = std::filesystem::read_symlink("/proc/self/exe").parent_path();
+  EXPECT_EQ(host::find_plugin_near(&host::kPluginFile), folder / host::kPluginFile);
+  // The C library is in a folder without the plug-in.
+  try {
+    host::find_plugin_near(dlsym(RTLD_DEFAULT, "getenv"));
+    ADD_FAILURE() << "found";
+  } catch (const host::Error& error) {
+    EXPECT_NE(error.reason().find("libuserd-fld.so is neither in "), std::string::npos) << error.what();
+  }
+  setenv(host::kPluginVariable, "/named/by/variable.so", 1);
+  EXPECT_EQ(host::find_plugin_near(nullptr), "/named/by/variable.so");
 }
 
 }  // namespace

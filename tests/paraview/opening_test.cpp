@@ -1,0 +1,129 @@
+// Opening: what is told of it, and several datasets at once.
+#include <fstream>
+#include <gtest/gtest.h>
+#include <vtkPointData.h>
+
+#include "samples/samples.h"
+#include "testkit/temporary_directory.h"
+#include "tests/paraview/paraview_reader.h"
+
+namespace paraview_test {
+namespace {
+
+class Opening : public testing::Test {
+ protected:
+  Opening() : all_(samples::write_samples(directory_.path())) {}
+
+  std::filesystem::path sample(const std::string& name) const {
+    for (const samples::SampleInfo& sample : all_) {
+      if (sample.name == name) return sample.file;
+    }
+    return {};
+  }
+
+  // The one error that opening the file makes.
+  std::string error_of(const std::filesystem::path& file) {
+    Reader reader(file);
+    EXPECT_FALSE(reader.open());
+    EXPECT_FALSE(reader.update());
+    const std::vector<std::string> errors = reader.take_errors();
+    EXPECT_EQ(errors.size(), 1U);
+    return errors.empty() ? "" : errors.front();
+  }
+
+  testkit::TemporaryDirectory directory_;
+  std::vector<samples::SampleInfo> all_;
+};
+
+TEST_F(Opening, TakesAnyFileForTheSeries) {
+  Reader first(sample("tank"));
+  Reader other(sample("tank").parent_path() / "tank_30.fld");
+  ASSERT_TRUE(first.open());
+  ASSERT_TRUE(other.open());
+  EXPECT_EQ(first.times().size(), 8U);
+  EXPECT_EQ(first.times(), other.times());
+}
+
+TEST_F(Opening, TakesTheFilesOfASeriesForOneDataset) {
+  Reader reader(sample("tank"));
+  for (const auto& entry : std::filesystem::directory_iterator(sample("tank").parent_path()))
+    reader->AddFileName(entry.path().c_str());
+  ASSERT_TRUE(reader.open());
+  EXPECT_EQ(reader.times().size(), 8U);
+  EXPECT_TRUE(reader.take_warnings().empty());
+}
+
+TEST_F(Opening, NamesAFileThatDoesNotBelongToTheDataset) {
+  Reader reader(sample("tank"));
+  reader->AddFileName(sample("channel").c_str());
+  ASSERT_TRUE(reader.open());
+  const std::vector<std::string> warnings = reader.take_warnings();
+  ASSERT_EQ(warnings.size(), 1U);
+  EXPECT_NE(warnings[0].find("channel.fld does not belong to the dataset of"), std::string::npos);
+}
+
+TEST_F(Opening, TellsWhyItFails) {
+  EXPECT_NE(error_of("/no/such/file.fld").find("cannot open /no/such/file.fld: "), std::string::npos);
+  std::ofstream(directory_ / "text.fld") << "plain text, and more of it than a record needs";
+  EXPECT_NE(error_of(directory_ / "text.fld").find("This is not FLD file."), std::string::npos);
+
+  Reader reader(sample("channel"));
+  reader->SetReaderLibrary("/no/such/library.so");
+  EXPECT_FALSE(reader.open());
+  const std::vector<std::string> errors = reader.take_errors();
+  ASSERT_EQ(errors.size(), 1U);
+  EXPECT_NE(errors[0].find("cannot load the reader library: /no/such/library.so"), std::string::npos);
+}
+
+TEST_F(Opening, GoesOnAfterAFailure) {
+  Reader reader("/no/such/file.fld");
+  EXPECT_FALSE(reader.update());
+  reader->SetFileName(sample("channel").c_str());
+  EXPECT_TRUE(reader.update());
+  EXPECT_NE(reader.grid("wake"), nullptr);
+  reader->SetFileName("/no/such/file.fld");
+  EXPECT_FALSE(reader.update());
+}
+
+TEST_F(Opening, KnowsItsFilesByTheirFirstBytes) {
+  EXPECT_EQ(vtkFLDReader::CanReadFile(sample("channel").c_str()), 1);
+  std::ofstream(directory_ / "other.fld") << "# AVS field file";
+  EXPECT_EQ(vtkFLDReader::CanReadFile((directory_ / "other.fld").c_str()), 0);
+  EXPECT_EQ(vtkFLDReader::CanReadFile("/no/such/file.fld"), 0);
+  EXPECT_EQ(vtkFLDReader::CanReadFile(nullptr), 0);
+}
+
+TEST_F(Opening, KeepsWhatIsSwitchedWhileTheNamesStay) {
+  Reader reader(sample("tank"));
+  ASSERT_TRUE(reader.open());
+  reader->SetPartArrayStatus("tank_wall", 0);
+  reader->SetPointArrayStatus("Pressure", 0);
+  reader->Refresh();
+  ASSERT_TRUE(reader.update());
+  EXPECT_EQ(reader.grid("tank_wall"), nullptr);
+  EXPECT_EQ(reader.grid("hub")->GetPointData()->GetArray("Pressure"), nullptr);
+  EXPECT_NE(reader.grid("hub")->GetPointData()->GetArray("Velocity"), nullptr);
+}
+
+TEST_F(Opening, HasSeveralDatasetsOpenAtOnce) {
+  Reader channel(sample("channel"));
+  Reader tank(sample("tank"));
+  Reader again(sample("tank"));
+  ASSERT_TRUE(channel.update());
+  ASSERT_TRUE(tank.update(0.1));
+  ASSERT_TRUE(again.update(0.0));
+  channel->SetPartArrayStatus("ALL_ELEMENTS", 1);
+  ASSERT_TRUE(channel.update());
+  EXPECT_EQ(channel.grid("ALL_ELEMENTS")->GetNumberOfPoints(), 18341);
+  for (const double time : {0.05, 0.1}) {
+    ASSERT_TRUE(again.update(time));
+    const bool is_same = time == 0.1;
+    for (vtkIdType i : {0, 5}) {
+      const double x = tank.grid("blade_1")->GetPoint(i)[0];
+      EXPECT_EQ(x == again.grid("blade_1")->GetPoint(i)[0], is_same);
+    }
+  }
+}
+
+}  // namespace
+}  // namespace paraview_test

@@ -1,0 +1,95 @@
+#include "tests/paraview/paraview_reader.h"
+
+#include <vtkCallbackCommand.h>
+#include <vtkCompositeDataSet.h>
+#include <vtkExecutive.h>
+#include <vtkInformation.h>
+#include <vtkInformationStringKey.h>
+#include <vtkNew.h>
+#include <vtkStreamingDemandDrivenPipeline.h>
+
+namespace paraview_test {
+namespace {
+
+using Pipeline = vtkStreamingDemandDrivenPipeline;
+
+// Adds the messages of an event to `list`.
+void collect(vtkObject* object, unsigned long event, std::vector<std::string>& list) {
+  vtkNew<vtkCallbackCommand> command;
+  command->SetClientData(&list);
+  command->SetCallback([](vtkObject*, unsigned long, void* to, void* message) {
+    static_cast<std::vector<std::string>*>(to)->emplace_back(static_cast<const char*>(message));
+  });
+  object->AddObserver(event, command);
+}
+
+std::string name_of(vtkPartitionedDataSetCollection* collection, unsigned index) {
+  return collection->GetMetaData(index)->Get(vtkCompositeDataSet::NAME());
+}
+
+}  // namespace
+
+Reader::Reader(const std::filesystem::path& file) : reader_(vtkSmartPointer<vtkFLDReader>::New()) {
+  collect(reader_, vtkCommand::ErrorEvent, errors_);
+  collect(reader_, vtkCommand::WarningEvent, warnings_);
+  // The pipeline reports a failed request once more.
+  vtkNew<vtkCallbackCommand> silence;
+  silence->SetCallback([](vtkObject*, unsigned long, void*, void*) {});
+  reader_->GetExecutive()->AddObserver(vtkCommand::ErrorEvent, silence);
+  reader_->SetController(nullptr);
+  reader_->SetFileName(file.c_str());
+}
+
+bool Reader::open() {
+  return reader_->GetExecutive()->UpdateInformation() != 0;
+}
+
+std::vector<double> Reader::times() {
+  vtkInformation* information = reader_->GetOutputInformation(0);
+  const double* times = information->Get(Pipeline::TIME_STEPS());
+  return {times, times + information->Length(Pipeline::TIME_STEPS())};
+}
+
+std::vector<std::string> Reader::part_names() {
+  std::vector<std::string> names;
+  for (int i = 0; i < reader_->GetNumberOfPartArrays(); ++i) names.emplace_back(reader_->GetPartArrayName(i));
+  return names;
+}
+
+void Reader::show_only(const std::string& part) {
+  for (const std::string& name : part_names())
+    reader_->SetPartArrayStatus(name.c_str(), static_cast<int>(name == part));
+}
+
+bool Reader::update(double time) {
+  if (!open()) return false;
+  reader_->GetOutputInformation(0)->Set(Pipeline::UPDATE_TIME_STEP(), time);
+  return reader_->GetExecutive()->Update() != 0;
+}
+
+bool Reader::update_piece(int piece, int pieces) {
+  if (!open()) return false;
+  reader_->GetOutputInformation(0)->Set(Pipeline::UPDATE_PIECE_NUMBER(), piece);
+  reader_->GetOutputInformation(0)->Set(Pipeline::UPDATE_NUMBER_OF_PIECES(), pieces);
+  return reader_->GetExecutive()->Update() != 0;
+}
+
+vtkPartitionedDataSetCollection* Reader::output() {
+  return vtkPartitionedDataSetCollection::SafeDownCast(reader_->GetOutputDataObject(0));
+}
+
+vtkUnstructuredGrid* Reader::grid(const std::string& part) {
+  for (unsigned i = 0; i < output()->GetNumberOfPartitionedDataSets(); ++i) {
+    if (name_of(output(), i) == part) return vtkUnstructuredGrid::SafeDownCast(output()->GetPartition(i, 0));
+  }
+  return nullptr;
+}
+
+std::vector<std::string> Reader::shown_parts() {
+  std::vector<std::string> names;
+  for (unsigned i = 0; i < output()->GetNumberOfPartitionedDataSets(); ++i)
+    names.push_back(name_of(output(), i));
+  return names;
+}
+
+}  // namespace paraview_test

@@ -1,0 +1,161 @@
+// Every sample at every step, through the reader of ParaView and through the host library.
+#include "samples/samples.h"
+
+#include <cmath>
+#include <gtest/gtest.h>
+#include <map>
+#include <vtkCellData.h>
+#include <vtkCellType.h>
+#include <vtkDataAssembly.h>
+#include <vtkFloatArray.h>
+#include <vtkPointData.h>
+
+#include "host/library.h"
+#include "host/plugin_path.h"
+#include "host/session.h"
+#include "host/undefined_value.h"
+#include "testkit/temporary_directory.h"
+#include "tests/paraview/paraview_reader.h"
+
+namespace paraview_test {
+namespace {
+
+const std::map<std::string_view, int> kCellTypes = {{"tri", VTK_TRIANGLE}, {"quad", VTK_QUAD},
+                                                    {"tet", VTK_TETRA},    {"pyramid", VTK_PYRAMID},
+                                                    {"prism", VTK_WEDGE},  {"hex", VTK_HEXAHEDRON}};
+
+class Samples : public testing::Test {
+ protected:
+  void compare_mesh(const host::Part& part, vtkUnstructuredGrid* grid) {
+    ASSERT_EQ(grid->GetNumberOfPoints(), part.nodes);
+    const host::Coordinates nodes = session_.coordinates(part.number);
+    for (vtkIdType i = 0; i < part.nodes; ++i) {
+      const double* point = grid->GetPoint(i);
+      const auto n = static_cast<std::size_t>(i);
+      ASSERT_TRUE(point[0] == nodes.x()[n] && point[1] == nodes.y()[n] && point[2] == nodes.z()[n]) << i;
+    }
+    vtkIdType cell = 0;
+    for (const host::ElementBlock& block : session_.elements(part.number)) {
+      for (std::size_t i = 0; i < block.size(); ++i, ++cell) {
+        ASSERT_EQ(grid->GetCellType(cell), kCellTypes.at(block.shape.name));
+        vtkIdType count = 0;
+        const vtkIdType* corners = nullptr;
+        grid->GetCellPoints(cell, count, corners);
+        ASSERT_EQ(count, block.shape.nodes);
+        // A prism's triangles turn the other way round in VTK.
+        const bool is_prism = block.shape.name == "prism";
+        const std::array<std::size_t, 6> of_prism = {0, 2, 1, 3, 5, 4};
+        for (std::size_t c = 0; c < static_cast<std::size_t>(count); ++c)
+          ASSERT_EQ(corners[c] + 1, block.element(i)[is_prism ? of_prism[c] : c]) << "cell " << cell;
+      }
+    }
+    EXPECT_EQ(cell, grid->GetNumberOfCells());
+  }
+
+  void compare_values(const host::Variable& variable, const host::Part& part, vtkUnstructuredGrid* grid) {
+    vtkFieldData* data = grid->GetPointData();
+    if (variable.location == host::Location::element) data = grid->GetCellData();
+    auto* array = vtkFloatArray::SafeDownCast(data->GetArray(variable.name.c_str()));
+    for (int component = 0; component < variable.components(); ++component) {
+      const host::PartValues given = session_.values(variable.number, part.number, component);
+      ASSERT_EQ(given.availability == host::Availability::given, array != nullptr) << variable.name;
+      if (array == nullptr) return;
+      ASSERT_EQ(array->GetNumberOfComponents(), variable.components());
+      ASSERT_EQ(static_cast<std::size_t>(array->GetNumberOfTuples()), given.values().size());
+      for (std::size_t i = 0; i < given.values().size(); ++i) {
+        const float value = array->GetTypedComponent(static_cast<vtkIdType>(i), component);
+        const float expected = given.values()[i];
+        if (host::is_undefined(expected)) {
+          ++undefined_;
+          ASSERT_TRUE(std::isnan(value)) << variable.name << " at " << i;
+        } else {
+          ASSERT_EQ(value, expected) << variable.name << " at " << i;
+        }
+      }
+    }
+  }
+
+  testkit::TemporaryDirectory directory_;
+  host::Library library_{host::find_plugin(), host::Library::Globals::own};
+  host::Session session_{library_, {.capture_diagnostics = true}};
+  int undefined_ = 0;
+};
+
+TEST_F(Samples, AreWhatTheHostLibraryGives) {
+  for (const samples::SampleInfo& sample : samples::write_samples(directory_.path())) {
+    SCOPED_TRACE(sample.name);
+    session_.open(sample.file);
+    Reader reader(sample.file);
+    ASSERT_TRUE(reader.open());
+    const std::vector<float>& times = session_.variable_times().times;
+    EXPECT_EQ(reader.times(), std::vector<double>(times.begin(), times.end()));
+    for (const std::string& name : reader.part_names()) reader->SetPartArrayStatus(name.c_str(), 1);
+
+    for (int step = 0; step < session_.step_count(); ++step) {
+      SCOPED_TRACE("step " + std::to_string(step));
+      session_.select_step(step);
+      ASSERT_TRUE(reader.update(times[static_cast<std::size_t>(step)]));
+      const std::vector<std::string> names = reader.part_names();
+      ASSERT_EQ(names.size(), session_.parts().size());
+      EXPECT_EQ(reader.shown_parts(), names);
+      for (const host::Part& part : session_.parts()) {
+        SCOPED_TRACE(part.name);
+        const std::string& name = names[static_cast<std::size_t>(part.number) - 1];
+        EXPECT_TRUE(name.starts_with(part.name));
+        vtkUnstructuredGrid* grid = reader.grid(name);
+        ASSERT_NE(grid, nullptr);
+        ASSERT_NO_FATAL_FAILURE(compare_mesh(part, grid));
+        for (const host::Variable& variable : session_.variables())
+          ASSERT_NO_FATAL_FAILURE(compare_values(variable, part, grid));
+      }
+    }
+    EXPECT_TRUE(reader.take_errors().empty());
+  }
+  EXPECT_GT(undefined_, 0);
+}
+
+TEST_F(Samples, ShowSurfacesAndVolumesAndNotTheWholeMesh) {
+  for (const samples::SampleInfo& sample : samples::write_samples(directory_.path())) {
+    SCOPED_TRACE(sample.name);
+    Reader reader(sample.file);
+    ASSERT_TRUE(reader.open());
+    int whole = 0;
+    for (const std::string& name : reader.part_names()) {
+      const bool is_whole = name.starts_with("ALL_ELEMENTS");
+      whole += static_cast<int>(is_whole);
+      EXPECT_EQ(reader->GetPartArrayStatus(name.c_str()) != 0, !is_whole) << name;
+    }
+    EXPECT_EQ(whole, sample.name == "overset" ? 2 : 1);
+    EXPECT_GT(reader->GetNumberOfPointArrays(), 0);
+    EXPECT_EQ(reader->GetNumberOfCellArrays(), 1);
+    EXPECT_STREQ(reader->GetCellArrayName(0), "MatOfElements");
+  }
+}
+
+TEST_F(Samples, HaveTheirPartsInAHierarchy) {
+  const auto all = samples::write_samples(directory_.path());
+  Reader reader(all.front().file);
+  ASSERT_EQ(all.front().name, "channel");
+  ASSERT_TRUE(reader.update());
+  vtkDataAssembly* assembly = reader.output()->GetDataAssembly();
+  const auto parts_below = [&](const char* path) {
+    std::vector<std::string> names;
+    const std::vector<std::string> shown = reader.shown_parts();
+    const std::vector<int> nodes = assembly->SelectNodes({path});
+    for (const unsigned index : assembly->GetDataSetIndices(nodes)) names.push_back(shown.at(index));
+    return names;
+  };
+  using Names = std::vector<std::string>;
+  EXPECT_EQ(parts_below("/Parts/Surfaces/Grouping_Regions"), Names{"&VFG_walls"});
+  EXPECT_EQ(parts_below("/Parts/Surfaces/Undefined_Regions"), Names{"@wake_plane"});
+  EXPECT_EQ(parts_below("/Parts/Volumes"), (Names{"upstream", "around_obstacle", "wake"}));
+
+  reader->SetGroupParts(false);
+  ASSERT_TRUE(reader.update());
+  assembly = reader.output()->GetDataAssembly();
+  EXPECT_TRUE(parts_below("/Parts/Surfaces/Grouping_Regions").empty());
+  EXPECT_EQ(parts_below("/Parts/Surfaces").size(), 8U);
+}
+
+}  // namespace
+}  // namespace paraview_test

@@ -1,0 +1,121 @@
+// What is kept from step to step, and which step a time means.
+#include <gtest/gtest.h>
+#include <vtkInformation.h>
+#include <vtkInformationDoubleKey.h>
+#include <vtkPointData.h>
+
+#include "samples/samples.h"
+#include "testkit/box_dataset.h"
+#include "testkit/temporary_directory.h"
+#include "tests/paraview/paraview_reader.h"
+
+namespace paraview_test {
+namespace {
+
+// What a grid is made of.
+struct Objects {
+  explicit Objects(vtkUnstructuredGrid* grid)
+      : points(grid->GetPoints()), cells(grid->GetCells()), types(grid->GetCellTypesArray()) {}
+  bool operator==(const Objects&) const = default;
+
+  vtkSmartPointer<vtkPoints> points;
+  vtkSmartPointer<vtkCellArray> cells;
+  vtkSmartPointer<vtkUnsignedCharArray> types;
+};
+
+class Steps : public testing::Test {
+ protected:
+  std::filesystem::path tank() {
+    for (const samples::SampleInfo& sample : samples::write_samples(directory_.path())) {
+      if (sample.name == "tank") return sample.file;
+    }
+    return {};
+  }
+
+  // A series with the mesh in its first file alone.
+  std::filesystem::path static_series() {
+    for (int step = 0; step < 3; ++step) {
+      testkit::BoxOptions options;
+      options.nx = options.ny = options.nz = 4;
+      options.cycle = step;
+      options.time = 0.5 * step;
+      testkit::File file = testkit::box_file(options);
+      if (step > 0) {
+        std::erase_if(file.region_sets.front().sections, [](const testkit::Section& section) {
+          return !section.title.text.starts_with("LS_Scalar") && !section.title.text.starts_with("LS_Vector");
+        });
+      }
+      testkit::write_file(file, directory_ / ("box_" + std::to_string(step) + ".fld"));
+    }
+    return directory_ / "box_0.fld";
+  }
+
+  testkit::TemporaryDirectory directory_;
+};
+
+TEST_F(Steps, OfAStaticMeshShareEverythingButTheValues) {
+  Reader reader(static_series());
+  ASSERT_TRUE(reader.update(0.0));
+  ASSERT_EQ(reader.times().size(), 3U);
+  const Objects before(reader.grid("volume_1"));
+  const vtkSmartPointer<vtkDataArray> values = reader.grid("volume_1")->GetPointData()->GetArray("scalar_1");
+  const vtkMTimeType points_time = before.points->GetMTime();
+  ASSERT_TRUE(reader.update(1.0));
+  const Objects after(reader.grid("volume_1"));
+  EXPECT_EQ(before, after);
+  EXPECT_EQ(points_time, after.points->GetMTime());
+  EXPECT_NE(values, reader.grid("volume_1")->GetPointData()->GetArray("scalar_1"));
+}
+
+TEST_F(Steps, OfAMovingMeshShareTheCells) {
+  Reader reader(tank());
+  ASSERT_TRUE(reader.update(0.0));
+  const Objects moving(reader.grid("impeller_zone"));
+  const Objects resting(reader.grid("tank_zone"));
+  ASSERT_TRUE(reader.update(0.1));
+  const Objects moved(reader.grid("impeller_zone"));
+  EXPECT_EQ(moving.cells, moved.cells);
+  EXPECT_EQ(moving.types, moved.types);
+  EXPECT_NE(moving.points, moved.points);
+  EXPECT_EQ(resting, Objects(reader.grid("tank_zone")));
+}
+
+TEST_F(Steps, AreSharedInPiecesToo) {
+  Reader reader(tank());
+  ASSERT_TRUE(reader.update_piece(1, 3));
+  const Objects before(reader.grid("impeller_zone"));
+  ASSERT_TRUE(reader.update(0.1));
+  const Objects after(reader.grid("impeller_zone"));
+  EXPECT_EQ(before.cells, after.cells);
+  EXPECT_NE(before.points, after.points);
+}
+
+TEST_F(Steps, BelongToTheTimesUpToTheNext) {
+  Reader reader(static_series());
+  const auto time_shown = [&](double asked) {
+    EXPECT_TRUE(reader.update(asked));
+    return reader.output()->GetInformation()->Get(vtkDataObject::DATA_TIME_STEP());
+  };
+  EXPECT_EQ(time_shown(-1.0), 0.0);
+  EXPECT_EQ(time_shown(0.49), 0.0);
+  EXPECT_EQ(time_shown(0.5), 0.5);
+  EXPECT_EQ(time_shown(7.0), 1.0);
+}
+
+TEST_F(Steps, AreNumberedWhereTheTimesDoNotAscend) {
+  for (int step = 0; step < 2; ++step) {
+    testkit::BoxOptions options;
+    options.cycle = step;
+    options.time = 2.0;
+    testkit::write_box_dataset(directory_ / ("same_" + std::to_string(step) + ".fld"), options);
+  }
+  Reader reader(directory_ / "same_0.fld");
+  ASSERT_TRUE(reader.open());
+  EXPECT_EQ(reader.times(), (std::vector<double>{0.0, 1.0}));
+  const std::vector<std::string> warnings = reader.take_warnings();
+  ASSERT_EQ(warnings.size(), 1U);
+  EXPECT_NE(warnings[0].find("the solution times of"), std::string::npos);
+}
+
+}  // namespace
+}  // namespace paraview_test
