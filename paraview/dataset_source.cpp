@@ -1,5 +1,8 @@
 #include "paraview/dataset_source.h"
 
+#include <cstdlib>
+#include <set>
+
 #include "host/diagnostic_text.h"
 
 namespace paraview {
@@ -9,6 +12,12 @@ host::SessionOptions session_options(const ReadingOptions& options) {
   return {.toggles = {{host::kSimplifyToggle, options.simplify}, {host::kGroupsToggle, options.group_parts}},
           .capture_diagnostics = true,
           .recover_from_aborts = true};
+}
+
+// All that are open. Never destroyed: ParaView lets go of its last readers while the process ends.
+std::set<DatasetSource*>& open_sources() {
+  static auto& sources = *new std::set<DatasetSource*>;
+  return sources;
 }
 
 }  // namespace
@@ -23,12 +32,29 @@ DatasetSource::DatasetSource(const std::filesystem::path& plugin, const std::fil
     if (session_->is_lost()) library_.leave_loaded();
     throw;
   }
+  open_sources().insert(this);
+  // When the process ends, what is registered last goes first: registered after the library was loaded, this
+  // comes before its globals are destroyed.
+  static_cast<void>(std::atexit(close_all));
 }
 
 DatasetSource::~DatasetSource() {
+  open_sources().erase(this);
+  close();
+}
+
+void DatasetSource::close() {
+  if (!session_) return;
   const bool is_lost = session_->is_lost();
   session_.reset();
   if (is_lost) library_.leave_loaded();
+}
+
+void DatasetSource::close_all() {
+  for (DatasetSource* source : open_sources()) {
+    source->close();
+    source->library_.leave_loaded();
+  }
 }
 
 std::vector<std::string> DatasetSource::take_warnings() {

@@ -27,12 +27,16 @@ class DatasetSource {
   DatasetSource& operator=(const DatasetSource&) = delete;
   ~DatasetSource();
 
+  // Not while the process ends.
   host::Session& session() { return *session_; }
 
   // The reader's warnings since they were last taken.
   std::vector<std::string> take_warnings();
 
  private:
+  void close();
+  static void close_all();
+
   host::Library library_;
   std::unique_ptr<host::Session> session_;
   std::size_t seen_diagnostics_ = 0;

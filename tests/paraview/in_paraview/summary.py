@@ -1,0 +1,85 @@
+"""summary.py PLUGIN DATASET FILE: what there is at the first and last step, on all parts and on some, written to FILE as JSON. If
+FILE is there already, the summaries have to agree: runs on other numbers of ranks have the same dataset."""
+import json
+import math
+import os
+import sys
+
+sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
+import plugin
+from paraview import servermanager, simple
+
+
+def arrays_of(attributes):
+    """Ranges of the arrays' components. An array of nothing but undefined values has none."""
+    found = {}
+    for array in attributes:
+        ranges = [array.GetRange(c) for c in range(array.GetNumberOfComponents())]
+        found[array.Name] = [list(r) if r[0] <= r[1] else None for r in ranges]
+    return found
+
+
+def summary_of(reader, time):
+    simple.UpdatePipeline(time, reader)
+    information = reader.GetDataInformation()
+    return {
+        "cells": information.GetNumberOfCells(),
+        "bounds": information.GetBounds(),
+        "points": arrays_of(reader.PointData[:]),
+        "per cell": arrays_of(reader.CellData[:]),
+    }
+
+
+def integrals_of(reader, time):
+    integrals = simple.IntegrateVariables(Input=reader)
+    simple.UpdatePipeline(time, integrals)
+    table = servermanager.Fetch(integrals)
+    result = {}
+    for data in (table.GetPointData(), table.GetCellData()):
+        for i in range(data.GetNumberOfArrays()):
+            array = data.GetArray(i)
+            result[array.GetName()] = list(array.GetTuple(0)) if array.GetNumberOfTuples() else []
+    simple.Delete(integrals)
+    return result
+
+
+def agree(a, b, path=""):
+    """Ends the program where they differ. Sums come in another order, so numbers agree within 1e-9."""
+    if isinstance(a, dict) and isinstance(b, dict) and a.keys() == b.keys():
+        for key in a:
+            agree(a[key], b[key], f"{path}/{key}")
+    elif isinstance(a, (list, tuple)) and isinstance(b, (list, tuple)) and len(a) == len(b):
+        for i, (x, y) in enumerate(zip(a, b)):
+            agree(x, y, f"{path}/{i}")
+    elif isinstance(a, float) and isinstance(b, float):
+        same = math.isclose(a, b, rel_tol=1e-9, abs_tol=1e-9) or (math.isnan(a) and math.isnan(b))
+        if not same:
+            sys.exit(f"{path}: {a} before, {b} now")
+    elif a != b:
+        sys.exit(f"{path}: {a} before, {b} now")
+
+
+options = plugin.arguments("dataset", "file")
+plugin.load(options)
+reader = plugin.open_dataset(options.dataset)
+reader.UpdatePipelineInformation()
+times = list(reader.TimestepValues) if hasattr(reader.TimestepValues, "__len__") else [reader.TimestepValues]
+parts = list(reader.Parts.Available)
+if not parts or len(times) < 1:
+    sys.exit("the dataset did not open")
+steps = {}
+for time in sorted({times[0], times[-1]}):
+    reader.Parts = parts
+    steps[str(time)] = {"all": summary_of(reader, time), "integrals": integrals_of(reader, time)}
+# The whole mesh, which comes last, and some of the others.
+for part in parts[::-4]:
+    reader.Parts = [part]
+    steps[str(times[-1])][part] = summary_of(reader, times[-1])
+result = json.loads(json.dumps({"times": times, "parts": parts, "steps": steps}))
+if os.path.exists(options.file):
+    with open(options.file) as before:
+        agree(json.load(before), result)
+else:
+    with open(options.file, "w") as file:
+        json.dump(result, file)
+print(len(parts), "parts,", len(steps), "steps")
