@@ -1,0 +1,50 @@
+// Writes a series over a box of hexahedra: the mesh is in the first file, the others have the quantities of
+// their step alone.
+#include <CLI/CLI.hpp>
+#include <cmath>
+#include <exception>
+#include <filesystem>
+#include <fmt/core.h>
+
+#include "testkit/box_dataset.h"
+
+namespace {
+
+int run(int argc, char** argv) {
+  CLI::App app(
+      "Writes box_0.fld, box_1.fld, ...: a mesh of hexahedra that stays, with other values in every step");
+  std::filesystem::path folder;
+  double millions = 10.0;
+  int steps = 2;
+  app.add_option("folder", folder, "where the files go")->required();
+  app.add_option("--millions", millions, "elements of the mesh, in millions")->capture_default_str();
+  app.add_option("--steps", steps, "files")->capture_default_str()->check(CLI::Range(1, 1000));
+  CLI11_PARSE(app, argc, argv);
+
+  std::filesystem::create_directories(folder);
+  testkit::BoxOptions options;
+  options.nx = options.ny = options.nz = static_cast<int>(std::lround(std::cbrt(millions * 1e6)));
+  for (int step = 0; step < steps; ++step) {
+    options.cycle = step;
+    options.time = 0.1 * step;
+    testkit::File file = testkit::box_file(options);
+    if (step > 0) {
+      std::erase_if(file.region_sets.front().sections, [](const testkit::Section& section) {
+        return !section.title.text.starts_with("LS_Scalar") && !section.title.text.starts_with("LS_Vector");
+      });
+    }
+    testkit::write_file(file, folder / fmt::format("box_{}.fld", step));
+  }
+  return 0;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  try {
+    return run(argc, argv);
+  } catch (const std::exception& error) {
+    fmt::print(stderr, "box_series: {}\n", error.what());
+    return 1;
+  }
+}

@@ -1,0 +1,109 @@
+"""Time and memory of the plug-in beside ParaView's own reader of .vtu files, for the same mesh.
+
+  box_series FOLDER
+  pvpython paraview_benchmark.py write PLUGIN FOLDER     writes FOLDER/vtu/box_<step>.vtu and .pvtu of two pieces
+  pvbatch --sym paraview_benchmark.py fld PLUGIN FOLDER  measures the plug-in,
+  pvbatch --sym paraview_benchmark.py vtu PLUGIN FOLDER  ParaView's reader (on several ranks that of .pvtu)
+
+A measurement prints seconds, and in brackets those of the processor, for opening, the first picture (reading, surface
+and drawing) and the picture of the next step, and the peak of each rank's memory.
+"""
+import glob
+import os
+import sys
+import time
+
+from paraview import servermanager, simple
+
+PART = "volume_1"
+VARIABLE = "scalar_1"
+
+
+def files_of(folder, extension):
+    return sorted(glob.glob(os.path.join(folder, "" if extension == "fld" else "vtu", "box_?." + extension)))
+
+
+def plug_in_reader(plugin, folder):
+    simple.LoadPlugin(plugin, remote=False, ns=globals())
+    reader = FLDReader(FileNames=files_of(folder, "fld"))  # noqa: F821, from the plug-in
+    reader.UpdatePipelineInformation()
+    reader.Parts = [PART]
+    return reader
+
+
+def write(plugin, folder):
+    """Everything that the plug-in reads, uncompressed, whole and in two pieces."""
+    from vtkmodules.vtkIOParallelXML import vtkXMLPUnstructuredGridWriter
+    from vtkmodules.vtkIOXML import vtkXMLUnstructuredGridWriter
+
+    def write_file(writer, grid, name):
+        writer.SetInputData(grid)
+        writer.SetFileName(os.path.join(folder, "vtu", name))
+        writer.SetDataModeToAppended()
+        writer.EncodeAppendedDataOff()
+        writer.SetCompressorTypeToNone()
+        writer.Write()
+
+    os.makedirs(os.path.join(folder, "vtu"), exist_ok=True)
+    reader = plug_in_reader(plugin, folder)
+    for step, moment in enumerate(reader.TimestepValues):
+        simple.UpdatePipeline(moment, reader)
+        algorithm = reader.GetClientSideObject()
+        whole = algorithm.GetOutputDataObject(0).GetPartition(0, 0)
+        write_file(vtkXMLUnstructuredGridWriter(), whole, f"box_{step}.vtu")
+        # The list of the pieces comes with copies of the whole, in whose place the pieces go.
+        pieces = vtkXMLPUnstructuredGridWriter()
+        pieces.SetNumberOfPieces(2)
+        pieces.SetEndPiece(1)
+        write_file(pieces, whole, f"box_{step}.pvtu")
+        for piece in range(2):
+            algorithm.UpdatePiece(piece, 2, 0)
+            part = algorithm.GetOutputDataObject(0).GetPartition(0, 0)
+            write_file(vtkXMLUnstructuredGridWriter(), part, f"box_{step}_{piece}.vtu")
+
+
+def measure(what, plugin, folder):
+    rank = servermanager.vtkProcessModule.GetProcessModule().GetPartitionId()
+    ranks = servermanager.vtkProcessModule.GetProcessModule().GetNumberOfLocalPartitions()
+    view = simple.CreateView("RenderView")
+    view.ViewSize = [600, 400]
+
+    clocks = [(time.perf_counter(), time.process_time())]
+
+    def tell():
+        clocks.append((time.perf_counter(), time.process_time()))
+        (before, busy_before), (now, busy_now) = clocks[-2:]
+        return f"{now - before:.1f} s ({busy_now - busy_before:.1f})"
+
+    if what == "fld":
+        reader = plug_in_reader(plugin, folder)
+    elif ranks > 1:
+        reader = simple.XMLPartitionedUnstructuredGridReader(FileName=files_of(folder, "pvtu"))
+    else:
+        reader = simple.XMLUnstructuredGridReader(FileName=files_of(folder, "vtu"))
+    reader.UpdatePipelineInformation()
+    opening = tell()
+    times = reader.TimestepValues
+    view.ViewTime = times[0]
+    display = simple.Show(reader, view)
+    simple.ColorBy(display, ("POINTS", VARIABLE))
+    simple.ResetCamera(view)
+    simple.Render(view)
+    first = tell()
+    view.ViewTime = times[1]
+    simple.Render(view)
+    following = tell()
+
+    cells = reader.GetDataInformation().GetNumberOfCells()
+    with open("/proc/self/status") as status:
+        peak = [int(line.split()[1]) // 1024 for line in status if line.startswith("VmHWM")][0]
+    print(f"{what} rank {rank} of {ranks}: {cells} cells; opening {opening}, first picture {first}, "
+          f"next step {following}; peak {peak} MiB", flush=True)
+
+
+if __name__ == "__main__":
+    task, plugin_path, data = sys.argv[1:4]
+    if task == "write":
+        write(plugin_path, data)
+    else:
+        measure(task, plugin_path, data)
