@@ -5,8 +5,8 @@
   pvbatch --sym paraview_benchmark.py fld PLUGIN FOLDER  measures the plug-in,
   pvbatch --sym paraview_benchmark.py vtu PLUGIN FOLDER  ParaView's reader (on several ranks that of .pvtu)
 
-A measurement prints seconds, and in brackets those of the processor, for opening, the first picture (reading, surface
-and drawing) and the picture of the next step, and the peak of each rank's memory.
+A measurement prints seconds, and in brackets those of the processor, for opening, reading the first step, its
+picture (the mesh's surface, and drawing), reading the next step and its picture, and the peak of each rank's memory.
 """
 import glob
 import os
@@ -84,21 +84,25 @@ def measure(what, plugin, folder):
     reader.UpdatePipelineInformation()
     opening = tell()
     times = reader.TimestepValues
+    simple.UpdatePipeline(times[0], reader)
+    reading = tell()
     view.ViewTime = times[0]
     display = simple.Show(reader, view)
     simple.ColorBy(display, ("POINTS", VARIABLE))
     simple.ResetCamera(view)
     simple.Render(view)
-    first = tell()
+    picture = tell()
+    simple.UpdatePipeline(times[1], reader)
+    next_reading = tell()
     view.ViewTime = times[1]
     simple.Render(view)
-    following = tell()
+    next_picture = tell()
 
     cells = reader.GetDataInformation().GetNumberOfCells()
     with open("/proc/self/status") as status:
         peak = [int(line.split()[1]) // 1024 for line in status if line.startswith("VmHWM")][0]
-    print(f"{what} rank {rank} of {ranks}: {cells} cells; opening {opening}, first picture {first}, "
-          f"next step {following}; peak {peak} MiB", flush=True)
+    print(f"{what} rank {rank} of {ranks}: {cells} cells; opening {opening}, reading {reading}, picture {picture}, "
+          f"next step: reading {next_reading}, picture {next_picture}; peak {peak} MiB", flush=True)
 
 
 if __name__ == "__main__":
