@@ -1,4 +1,4 @@
-#include "vtkFLDReader.h"
+#include "paraview/module/vtkFLDReader.h"
 
 #include <algorithm>
 #include <array>
@@ -256,6 +256,8 @@ int vtkFLDReader::RequestData(vtkInformation* /*request*/, vtkInformationVector*
                               vtkInformationVector* outputs) {
   using Pipeline = vtkStreamingDemandDrivenPipeline;
   if (!OpenDataset()) return 0;
+  // Not by its function, which would have the pipeline ask once more.
+  AbortExecute = 0;
   vtkInformation* information = outputs->GetInformationObject(0);
   const auto number = [&](vtkInformationIntegerKey* key, int missing) {
     return information->Has(key) != 0 ? information->Get(key) : missing;

@@ -1,6 +1,8 @@
 // Opening: what is told of it, and several datasets at once.
 #include <fstream>
 #include <gtest/gtest.h>
+#include <vtkCallbackCommand.h>
+#include <vtkNew.h>
 #include <vtkPointData.h>
 
 #include "samples/samples.h"
@@ -103,6 +105,24 @@ TEST_F(Opening, KeepsWhatIsSwitchedWhileTheNamesStay) {
   EXPECT_EQ(reader.grid("tank_wall"), nullptr);
   EXPECT_EQ(reader.grid("hub")->GetPointData()->GetArray("Pressure"), nullptr);
   EXPECT_NE(reader.grid("hub")->GetPointData()->GetArray("Velocity"), nullptr);
+}
+
+TEST_F(Opening, LeavesTheRestWhenItIsStopped) {
+  Reader reader(sample("tank"));
+  ASSERT_TRUE(reader.open());
+  vtkNew<vtkCallbackCommand> stop;
+  stop->SetCallback([](vtkObject* object, unsigned long, void*, void* progress) {
+    if (*static_cast<double*>(progress) > 0.1) vtkFLDReader::SafeDownCast(object)->SetAbortExecute(1);
+  });
+  const unsigned long observer = reader->AddObserver(vtkCommand::ProgressEvent, stop);
+  reader.update();
+  EXPECT_NE(reader.grid("sliding_impeller"), nullptr);
+  EXPECT_EQ(reader.grid("tank_zone"), nullptr);
+  EXPECT_TRUE(reader.take_errors().empty());
+  reader->RemoveObserver(observer);
+  reader->Modified();
+  ASSERT_TRUE(reader.update());
+  EXPECT_NE(reader.grid("tank_zone"), nullptr);
 }
 
 TEST_F(Opening, HasSeveralDatasetsOpenAtOnce) {
