@@ -158,7 +158,7 @@ void run_diff(DiffOptions options) {
   OpenDataset a(options.dataset);
   DatasetOptions other = options.dataset;
   other.file = options.other;
-  OpenDataset b(other, ReaderInstance::second);
+  OpenDataset b(other, OpenDataset::Globals::own);
   ComparisonChoice choice{
       .steps = {}, .parts = options.parts, .variables = options.variables, .tolerance = options.tolerance};
   if (options.step || options.step_b) {

@@ -44,15 +44,11 @@ void report_fatal(std::string_view captured) {
   _exit(static_cast<int>(ExitStatus::unreadable));
 }
 
-// Loads the reader; a second instance from a copy, which is left in `copy`.
-std::unique_ptr<host::Library> load(const DatasetOptions& options, ReaderInstance instance,
-                                    std::unique_ptr<host::PrivateCopy>& copy) {
+std::unique_ptr<host::Library> load(const DatasetOptions& options, host::Library::Globals globals) {
   try {
     const std::filesystem::path plugin = host::find_plugin(
         options.plugin.empty() ? std::nullopt : std::optional<std::filesystem::path>(options.plugin));
-    if (instance == ReaderInstance::first) return std::make_unique<host::Library>(plugin);
-    copy = std::make_unique<host::PrivateCopy>(plugin);
-    return std::make_unique<host::Library>(copy->path());
+    return std::make_unique<host::Library>(plugin, globals);
   } catch (const host::Error& error) {
     throw CommandError(ExitStatus::failure, error.what());
   }
@@ -82,8 +78,8 @@ void add_series_options(CLI::App& command, DatasetOptions& options) {
                    "Show the reader's diagnostics on the standard error stream");
 }
 
-OpenDataset::OpenDataset(const DatasetOptions& options, ReaderInstance instance)
-    : file_(options.file), verbose_(options.verbose), library_(load(options, instance, copy_)) {
+OpenDataset::OpenDataset(const DatasetOptions& options, Globals globals)
+    : file_(options.file), verbose_(options.verbose), library_(load(options, globals)) {
   file_being_read = options.file;
   show_all_text = options.verbose;
   try {

@@ -5,7 +5,6 @@
 #include <string>
 
 #include "CLI/CLI.hpp"
-#include "host/private_copy.h"
 #include "host/session.h"
 
 namespace tool {
@@ -25,17 +24,16 @@ void add_dataset_options(CLI::App& command, DatasetOptions& options);
 // The same without --step, for commands that go through several steps.
 void add_series_options(CLI::App& command, DatasetOptions& options);
 
-// A reader serves one dataset at a time. Who needs two at once opens the other one with a second instance of
-// the reader (host/private_copy.h).
-enum class ReaderInstance { first, second };
-
 // The reader with a dataset open and the chosen step selected. While it lives, an assertion of the reader
 // ends the program with one line about the file and the status for unreadable files.
 class OpenDataset {
  public:
+  using Globals = host::Library::Globals;
+
+  // A reader serves one dataset at a time: who needs two at once opens the other one with globals of its own.
   // Throws CommandError when the plug-in cannot be loaded, the file cannot be read or the step is out of
   // range.
-  explicit OpenDataset(const DatasetOptions& options, ReaderInstance instance = ReaderInstance::first);
+  explicit OpenDataset(const DatasetOptions& options, Globals globals = Globals::shared);
   OpenDataset(const OpenDataset&) = delete;
   OpenDataset& operator=(const OpenDataset&) = delete;
   // Closes the dataset; with verbose on, writes the reader's diagnostics to the standard error stream.
@@ -52,7 +50,6 @@ class OpenDataset {
 
   std::string file_;
   bool verbose_;
-  std::unique_ptr<host::PrivateCopy> copy_;  // of a second instance
   std::unique_ptr<host::Library> library_;
   std::unique_ptr<host::Session> session_;
 };
