@@ -30,7 +30,8 @@ TEST(InfoStructure, HasNoBoxesAndRanges) {
                     {"per", "element"}}}));
   for (const json& part : found["parts"]) EXPECT_FALSE(part.contains("bounds"));
   const Result text = run_fldtool({"info", file.path()});
-  EXPECT_NE(text.output.find("     4  volume   upper                 6  1 tet, 1 pyramid\n"), std::string::npos)
+  EXPECT_NE(text.output.find("     4  volume   upper                 6  1 tet, 1 pyramid\n"),
+            std::string::npos)
       << text.output;
   EXPECT_NE(text.output.find("     1  scalar  node     p                 圧力\n"), std::string::npos)
       << text.output;
