@@ -93,7 +93,7 @@ std::vector<int> usual_parts(host::Session& session) {
     if (folder.name == vtkdata::kSurfaces && !folder.parts.empty()) return folder.parts;
   }
   for (const host::PartKind kind : {host::PartKind::surface, host::PartKind::volume, host::PartKind::whole}) {
-    const std::vector<int> parts = parts_of_kind(session, kind);
+    std::vector<int> parts = parts_of_kind(session, kind);
     if (!parts.empty()) return parts;
   }
   return {};
