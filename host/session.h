@@ -63,7 +63,7 @@ class Session {
   // The geometry step that belongs to a step of the variables' set, both from 0.
   int geometry_step_of(int step) const;
   // Selects a step of the variables' set and the geometry that belongs to it. The geometry is only brought in
-  // when it is   // another one than now. With captured diagnostics a geometry that cannot be read is an
+  // when it is another one than now. With captured diagnostics a geometry that cannot be read is an
   // Error, after which the parts are what the reader holds; without, the reader has no way to tell.
   void select_step(int step);
   int step() const { return step_; }
