@@ -108,7 +108,8 @@ void select_region(const Part& part) {
   const auto nodes = known ? marked_again(entry) : find_nodes(part, nnode);
   if (!known) remember(entry, nodes, nnode);
   const auto count = static_cast<int>(nodes.size());
-  selection = {part.number, count, count == nnode, nodes, false};
+  const bool all = count == nnode;
+  selection = {part.number, count, all, all ? std::span<const int>{} : nodes, false};
 }
 
 }  // namespace
