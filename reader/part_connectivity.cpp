@@ -89,30 +89,31 @@ void write_surface_rows(const Part& part, int slot, int** rows) {
   });
 }
 
-// Calls `write` with a function that writes the row of element `e`, as its nodes and the mesh allow.
+// Calls `write` with a function that writes the row of the element that begins at `head`, as its nodes and
+// the mesh allow.
 template <int kNodes, class Number, class Write>
 void with_row_writer(const Part& part, Number number, Write write) {
   const FLDGEO& geo = part.geo();
-  const long* const ele2head = element_offsets(part.geoIndex);
   if (geo.has_sound_elements()) {
     const int* const conn = geo.elements->conn;
-    write([=](int* row, int e) { write_full_row<kNodes>(row, conn + ele2head[e], number); });
+    write([=](int* row, long head) { write_full_row<kNodes>(row, conn + head, number); });
     return;
   }
   const CheckedNumber<Number> checked = {number, geo.node_count()};
-  write([=, elements = geo.elements.get()](int* row, int e) {
-    const ElementNodes element(*elements, ele2head, e, kNodes);
+  write([=, elements = geo.elements.get()](int* row, long head) {
+    const ElementNodes element(*elements, head, kNodes);
     write_row<kNodes>(row, element.nodes, element.given, checked);
   });
 }
 
 void write_volume_rows(const Part& part, int slot, int** rows) {
   const int wanted = element_code_of_slot(slot);
+  const long* const ele2head = element_offsets(part.geoIndex);
   with_node_count(nodes_of_element(wanted), [&]<int kNodes>() {
     with_numbering([&](auto number) {
       with_row_writer<kNodes>(part, number, [&](auto write_row_of) {
         for_each_element(*part.volume, part.geo().elements.get(), [&, next = rows](int e, int code) mutable {
-          if (code == wanted) write_row_of(*next++, e);
+          if (code == wanted) write_row_of(*next++, ele2head[e]);
         });
       });
     });
@@ -125,8 +126,10 @@ void write_mesh_rows(const Part& part, int slot, int** rows) {
     with_row_writer<kNodes>(part, MeshNumber{}, [&](auto write_row_of) {
       const int nelem = part.geo().element_count();
       const int* const types = nelem > 0 ? part.geo().elements->type : nullptr;
+      long head = 0;
       for (int e = 0; e < nelem; ++e) {
-        if (types[e] == wanted) write_row_of(*rows++, e);
+        if (types[e] == wanted) write_row_of(*rows++, head);
+        head += nodes_of_solid(types[e]);
       }
     });
   });

@@ -28,11 +28,12 @@ void for_each_face(const SurfaceGeometry& surface, Visit visit) {
   }
 }
 
-// The node indices of element `e` and how many of its `count` nodes the connectivity gives.
+// The node indices of the element that begins at `head` and how many of its `count` nodes the connectivity
+// gives.
 struct ElementNodes {
-  ElementNodes(const Elements& elements, const long* ele2head, int e, int count)
-      : nodes(elements.conn + std::min(ele2head[e], elements.nconn)),
-        given(static_cast<int>(std::min<long>(count, std::max(elements.nconn - ele2head[e], 0L)))) {}
+  ElementNodes(const Elements& elements, long head, int count)
+      : nodes(elements.conn + std::min(head, elements.nconn)),
+        given(static_cast<int>(std::min<long>(count, std::max(elements.nconn - head, 0L)))) {}
 
   const int* nodes;
   int given;
@@ -65,7 +66,7 @@ template <class OnNode>
 void for_each_node(const VolumeGeometry& volume, const Elements* elements, const long* ele2head, int nnode,
                    OnNode on_node) {
   for_each_element(volume, elements, [=](int e, int code) {
-    const ElementNodes element(*elements, ele2head, e, nodes_of_element(code));
+    const ElementNodes element(*elements, ele2head[e], nodes_of_element(code));
     for (int j = 0; j < element.given; ++j) {
       if (is_inside(element.nodes[j], nnode)) on_node(element.nodes[j]);
     }

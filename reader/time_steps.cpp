@@ -71,6 +71,7 @@ bool bring_region_to_step(int current, int g) {
                     g_fldgeo->loadedStep[region] != reference;
   if (read) {
     forget_node_lists();
+    release_elements();
     const int result = reload_region(*ref_fldfile, g);
     fit_work_tables(*g_fldgeo, g);
     if (result != 0) {

@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <cstdio>
 #include <new>
+#include <utility>
 
 #include "dataset/type_counts.h"
-#include "format/element_codes.h"
 #include "reader/node_selection.h"
 #include "support/errors.h"
 
@@ -16,16 +16,28 @@ namespace {
 // Lists of so many nodes are remembered, as many times as the mesh has nodes: volumes that share out the
 // mesh, twice.
 constexpr size_t kRememberedMeshes = 2;
+constexpr int kOffsetsTag = 1000165;
 
-// Nodes that an element takes in the offset table, which knows the four solid shapes alone.
-int nodes_of_solid(int code) {
-  return code == kTriangle || code == kQuadrilateral ? 0 : nodes_of_element(code);
+void fill_offsets(long* heads, int nelem, const int* type) {
+  long head = 0;
+  for (int e = 0; e < nelem; ++e) {
+    heads[e] = head;
+    head += nodes_of_solid(type[e]);
+  }
 }
 
-// Whether the table has the offsets of these elements.
-bool agrees(const ElementOffsets& offsets, const FLDGEO& geo) {
+void report_invalid_types(int count) {
+  for (int i = 0; i < count; ++i) fprintf(stderr, "HANDLING AN INVALID DATA TYPE(%d).", 1000174);
+}
+
+// Whether the table has the offsets of these elements, or has room to be filled in with them.
+bool agrees(ElementOffsets& offsets, const FLDGEO& geo) {
   const int nelem = geo.element_count();
   if (nelem > offsets.nelem) return false;
+  if (!offsets.is_filled) {
+    offsets.source = geo.elements;
+    return true;
+  }
   long head = 0;
   for (int e = 0; e < nelem; ++e) {
     if (offsets.heads[static_cast<size_t>(e)] != head) return false;
@@ -36,7 +48,19 @@ bool agrees(const ElementOffsets& offsets, const FLDGEO& geo) {
 
 ElementOffsets make_offsets(const FLDGEO& geo) {
   const int nelem = geo.element_count();
-  return {TrackedArray<long>(aloc_ele2head(nelem, nelem > 0 ? geo.elements->type : nullptr)), nelem};
+  return {
+      TrackedArray<long>(aloc_ele2head(nelem, nelem > 0 ? geo.elements->type : nullptr)), nelem, true, {}};
+}
+
+// The same to be filled in later: the table takes no memory until then.
+ElementOffsets make_unfilled_offsets(const FLDGEO& geo) {
+  const int nelem = geo.element_count();
+  if (nelem == 0) return {};
+  const Elements& elements = *geo.elements;
+  ElementOffsets offsets = {make_tracked_array<long>(static_cast<size_t>(nelem), kOffsetsTag), nelem, false,
+                            geo.elements};
+  report_invalid_types(nelem - elements.ntet - elements.npyr - elements.nprism - elements.nhex);
+  return offsets;
 }
 
 struct WorkTables {
@@ -64,7 +88,7 @@ WorkTables make_work_tables(const std::vector<FLDGEO>& geos) {
   for (const FLDGEO& geo : geos) regions += geo.surfaces.size() + geo.volumes.size();
   tables.part_lists.resize(regions);
   tables.own_offsets.resize(geos.size());
-  if (nnode > 0) tables.offsets = make_offsets(*largest);
+  if (nnode > 0) tables.offsets = geos.size() == 1 ? make_unfilled_offsets(*largest) : make_offsets(*largest);
   for (size_t g = 0; g < geos.size(); ++g) {
     if (!agrees(tables.offsets, geos[g])) tables.own_offsets[g] = make_offsets(geos[g]);
   }
@@ -81,7 +105,7 @@ void publish(WorkTables tables) {
   g_own_ele2head = std::move(tables.own_offsets);
 }
 
-const ElementOffsets& offsets_of(size_t g) {
+ElementOffsets& offsets_of(size_t g) {
   return g < g_own_ele2head.size() && g_own_ele2head[g].nelem > 0 ? g_own_ele2head[g] : g_ele2head;
 }
 
@@ -109,19 +133,24 @@ void freeMemoryForGeometry() {
 }
 
 long* aloc_ele2head(int nelem, int* type) {
-  auto heads = make_tracked_array<long>(static_cast<size_t>(nelem), 1000165);
-  long head = 0;
-  for (int e = 0; e < nelem; ++e) {
-    heads[static_cast<size_t>(e)] = head;
-    const int nodes = nodes_of_solid(type[e]);
-    head += nodes;
-    if (nodes == 0) fprintf(stderr, "HANDLING AN INVALID DATA TYPE(%d).", 1000174);
-  }
+  auto heads = make_tracked_array<long>(static_cast<size_t>(nelem), kOffsetsTag);
+  fill_offsets(heads.get(), nelem, type);
+  report_invalid_types(static_cast<int>(
+      std::count_if(type, type + nelem, [](int code) { return nodes_of_solid(code) == 0; })));
   return heads.release();
 }
 
 const long* element_offsets(int g) {
-  return offsets_of(static_cast<size_t>(g)).heads.get();
+  ElementOffsets& offsets = offsets_of(static_cast<size_t>(g));
+  if (const auto elements = std::exchange(offsets.source, {})) {
+    fill_offsets(offsets.heads.get(), elements->nelem, elements->type);
+    offsets.is_filled = true;
+  }
+  return offsets.heads.get();
+}
+
+void release_elements() {
+  g_ele2head.source = {};
 }
 
 void fit_work_tables(Geometry& geometry, int g) {
@@ -136,6 +165,7 @@ void fit_work_tables(Geometry& geometry, int g) {
   fputs("error : failed to allocate memory for geometry.\n", stderr);
   geo.nodes = {};
   geo.elements = {};
+  release_elements();
   geometry.loadedStep[static_cast<size_t>(g)] = -1;
   count_types(geo);
 }

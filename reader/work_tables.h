@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "dataset/geometry.h"
+#include "format/element_codes.h"
 #include "support/lazy_zero_allocator.h"
 #include "support/tracked_array.h"
 
@@ -14,7 +15,14 @@ namespace fld {
 struct ElementOffsets {
   TrackedArray<long> heads;
   int nelem = 0;
+  bool is_filled = true;
+  smart_ptr<Elements> source;  // what it is to be filled in from
 };
+
+// Nodes that an element takes in the offset table, which knows the four solid shapes alone.
+constexpr int nodes_of_solid(int code) {
+  return code == kTriangle || code == kQuadrilateral ? 0 : nodes_of_element(code);
+}
 
 // Where a part's nodes are listed.
 struct PartNodes {
@@ -36,7 +44,8 @@ extern NodeTable<int> g_globalNode2localNode;
 extern NodeTable<int> g_part_nodes;
 // Per surface and volume part, where its list stands there.
 extern NodeTable<PartNodes> g_part_lists;
-// Of the region set with the most nodes; serves all region sets that agree with it.
+// Of the region set with the most nodes; serves all region sets that agree with it. Of a single region set it
+// is filled in when an offset is first asked for.
 extern ElementOffsets g_ele2head;
 // Per region set; empty where g_ele2head serves.
 extern std::vector<ElementOffsets> g_own_ele2head;
@@ -56,6 +65,9 @@ long* aloc_ele2head(int nelem, int* type);
 
 // Where the elements of region set `g` begin in its connectivity: an entry per element.
 const long* element_offsets(int g);
+
+// The region sets' elements are about to be replaced: lets go of them.
+void release_elements();
 
 // Makes the tables fit region set `g` after its geometry was read again. When memory is exhausted it says so
 // and drops the region set's nodes and elements, so that nothing outgrows the tables; they are read again

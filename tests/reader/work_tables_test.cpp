@@ -29,10 +29,11 @@ class WorkTables : public LinkedReader {
     EXPECT_EQ(4U, fld::g_mark_node.size());
     EXPECT_EQ(4U, fld::g_globalNode2localNode.size());
     ASSERT_NE(nullptr, fld::g_ele2head.heads);
-    EXPECT_EQ(0, fld::g_ele2head.heads[0]);
+    EXPECT_EQ(0, fld::element_offsets(0)[0]);
   }
-  static std::vector<long> heads(int count) {
-    return {fld::g_ele2head.heads.get(), fld::g_ele2head.heads.get() + count};
+  static std::vector<long> heads(int count, int set = 0) {
+    const long* const begin = fld::element_offsets(set);
+    return {begin, begin + count};
   }
 };
 using WorkTablesDeathTest = WorkTables;
@@ -59,7 +60,7 @@ TEST_F(WorkTables, FollowTheRegionSetWithTheMostNodes) {
   add_element(large, testkit::kPrism, 0);
   EXPECT_EQ(0, allocMemoryForGeometry(geometry_of({small, large})));
   EXPECT_EQ(9U, fld::g_mark_node.size());
-  EXPECT_EQ((std::vector<long>{0, 5}), heads(2));
+  EXPECT_EQ((std::vector<long>{0, 5}), heads(2, 1));
 }
 
 TEST_F(WorkTables, EarlierRegionSetWinsOnATie) {
@@ -123,6 +124,30 @@ TEST_F(WorkTables, AreReleasedAtAnyTime) {
   EXPECT_EQ(0U, fld::g_mark_node.capacity());
   EXPECT_EQ(0U, fld::g_globalNode2localNode.capacity());
   fld::freeMemoryForGeometry();
+}
+
+TEST_F(WorkTables, OffsetsOfASingleRegionSetAreFilledInWhenAskedFor) {
+  testkit::Mesh mesh = numbered_nodes(20);
+  for (const auto code : {testkit::kHexahedron, testkit::kTetrahedron}) add_element(mesh, code, 0);
+  write_and_open(testkit::file_of(mesh));
+  host.rows(1, 26);
+  EXPECT_EQ(0, fld::g_ele2head.heads[1]) << "the whole mesh does without";
+  EXPECT_EQ((std::vector<long>{0, 8}), heads(2));
+  EXPECT_EQ(8, fld::g_ele2head.heads[1]);
+}
+
+TEST_F(WorkTables, OffsetsFollowTheElementsOfAStep) {
+  for (const int cycle : {1, 2}) {
+    testkit::Mesh mesh = numbered_nodes(20);
+    add_element(mesh, cycle == 1 ? testkit::kHexahedron : testkit::kPrism, 0);
+    add_element(mesh, testkit::kTetrahedron, 0);
+    write(file_at(cycle, {mesh}), "case_" + std::to_string(cycle) + ".fld");
+  }
+  open(in("case_1.fld"));
+  select(1, 1);
+  EXPECT_EQ((std::vector<long>{0, 6}), heads(2)) << "never filled before";
+  select(1, 0);
+  EXPECT_EQ((std::vector<long>{0, 8}), heads(2)) << "filled for other elements before";
 }
 
 TEST_F(WorkTables, OffsetsAreATrackedBlockOfTheirOwn) {
