@@ -7,8 +7,8 @@
 
 namespace testkit {
 
-TemporaryDirectory::TemporaryDirectory() {
-  std::string name = (std::filesystem::temp_directory_path() / "fld-XXXXXX").string();
+TemporaryDirectory::TemporaryDirectory(const std::filesystem::path& parent) {
+  std::string name = (parent / "fld-XXXXXX").string();
   if (mkdtemp(name.data()) == nullptr) {
     throw std::system_error(errno, std::generic_category(), "cannot make a directory like " + name);
   }

@@ -8,8 +8,8 @@ namespace testkit {
 
 class TemporaryDirectory {
  public:
-  // Throws std::system_error when no directory can be made.
-  TemporaryDirectory();
+  // Within `parent`. Throws std::system_error when no directory can be made.
+  explicit TemporaryDirectory(const std::filesystem::path& parent = std::filesystem::temp_directory_path());
   ~TemporaryDirectory();
   TemporaryDirectory(const TemporaryDirectory&) = delete;
   TemporaryDirectory& operator=(const TemporaryDirectory&) = delete;
