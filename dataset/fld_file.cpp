@@ -55,17 +55,16 @@ int FLDFile::checkSections() {
       return 0;
     }
     read_int(stream);
-    const off_t body = ftello(stream);
     if (title_starts_with(title, "LS_ALE")) {
+      const off_t body = ftello(stream);
       FLDV4_ALE(stream, overlap->m_ale);
       overlap->m_hasALE = true;
-      notes.motion(body);
+      notes.check_motion(body);
       continue;
     }
     if (title_starts_with(title, "LS_Nodes")) overlap->m_hasGeometry = true;
     if (title_starts_with(title, "LS_Scalar:@BNODE")) overlap->m_hasOverset = true;
-    FLDV4_I_SKIP(stream);
-    notes.section(offset, title, body);
+    if (!notes.pass(offset, title)) FLDV4_I_SKIP(stream);
   }
 }
 

@@ -6,45 +6,40 @@
 
 namespace fld {
 
-namespace {
-
-// Goes back to `begin` and calls `read`, which may fail. Whether that ends where the stream stands now, and
-// where it is put again.
-template <class Read>
-bool ends_here(FILE* stream, off_t begin, Read read) {
-  const off_t end = ftello(stream);
-  bool same = false;
-  go_to(stream, begin);
+// Whether it could be read, and the walk that checks the sections would have gone on from the same place.
+bool QuantityNotes::read_quantity(long offset, const char* title) {
+  FLDSEEK& set = sets_.back();
   try {
-    read();
-    same = ftello(stream) == end;
+    return title_starts_with(title, "LS_Scalar:")
+               ? FLDV4_Scalar_SEEK(stream_, offset, title, set.m_scalars)
+               : FLDV4_Vector_SEEK(stream_, offset, title, set.m_vectors, dimension_);
   } catch (const FLDReadException&) {
-    clearerr(stream);
+    clearerr(stream_);
+    return false;
   }
-  go_to(stream, end);
-  return same;
 }
 
-}  // namespace
-
-// Whether reading the section's body for its quantity ends where the walk that checks the sections went on.
-template <class Read>
-void QuantityNotes::check(off_t body, Read read) {
-  agree_ = agree_ && !sets_.empty() && ends_here(stream_, body, [&] { read(sets_.back()); });
+bool QuantityNotes::pass(long offset, const char* title) {
+  if (sets_.empty()) agree_ = false;
+  if (!agree_ || !(title_starts_with(title, "LS_Scalar:") || title_starts_with(title, "LS_Vector:")))
+    return false;
+  const off_t body = ftello(stream_);
+  agree_ = read_quantity(offset, title);
+  if (!agree_) go_to(stream_, body);
+  return agree_;
 }
 
-void QuantityNotes::section(long offset, const char* title, off_t body) {
-  if (title_starts_with(title, "LS_Scalar:")) {
-    check(body, [&](FLDSEEK& set) { FLDV4_Scalar_SEEK(stream_, offset, title, set.m_scalars); });
-  } else if (title_starts_with(title, "LS_Vector:")) {
-    check(body, [&](FLDSEEK& set) { FLDV4_Vector_SEEK(stream_, offset, title, set.m_vectors, dimension_); });
-  } else if (sets_.empty()) {
+void QuantityNotes::check_motion(off_t body) {
+  const off_t end = ftello(stream_);
+  go_to(stream_, body);
+  try {
+    FLDV4_I_SKIP(stream_);
+    agree_ = agree_ && !sets_.empty() && ftello(stream_) == end;
+  } catch (const FLDReadException&) {
+    clearerr(stream_);
     agree_ = false;
   }
-}
-
-void QuantityNotes::motion(off_t body) {
-  check(body, [&](FLDSEEK&) { FLDV4_I_SKIP(stream_); });
+  go_to(stream_, end);
 }
 
 std::vector<FLDSEEK> QuantityNotes::take(const char* title, int length) {

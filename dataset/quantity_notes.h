@@ -16,19 +16,19 @@ class QuantityNotes {
 
   void begin_region_set() { sets_.emplace_back(); }
 
-  // After a section was stepped over that began at `offset` with `title` and whose body begins at `body`.
-  // Leaves the stream where it is.
-  void section(long offset, const char* title, off_t body);
+  // Goes over the section that began at `offset` with `title` when it is a quantity that can be noted: the
+  // stream is behind its end rule then. Else the stream stays where it is, at the beginning of the section's
+  // body, and the result is false.
+  bool pass(long offset, const char* title);
 
-  // The same after a motion was read.
-  void motion(off_t body);
+  // After a motion was read whose body begins at `body`. Leaves the stream where it is.
+  void check_motion(off_t body);
 
   // The quantities of each region set, given the title that ended the file; nothing when there is any doubt.
   std::vector<FLDSEEK> take(const char* title, int length);
 
  private:
-  template <class Read>
-  void check(off_t body, Read read);
+  bool read_quantity(long offset, const char* title);
 
   FILE* stream_;
   int dimension_;

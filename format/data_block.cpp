@@ -82,11 +82,12 @@ void FLDV4_I_FPRECaloc_array(FILE* stream, int n, VFPA* out) {
   read_records(stream, rule, n, width, out->data);
 }
 
-std::string read_text(FILE* stream, int n) {
+std::string read_text(FILE* stream, int n, bool* is_plain) {
   const Rule rule = FLDV4_I_RULE(stream);
   check_count(stream, rule.perRecord, 1);
   std::string text(static_cast<size_t>(std::min(rule.perRecord, n)), '\0');
-  read_marker(stream);
+  const int length = read_marker(stream);
+  if (is_plain != nullptr) *is_plain = rule.nRecords == 1 && length == rule.perRecord;
   read_elements(stream, text.data(), 1, text.size());
   step_over(stream, rule.perRecord - static_cast<int>(text.size()));
   read_marker(stream);

@@ -30,7 +30,9 @@ double FLDV4_I_FPREC(FILE* stream);
 void FLDV4_I_FPRECaloc_array(FILE* stream, int n, VFPA* out);
 
 // The characters of one character block, the first `n` at most; what is beyond them is read and dropped.
-std::string read_text(FILE* stream, int n);
+// `is_plain` becomes whether the block is the one record that its rule says, so that stepping over it ends at
+// the same place.
+std::string read_text(FILE* stream, int n, bool* is_plain = nullptr);
 
 // One character block that is a blank-padded field of `n` characters: its text, without the blanks at the
 // end.

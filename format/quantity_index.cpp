@@ -1,6 +1,7 @@
 #include "format/quantity_index.h"
 
 #include <cstring>
+#include <string>
 
 #include "format/data_block.h"
 #include "format/record.h"
@@ -18,33 +19,43 @@ void begin_entry(FLDTITLE& entry, long offset, const char* title) {
   cnvt_trimright(entry.m_name, kNameLength);
 }
 
-void read_label(FILE* stream, FLDTITLE& entry) {
-  FLDV4_I_CHARarray(stream, kLabelLength, entry.m_label);
+// Returns whether stepping over the label would have ended at the same place.
+bool read_label(FILE* stream, FLDTITLE& entry) {
+  bool is_plain = false;
+  const std::string label = read_text(stream, kLabelLength, &is_plain);
+  label.copy(entry.m_label, label.size());
   cnvt_trimright(entry.m_label, kLabelLength);
+  return is_plain;
 }
 
-void step_over_blocks(FILE* stream, int count) {
-  for (int block = 0; block < count; ++block) FLDV4_I_SKIP_SUB(stream);
+// Returns whether all of them are blocks for FLDV4_I_SKIP as well.
+bool step_over_blocks(FILE* stream, int count) {
+  bool are_blocks = true;
+  for (int block = 0; block < count; ++block) are_blocks = FLDV4_I_SKIP_SUB(stream) && are_blocks;
+  return are_blocks;
 }
 
 }  // namespace
 
-void FLDV4_Scalar_SEEK(FILE* stream, long offset, const char* title, std::vector<FLDTITLE_Scalar>& list) {
+bool FLDV4_Scalar_SEEK(FILE* stream, long offset, const char* title, std::vector<FLDTITLE_Scalar>& list) {
   FLDTITLE_Scalar& entry = list.emplace_back();
   begin_entry(entry, offset, title);
-  read_label(stream, entry);
-  step_over_blocks(stream, 2);  // value count, values
+  const bool is_plain = read_label(stream, entry);
+  const bool are_blocks = step_over_blocks(stream, 2);  // value count, values
   FLDV4_I_END(stream);
+  return is_plain && are_blocks;
 }
 
-void FLDV4_Vector_SEEK(FILE* stream, long offset, const char* title, std::vector<FLDTITLE_Vector>& list,
+bool FLDV4_Vector_SEEK(FILE* stream, long offset, const char* title, std::vector<FLDTITLE_Vector>& list,
                        int dimension) {
   FLDTITLE_Vector& entry = list.emplace_back();
   begin_entry(entry, offset, title);
-  step_over_blocks(stream, 1);  // leading integer
-  read_label(stream, entry);
-  step_over_blocks(stream, dimension == 3 ? 4 : 3);  // count per component, components
+  const bool is_block = step_over_blocks(stream, 1);  // leading integer
+  const bool is_plain = read_label(stream, entry);
+  const bool are_blocks =
+      step_over_blocks(stream, dimension == 3 ? 4 : 3);  // count per component, components
   FLDV4_I_END(stream);
+  return is_block && is_plain && are_blocks;
 }
 
 }  // namespace fld

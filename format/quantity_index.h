@@ -21,10 +21,12 @@ constexpr int kQuantityPrefixLength = 10;  // of "LS_Scalar:" and "LS_Vector:"
 constexpr int kLabelLength = 32;
 
 // Both take a stream behind the section's leading integer, append the entry of the section that began at
-// `offset` with `title`, and leave the stream behind its end rule.
-void FLDV4_Scalar_SEEK(FILE* stream, long offset, const char* title, std::vector<FLDTITLE_Scalar>& list);
+// `offset` with `title`, and leave the stream behind its end rule. They return whether FLDV4_I_SKIP would
+// have left it there as well: it does unless the label's record is not what its rule says, or an end rule
+// stands before the end.
+bool FLDV4_Scalar_SEEK(FILE* stream, long offset, const char* title, std::vector<FLDTITLE_Scalar>& list);
 // `dimension` as in the file's header: with 3 there is a Z component.
-void FLDV4_Vector_SEEK(FILE* stream, long offset, const char* title, std::vector<FLDTITLE_Vector>& list,
+bool FLDV4_Vector_SEEK(FILE* stream, long offset, const char* title, std::vector<FLDTITLE_Vector>& list,
                        int dimension);
 
 }  // namespace fld

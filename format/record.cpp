@@ -86,8 +86,10 @@ void FLDV4_I_SKIP(FILE* stream) {
   }
 }
 
-void FLDV4_I_SKIP_SUB(FILE* stream) {
-  step_over_records(stream, FLDV4_I_RULE(stream).nRecords);
+bool FLDV4_I_SKIP_SUB(FILE* stream) {
+  const Rule rule = FLDV4_I_RULE(stream);
+  step_over_records(stream, rule.nRecords);
+  return !rule.is_end();
 }
 
 }  // namespace fld

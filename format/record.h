@@ -53,7 +53,8 @@ void FLDV4_I_END(FILE* stream);
 // Steps over data blocks up to and including the end rule.
 void FLDV4_I_SKIP(FILE* stream);
 
-// Steps over exactly one data block.
-void FLDV4_I_SKIP_SUB(FILE* stream);
+// Steps over exactly one data block. False when its rule is the end rule, at which FLDV4_I_SKIP would have
+// ended.
+bool FLDV4_I_SKIP_SUB(FILE* stream);
 
 }  // namespace fld

@@ -61,20 +61,35 @@ std::span<const int> find_nodes(const SurfaceGeometry& surface, int nnode) {
   return list_marked_nodes(nnode);
 }
 
-std::span<const int> find_nodes(const VolumeGeometry& volume, const FLDGEO& geo, const long* ele2head,
-                                int nnode) {
+// Whether the volume's elements are those of the mesh, in their order, and their nodes all that the
+// connectivity names.
+bool is_whole_mesh(const VolumeGeometry& volume, const FLDGEO& geo) {
+  if (!geo.has_sound_elements() || volume.nelem != geo.element_count()) return false;
+  const Elements& elements = *geo.elements;
+  if (elements.ntri != 0 || elements.nquad != 0 || elements.nodes() != elements.nconn) return false;
+  int others = 0;
+  for (int i = 0; i < volume.nelem; ++i) others += volume.elem[i] != i;
+  return others == 0;
+}
+
+std::span<const int> find_nodes(const VolumeGeometry& volume, const FLDGEO& geo, int geoIndex, int nnode) {
   const Elements* elements = geo.elements.get();
   if (is_small(8L * volume.nelem, nnode)) {
-    return collect_nodes([&](auto on_node) { for_each_node(volume, elements, ele2head, nnode, on_node); });
+    return collect_nodes(
+        [&](auto on_node) { for_each_node(volume, elements, element_offsets(geoIndex), nnode, on_node); });
   }
-  fld_markNodesOnVolumeRegion(&volume, elements, ele2head, nnode, g_mark_node.data());
+  if (is_whole_mesh(volume, geo)) {
+    char* const marks = g_mark_node.data();
+    for (long i = 0; i < elements->nconn; ++i) marks[elements->conn[i]] = 1;
+  } else {
+    fld_markNodesOnVolumeRegion(&volume, elements, element_offsets(geoIndex), nnode, g_mark_node.data());
+  }
   return list_marked_nodes(nnode);
 }
 
 std::span<const int> find_nodes(const Part& part, int nnode) {
-  return part.kind == Part::Kind::surface
-             ? find_nodes(*part.surface, nnode)
-             : find_nodes(*part.volume, part.geo(), element_offsets(part.geoIndex), nnode);
+  return part.kind == Part::Kind::surface ? find_nodes(*part.surface, nnode)
+                                          : find_nodes(*part.volume, part.geo(), part.geoIndex, nnode);
 }
 
 // Keeps the list at next_list() for good, unless there would be no room for another one then.

@@ -150,6 +150,35 @@ TEST_F(ScalarIndex, EntriesAreAppended) {
   EXPECT_EQ(list[1].m_seek, 88);
 }
 
+// Whether the index of the section says that stepping over it ends at the same place, which `rest` checks.
+bool agrees_with_stepping_over(const Section& section, bool ends_there) {
+  const Input input(body_of(section) + kNext);
+  std::vector<fld::FLDTITLE_Scalar> list;
+  const bool agrees = fld::FLDV4_Scalar_SEEK(input.stream(), 0, section.title.payload().c_str(), list);
+  const Input stepped_over(body_of(section) + kNext);
+  fld::FLDV4_I_SKIP(stepped_over.stream());
+  EXPECT_EQ(ftello(input.stream()) == ftello(stepped_over.stream()), ends_there);
+  return agrees;
+}
+
+TEST_F(ScalarIndex, TellsThatSteppingOverEndsAtTheSamePlace) {
+  EXPECT_TRUE(agrees_with_stepping_over(scalar(), true));
+}
+
+TEST_F(ScalarIndex, TellsThatSteppingOverEndsAtAnEndRuleBeforeTheEnd) {
+  Section section = scalar();
+  section.blocks[2] = Block::rule_alone({});
+  EXPECT_FALSE(agrees_with_stepping_over(section, false));
+}
+
+TEST_F(ScalarIndex, IsInDoubtWhereTheLabelHasSeveralRecords) {
+  Section section = scalar();
+  section.blocks[0] = section.blocks[0].with_rule({.width = 1, .per_record = 32, .n_records = 2});
+  const Input input(body_of(section) + kNext);
+  std::vector<fld::FLDTITLE_Scalar> list;
+  EXPECT_FALSE(fld::FLDV4_Scalar_SEEK(input.stream(), 0, section.title.payload().c_str(), list));
+}
+
 TEST_F(ScalarIndex, AnotherBlockAfterTheValuesFails) {
   Section section = scalar();
   section.blocks.push_back(Block::integer(1));

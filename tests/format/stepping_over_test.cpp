@@ -15,7 +15,7 @@ using testkit::Rule;
 using Step = void (*)(FILE*);
 
 constexpr Step kSection = fld::FLDV4_I_SKIP;
-constexpr Step kBlock = fld::FLDV4_I_SKIP_SUB;
+constexpr Step kBlock = [](FILE* stream) { fld::FLDV4_I_SKIP_SUB(stream); };
 
 std::string error_of(Step step, const std::string& bytes) {
   const Input input(bytes);
@@ -119,6 +119,13 @@ TEST_P(SteppingOver, NeedsTheTrailingMarker) {
 TEST_P(SteppingOver, RecordsThatAreNotThereAreAnUnexpectedEnd) {
   const std::string bytes = bytes_of(Rule{4, 1, std::numeric_limits<int>::max()}) + record_of(4);
   EXPECT_EQ(error_of(GetParam(), bytes), "UNEXPECTED END OF FILE AT BYTE 32.");
+}
+
+TEST(SteppingOverABlock, TellsWhetherItsRuleIsTheEndRule) {
+  const Input input(bytes_of(Rule{4, 5, 1}) + record_of(20) + bytes_of(Rule{4, 0, 0}) + bytes_of(Rule{}));
+  EXPECT_TRUE(fld::FLDV4_I_SKIP_SUB(input.stream()));
+  EXPECT_TRUE(fld::FLDV4_I_SKIP_SUB(input.stream()));
+  EXPECT_FALSE(fld::FLDV4_I_SKIP_SUB(input.stream()));
 }
 
 }  // namespace
