@@ -89,18 +89,20 @@ void write_surface_rows(const Part& part, int slot, int** rows) {
   });
 }
 
-// Calls `write` with a function that writes the row of the element that begins at `head`, as its nodes and
-// the mesh allow.
+// Calls `write` with the elements and a function that writes the row of the one that begins at `head`, as its
+// nodes and the mesh allow; not at all without elements.
 template <int kNodes, class Number, class Write>
 void with_row_writer(const Part& part, Number number, Write write) {
   const FLDGEO& geo = part.geo();
+  const Elements* const elements = geo.elements.get();
+  if (elements == nullptr) return;
   if (geo.has_sound_elements()) {
-    const int* const conn = geo.elements->conn;
-    write([=](int* row, long head) { write_full_row<kNodes>(row, conn + head, number); });
+    const int* const conn = elements->conn;
+    write(*elements, [=](int* row, long head) { write_full_row<kNodes>(row, conn + head, number); });
     return;
   }
   const CheckedNumber<Number> checked = {number, geo.node_count()};
-  write([=, elements = geo.elements.get()](int* row, long head) {
+  write(*elements, [=](int* row, long head) {
     const ElementNodes element(*elements, head, kNodes);
     write_row<kNodes>(row, element.nodes, element.given, checked);
   });
@@ -111,8 +113,8 @@ void write_volume_rows(const Part& part, int slot, int** rows) {
   const long* const ele2head = element_offsets(part.geoIndex);
   with_node_count(nodes_of_element(wanted), [&]<int kNodes>() {
     with_numbering([&](auto number) {
-      with_row_writer<kNodes>(part, number, [&](auto write_row_of) {
-        for_each_element(*part.volume, part.geo().elements.get(), [&, next = rows](int e, int code) mutable {
+      with_row_writer<kNodes>(part, number, [&](const Elements& elements, auto write_row_of) {
+        for_each_element(*part.volume, &elements, [&, next = rows](int e, int code) mutable {
           if (code == wanted) write_row_of(*next++, ele2head[e]);
         });
       });
@@ -123,9 +125,9 @@ void write_volume_rows(const Part& part, int slot, int** rows) {
 void write_mesh_rows(const Part& part, int slot, int** rows) {
   const int wanted = element_code_of_slot(slot);
   with_node_count(nodes_of_element(wanted), [&]<int kNodes>() {
-    with_row_writer<kNodes>(part, MeshNumber{}, [&](auto write_row_of) {
-      const int nelem = part.geo().element_count();
-      const int* const types = nelem > 0 ? part.geo().elements->type : nullptr;
+    with_row_writer<kNodes>(part, MeshNumber{}, [&](const Elements& elements, auto write_row_of) {
+      const int nelem = elements.nelem;
+      const int* const types = elements.type;
       long head = 0;
       for (int e = 0; e < nelem; ++e) {
         if (types[e] == wanted) write_row_of(*rows++, head);
