@@ -129,7 +129,7 @@ void CallSequence::ask_times() {
   api_.get_geom_timeset_number();
 }
 
-void CallSequence::ask_parts() {
+std::vector<CallSequence::PartSize> CallSequence::build_parts() {
   const int parts = api_.get_number_of_model_parts();
   Array<int> ids(parts);
   Array<int> types(parts);
@@ -138,21 +138,23 @@ void CallSequence::ask_parts() {
   Rows<int> elements(parts, host::kElementSlots);
   api_.get_gold_part_build_info(ids.data(), types.data(), descriptions.data(), nodes.data(), elements.data(),
                                 nullptr, nullptr);
+  std::vector<PartSize> sizes;
+  for (int part = 0; part < parts; ++part) {
+    const int* counts = elements[part];
+    sizes.push_back({nodes[part], {counts, counts + host::kElementSlots}});
+  }
+  return sizes;
+}
+
+void CallSequence::ask_parts() {
+  build_parts();
   if (choices_.byte() % 2 == 0) api_.stop_part_building();
 }
 
 CallSequence::PartSize CallSequence::size_of(int part) {
-  const int parts = api_.get_number_of_model_parts();
-  if (part < 1 || part > parts) return {};
-  Array<int> ids(parts);
-  Array<int> types(parts);
-  Array<int> nodes(parts);
-  Rows<char> descriptions(parts, kText);
-  Rows<int> elements(parts, host::kElementSlots);
-  api_.get_gold_part_build_info(ids.data(), types.data(), descriptions.data(), nodes.data(), elements.data(),
-                                nullptr, nullptr);
-  const int* counts = elements[part - 1];
-  return {nodes[part - 1], {counts, counts + host::kElementSlots}};
+  const std::vector<PartSize> sizes = build_parts();
+  const auto index = static_cast<std::size_t>(part) - 1;
+  return part >= 1 && index < sizes.size() ? sizes[index] : PartSize{};
 }
 
 int CallSequence::elements_of(const PartSize& size, int slot) {

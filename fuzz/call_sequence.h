@@ -44,11 +44,12 @@ class CallSequence {
   void ask_about_blocks();
   void change_file();
 
-  // What the reader says about a part right now; nothing for one that it does not have.
+  // What the reader says about its parts right now; of one that it does not have, nothing.
   struct PartSize {
     int nodes = 0;
     std::vector<int> elements;  // per slot
   };
+  std::vector<PartSize> build_parts();
   PartSize size_of(int part);
   static int elements_of(const PartSize& size, int slot);
 

@@ -11,10 +11,8 @@
 
 #include "FLDReaderModuleModule.h"
 
-class vtkMultiProcessController;  // NOLINT(cppcoreguidelines-virtual-class-destructor)
+class vtkMultiProcessController;
 
-// VTK's objects delete themselves.
-// NOLINTNEXTLINE(cppcoreguidelines-virtual-class-destructor)
 class FLDREADERMODULE_EXPORT vtkFLDReader : public vtkPartitionedDataSetCollectionAlgorithm {
  public:
   static vtkFLDReader* New();
