@@ -216,14 +216,4 @@ TEST(CheckCommand, PathsOfAnyBytes) {
   }
 }
 
-TEST(CheckCommand, NeedsAFileAndAPlaceToWrite) {
-  const Result without = run_fldtool({"check"});
-  EXPECT_EQ(without.status, 2);
-  EXPECT_EQ(without.errors, "fldtool: FILE is required (see fldtool --help)\n");
-  const OneFile file(one_of_each_file());
-  const Result full = run_fldtool({"check", file.path()}, "/dev/full");
-  EXPECT_EQ(full.status, 4);
-  EXPECT_EQ(full.errors, "fldtool: standard output: cannot write: No space left on device\n");
-}
-
 }  // namespace

@@ -136,4 +136,14 @@ TEST_F(CommandLine, ShowsTheReadersDiagnosticsWhenAskedTo) {
   EXPECT_NE(verbose.errors.find("read done\n"), std::string::npos) << verbose.errors;
 }
 
+// The commands that look at files without the reader.
+TEST_F(CommandLine, CheckAndLayoutNeedAFileAndAPlaceToWrite) {
+  for (const std::string command : {"check", "layout"}) {
+    expect_error({command}, 2, "FILE is required (see fldtool --help)");
+    const Result full = run_fldtool({command, file()}, "/dev/full");
+    EXPECT_EQ(full.status, 4) << command;
+    EXPECT_EQ(full.errors, "fldtool: standard output: cannot write: No space left on device\n") << command;
+  }
+}
+
 }  // namespace

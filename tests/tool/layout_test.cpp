@@ -143,14 +143,4 @@ TEST(LayoutCommand, FilesThatCannotBeRead) {
   EXPECT_EQ(run_fldtool({"layout", none}).status, 3);
 }
 
-TEST(LayoutCommand, NeedsAFileAndAPlaceToWrite) {
-  const Result without = run_fldtool({"layout"});
-  EXPECT_EQ(without.status, 2);
-  EXPECT_EQ(without.errors, "fldtool: FILE is required (see fldtool --help)\n");
-  const OneFile file(one_of_each_file());
-  const Result full = run_fldtool({"layout", file.path()}, "/dev/full");
-  EXPECT_EQ(full.status, 4);
-  EXPECT_EQ(full.errors, "fldtool: standard output: cannot write: No space left on device\n");
-}
-
 }  // namespace
