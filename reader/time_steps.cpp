@@ -72,7 +72,14 @@ bool bring_region_to_step(int current, int g) {
   if (read) {
     forget_node_lists();
     release_elements();
-    const int result = reload_region(*ref_fldfile, g);
+    int result = 0;
+    try {
+      result = reload_region(*ref_fldfile, g);
+    } catch (...) {
+      // Some of the geometry may be another one already.
+      fit_work_tables(*g_fldgeo, g);
+      throw;
+    }
     fit_work_tables(*g_fldgeo, g);
     if (result != 0) {
       fprintf(stderr, "FAILED TO READ GEOMETRY DATA IN %s.\n", ref_fldfile->m_path.c_str());
