@@ -12,7 +12,7 @@ constexpr int kCorners = 8;
 
 // Elements with nodes of their own, so that every index is another one.
 void fill(fld::FLDGEO& geo, int elements) {
-  fld::smart_ptr<fld::Elements> list(new fld::Elements);
+  auto list = fld::make_smart<fld::Elements>();
   list->nelem = elements;
   list->nconn = long{elements} * kCorners;
   list->type = fld::make_tracked_array<int>(static_cast<std::size_t>(elements), 1).release();

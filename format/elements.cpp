@@ -11,7 +11,7 @@ Elements::~Elements() {
 }
 
 smart_ptr<Elements> FLDV4_Elements(FILE* stream) {
-  smart_ptr<Elements> elements(new Elements);
+  auto elements = make_smart<Elements>();
   elements->nelem = read_int(stream);
   elements->type = read_int_array(stream, elements->nelem, 1100440).release();
   FLDV4_I_INT64array(stream, 1, &elements->nconn);

@@ -10,7 +10,7 @@ MatOfElements::~MatOfElements() {
 }
 
 smart_ptr<MatOfElements> FLDV4_MatOfElements(FILE* stream) {
-  smart_ptr<MatOfElements> materials(new MatOfElements);
+  auto materials = make_smart<MatOfElements>();
   materials->nelem = read_int(stream);
   materials->mat = read_int_array(stream, materials->nelem, 1100457).release();
   FLDV4_I_END(stream);

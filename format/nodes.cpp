@@ -12,7 +12,7 @@ Nodes::~Nodes() {
 }
 
 smart_ptr<Nodes> FLDV4_Nodes(FILE* stream) {
-  smart_ptr<Nodes> nodes(new Nodes);
+  auto nodes = make_smart<Nodes>();
   nodes->nnode = read_int(stream);
   for (VFPA* axis : {&nodes->x, &nodes->y, &nodes->z}) FLDV4_I_FPRECaloc_array(stream, nodes->nnode, axis);
   FLDV4_I_END(stream);

@@ -15,7 +15,7 @@ Vector::~Vector() {
 }
 
 smart_ptr<Scalar> FLDV4_Scalar(FILE* stream) {
-  smart_ptr<Scalar> scalar(new Scalar);
+  auto scalar = make_smart<Scalar>();
   FLDV4_I_CHARarray(stream, kLabelLength, scalar->text);
   scalar->n = read_int(stream);
   FLDV4_I_FPRECaloc_array(stream, scalar->n, &scalar->values);
@@ -24,7 +24,7 @@ smart_ptr<Scalar> FLDV4_Scalar(FILE* stream) {
 }
 
 smart_ptr<Vector> FLDV4_Vector(FILE* stream) {
-  smart_ptr<Vector> vector(new Vector);
+  auto vector = make_smart<Vector>();
   vector->leading = read_int(stream);
   FLDV4_I_CHARarray(stream, kLabelLength, vector->text);
   vector->n = read_int(stream);

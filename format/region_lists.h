@@ -29,7 +29,7 @@ int read_name_length(FILE* stream);
 template <class Region>
 void renew_regions(RegionList<Region>& list, int count) {
   list.resize(static_cast<size_t>(count));
-  for (auto& region : list) region = smart_ptr<Region>(new Region);
+  for (auto& region : list) region = make_smart<Region>();
 }
 
 // A character block of `length` characters as a string of its own, without trailing blanks.

@@ -32,7 +32,7 @@ bool wants_full_index(const FLD& dataset) {
 
 // The geometry of every region set of the dataset's first file; empty when one cannot be read.
 smart_ptr<Geometry> read_first_geometry(const FLD& dataset) {
-  smart_ptr<Geometry> geometry(new Geometry);
+  auto geometry = make_smart<Geometry>();
   const FLDFile& first = dataset.m_fld.front();
   for (size_t j = 0; j < first.m_overlap.size(); ++j) {
     FLDGEO geo;
@@ -62,7 +62,7 @@ int USERD_set_filenames(char* filename1, char* filename2, char* /*directory*/, i
   keep_path(Geom_file, path.c_str());
   keep_path(Resu_file, filename2 != nullptr ? filename2 : "");
   set_memory();
-  smart_ptr<FLD> dataset(new FLD);
+  auto dataset = make_smart<FLD>();
   if (dataset->searchFLD(path.c_str()) != 0) return -1;
   if (dataset->seekFLD(wants_full_index(*dataset)) != 0) return -1;
   smart_ptr<Geometry> geometry = read_first_geometry(*dataset);

@@ -2,7 +2,6 @@
 // atomic: the host calls the reader from one thread at a time.
 #pragma once
 
-#include <memory>
 #include <utility>
 
 namespace fld {
@@ -12,24 +11,18 @@ class smart_ptr {
  public:
   smart_ptr() = default;
 
-  // Takes over a new object. When the count cannot be allocated the object is destroyed and the error goes
-  // on.
-  explicit smart_ptr(T* object) {
-    std::unique_ptr<T> guard(object);
-    if (object != nullptr) count_ = new int(1);
-    object_ = guard.release();
-  }
+  // Holds a new object, made from the arguments.
+  template <class U, class... Arguments>
+  friend smart_ptr<U> make_smart(Arguments&&... arguments);
 
-  smart_ptr(const smart_ptr& other) noexcept : object_(other.object_), count_(other.count_) {
-    if (count_ != nullptr) ++*count_;
+  smart_ptr(const smart_ptr& other) noexcept : shared_(other.shared_) {
+    if (shared_ != nullptr) ++shared_->holders;
   }
-  smart_ptr(smart_ptr&& other) noexcept
-      : object_(std::exchange(other.object_, nullptr)), count_(std::exchange(other.count_, nullptr)) {}
+  smart_ptr(smart_ptr&& other) noexcept : shared_(std::exchange(other.shared_, nullptr)) {}
 
   // One assignment for both kinds; what was held before is released last.
   smart_ptr& operator=(smart_ptr other) noexcept {
-    std::swap(object_, other.object_);
-    std::swap(count_, other.count_);
+    std::swap(shared_, other.shared_);
     return *this;
   }
 
@@ -37,21 +30,31 @@ class smart_ptr {
 
   // Gives up this holder's share; the last holder destroys the object. The pointer is empty afterwards.
   void dec_ref() noexcept {
-    T* object = std::exchange(object_, nullptr);
-    int* count = std::exchange(count_, nullptr);
-    if (count == nullptr || --*count > 0) return;
-    delete count;
-    delete object;
+    Shared* const shared = std::exchange(shared_, nullptr);
+    if (shared != nullptr && --shared->holders == 0) delete shared;
   }
 
-  T* get() const { return object_; }
-  T* operator->() const { return object_; }
-  T& operator*() const { return *object_; }
-  explicit operator bool() const { return object_ != nullptr; }
+  T* get() const { return shared_ != nullptr ? &shared_->object : nullptr; }
+  T* operator->() const { return &shared_->object; }
+  T& operator*() const { return shared_->object; }
+  explicit operator bool() const { return shared_ != nullptr; }
 
  private:
-  T* object_ = nullptr;
-  int* count_ = nullptr;
+  // One block for both, as a dataset may have very many small regions.
+  struct Shared {
+    T object;
+    int holders;
+  };
+
+  explicit smart_ptr(Shared* shared) : shared_(shared) {}
+
+  Shared* shared_ = nullptr;
 };
+
+template <class T, class... Arguments>
+smart_ptr<T> make_smart(Arguments&&... arguments) {
+  using Shared = typename smart_ptr<T>::Shared;
+  return smart_ptr<T>(new Shared{T(std::forward<Arguments>(arguments)...), 1});
+}
 
 }  // namespace fld

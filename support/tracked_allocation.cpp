@@ -41,7 +41,7 @@ AllocationNode*& bucket_of(const void* block) {
 // very first table has to succeed.
 [[nodiscard]] bool reserve_index() {
   if (block_index.size < block_index.bucket_count) return true;
-  const size_t count = block_index.bucket_count == 0 ? 64 : block_index.bucket_count * 4;
+  const size_t count = block_index.bucket_count == 0 ? 64 : block_index.bucket_count * 2;
   auto** buckets = static_cast<AllocationNode**>(calloc(count, sizeof(void*)));
   if (buckets == nullptr) return block_index.bucket_count != 0;
   const BlockIndex old = block_index;

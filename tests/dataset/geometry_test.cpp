@@ -15,8 +15,8 @@ Geometry three_region_sets() {
   const size_t materials[] = {1, 4, 0};
   for (size_t g = 0; g < 3; ++g) {
     FLDGEO& geo = geometry.geos[g];
-    for (size_t i = 0; i < surfaces[g]; ++i) geo.surfaces.emplace_back(new SurfaceGeometry);
-    for (size_t i = 0; i < volumes[g]; ++i) geo.volumes.emplace_back(new VolumeGeometry);
+    for (size_t i = 0; i < surfaces[g]; ++i) geo.surfaces.emplace_back(make_smart<SurfaceGeometry>());
+    for (size_t i = 0; i < volumes[g]; ++i) geo.volumes.emplace_back(make_smart<VolumeGeometry>());
     geo.materials.resize(materials[g]);
   }
   return geometry;
@@ -75,8 +75,8 @@ TEST(Geometry, HandsOutAShare) {
 
 TEST(RegionSetGeometry, CopySharesItsObjects) {
   FLDGEO original;
-  original.surfaces.emplace_back(new SurfaceGeometry);
-  original.elements = smart_ptr<Elements>(new Elements);
+  original.surfaces.emplace_back(make_smart<SurfaceGeometry>());
+  original.elements = make_smart<Elements>();
   original.materials = {1, 2};
   FLDGEO copy = original;
   EXPECT_EQ(copy.surfaces[0].get(), original.surfaces[0].get());

@@ -17,16 +17,16 @@ constexpr LoadedSections kAll = {.surfaces = true, .volumes = true, .elements = 
 FLDGEO geometry(const std::vector<int>& face_nodes, const std::vector<int>& links,
                 const std::vector<int>& volume, const std::vector<int>& conn) {
   FLDGEO geo;
-  SurfaceGeometry& surface = *geo.surfaces.emplace_back(new SurfaceGeometry);
+  SurfaceGeometry& surface = *geo.surfaces.emplace_back(make_smart<SurfaceGeometry>());
   surface.nface = static_cast<int>(links.size());
   surface.faceType = test::tracked(std::vector<int>(links.size(), 133));
   surface.faceLink = test::tracked(links);
   surface.nfaceNode = static_cast<int>(face_nodes.size());
   surface.faceNode = test::tracked(face_nodes);
-  VolumeGeometry& region = *geo.volumes.emplace_back(new VolumeGeometry);
+  VolumeGeometry& region = *geo.volumes.emplace_back(make_smart<VolumeGeometry>());
   region.nelem = static_cast<int>(volume.size());
   region.elem = test::tracked(volume);
-  geo.elements = smart_ptr<Elements>(new Elements);
+  geo.elements = make_smart<Elements>();
   geo.elements->nelem = 1;
   geo.elements->type = test::tracked({34});
   geo.elements->nconn = static_cast<long>(conn.size());
@@ -117,7 +117,7 @@ TEST(ModifyIndicies, TypesStay) {
 }
 
 smart_ptr<MatOfElements> materials(const std::vector<int>& numbers) {
-  smart_ptr<MatOfElements> result(new MatOfElements);
+  auto result = make_smart<MatOfElements>();
   result->nelem = static_cast<int>(numbers.size());
   result->mat = test::tracked(numbers);
   return result;

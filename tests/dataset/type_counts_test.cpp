@@ -17,12 +17,12 @@ Six counts_of(const Region& region) {
 }
 
 void set_nodes(FLDGEO& geo, int nnode) {
-  geo.nodes = smart_ptr<Nodes>(new Nodes);
+  geo.nodes = make_smart<Nodes>();
   geo.nodes->nnode = nnode;
 }
 
 void set_elements(FLDGEO& geo, const Ints& types, const Ints& conn = {}) {
-  geo.elements = smart_ptr<Elements>(new Elements);
+  geo.elements = make_smart<Elements>();
   geo.elements->nelem = static_cast<int>(types.size());
   geo.elements->type = test::tracked(types);
   geo.elements->nconn = static_cast<long>(conn.size());
@@ -30,7 +30,7 @@ void set_elements(FLDGEO& geo, const Ints& types, const Ints& conn = {}) {
 }
 
 void add_surface(FLDGEO& geo, const Ints& types, const Ints& links, const Ints& nodes) {
-  SurfaceGeometry& surface = *geo.surfaces.emplace_back(new SurfaceGeometry);
+  SurfaceGeometry& surface = *geo.surfaces.emplace_back(make_smart<SurfaceGeometry>());
   surface.nface = static_cast<int>(types.size());
   surface.faceType = test::tracked(types);
   surface.faceLink = test::tracked(links);
@@ -39,7 +39,7 @@ void add_surface(FLDGEO& geo, const Ints& types, const Ints& links, const Ints& 
 }
 
 void add_volume(FLDGEO& geo, const Ints& elements) {
-  VolumeGeometry& volume = *geo.volumes.emplace_back(new VolumeGeometry);
+  VolumeGeometry& volume = *geo.volumes.emplace_back(make_smart<VolumeGeometry>());
   volume.nelem = static_cast<int>(elements.size());
   volume.elem = test::tracked(elements);
 }

@@ -4,9 +4,12 @@
 #include <iostream>
 #include <string>
 
+#include "testkit/byte_sink.h"
 #include "testkit/file_writer.h"
+#include "testkit/small_meshes.h"
 #include "tests/faults/damage.h"
 #include "tests/faults/fault_datasets.h"
+#include "tests/faults/memory_meter.h"
 #include "tests/faults/stderr_file.h"
 #include "tests/faults/sweep.h"
 
@@ -69,6 +72,42 @@ TEST_F(HostileFile, AnySectionMissingDoubledOrMoved) {
 
 TEST_F(HostileFile, AnySectionMissingDoubledOrMovedWithoutGroups) {
   sweep(SectionMoves(bytes_, places_), 1, {.simplify_sequential = true, .group_parts = false});
+}
+
+// A region needs no more than its counts in a file, and much more in memory. What a host takes for its own
+// lists of parts does not count, so these are opened only.
+class HostileRegions : public testing::Test {
+ protected:
+  void expect_opened_within_the_limit(const testkit::Mesh& mesh) {
+    const std::string bytes = testkit::to_bytes(testkit::file_of(
+        mesh, {.surface_form = testkit::RegionForm::kArray, .volume_form = testkit::RegionForm::kArray}));
+    const testkit::TemporaryDirectory directory;
+    std::string path = directory / "regions.fld";
+    testkit::write_bytes(path, bytes);
+    const host::Library library(FLD_THROWING_PLUGIN_FILE);
+    const host::EntryPoints& api = library.entry_points();
+    std::string none;
+    StderrFile silence;
+    const MemoryMeter memory;
+    EXPECT_EQ(1, api.set_filenames(path.data(), none.data(), none.data(), 0)) << silence.take();
+    EXPECT_GE((16 << 20) + 8 * static_cast<std::ptrdiff_t>(bytes.size()), memory.peak());
+    EXPECT_LE(static_cast<int>(kRegions), api.get_number_of_model_parts());
+    api.exit_routine();
+  }
+
+  static constexpr std::size_t kRegions = 100000;
+};
+
+TEST_F(HostileRegions, VolumesOfNothing) {
+  testkit::Mesh mesh = testkit::one_tetrahedron();
+  mesh.volumes.assign(kRegions, {});
+  expect_opened_within_the_limit(mesh);
+}
+
+TEST_F(HostileRegions, SurfacesOfNothing) {
+  testkit::Mesh mesh = testkit::one_tetrahedron();
+  mesh.surfaces.assign(kRegions, {});
+  expect_opened_within_the_limit(mesh);
 }
 
 // A damaged second file of a series, whose first one is good.

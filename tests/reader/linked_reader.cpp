@@ -27,7 +27,7 @@ void reset_reader() {
 }
 
 fld::smart_ptr<fld::Geometry> LinkedReader::geometry_of(const std::vector<testkit::Mesh>& meshes) const {
-  fld::smart_ptr<fld::Geometry> geometry(new fld::Geometry);
+  auto geometry = fld::make_smart<fld::Geometry>();
   stderr_of([&] {
     fld::FLDFile file(write(file_at(0, meshes), "geometry.fld"));
     EXPECT_EQ(0, file.checkSections());

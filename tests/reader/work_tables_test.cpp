@@ -93,12 +93,12 @@ TEST_F(WorkTables, RegionSetThatDisagreesHasOffsetsOfItsOwn) {
 
 TEST_F(WorkTables, GeometryWithoutRegionSetsOrNodesNeedsNone) {
   make_small_tables();
-  EXPECT_EQ(0, allocMemoryForGeometry(fld::smart_ptr<fld::Geometry>(new fld::Geometry)));
+  EXPECT_EQ(0, allocMemoryForGeometry(fld::make_smart<fld::Geometry>()));
   expect_no_tables();
   make_small_tables();
   EXPECT_EQ(0, allocMemoryForGeometry(geometry_of({testkit::Mesh()})));
   expect_no_tables();
-  fld::smart_ptr<fld::Geometry> bare(new fld::Geometry);
+  auto bare = fld::make_smart<fld::Geometry>();
   bare->geos.resize(2);
   EXPECT_EQ(0, allocMemoryForGeometry(bare));
   expect_no_tables();

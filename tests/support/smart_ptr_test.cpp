@@ -7,6 +7,7 @@
 
 namespace {
 
+using fld::make_smart;
 using fld::smart_ptr;
 
 // Counts its destructions.
@@ -26,7 +27,7 @@ class Probe {
 
 TEST(SmartPtr, CopiedTwiceAndReleasedThreeTimesDeletesOnTheThirdRelease) {
   int destroyed = 0;
-  smart_ptr<Probe> first(new Probe(destroyed));
+  auto first = make_smart<Probe>(destroyed);
   smart_ptr<Probe> second(first);
   smart_ptr<Probe> third(second);
   second.dec_ref();
@@ -40,7 +41,7 @@ TEST(SmartPtr, CopiedTwiceAndReleasedThreeTimesDeletesOnTheThirdRelease) {
 TEST(SmartPtr, DestructorsReleaseLikewise) {
   int destroyed = 0;
   {
-    const smart_ptr<Probe> first(new Probe(destroyed));
+    const auto first = make_smart<Probe>(destroyed);
     {
       smart_ptr<Probe> second;
       second = first;
@@ -52,7 +53,7 @@ TEST(SmartPtr, DestructorsReleaseLikewise) {
 
 TEST(SmartPtr, ReleasingAgainDoesNothing) {
   int destroyed = 0;
-  smart_ptr<Probe> holder(new Probe(destroyed));
+  auto holder = make_smart<Probe>(destroyed);
   smart_ptr<Probe> other(holder);
   holder.dec_ref();
   holder.dec_ref();
@@ -71,17 +72,18 @@ TEST(SmartPtr, HoldsNothingAtFirst) {
   EXPECT_FALSE(empty);
 }
 
-TEST(SmartPtr, ANullObjectIsNothing) {
-  const smart_ptr<Probe> null(static_cast<Probe*>(nullptr));
-  smart_ptr<Probe> copy;
-  copy = null;
-  EXPECT_FALSE(null);
-  EXPECT_FALSE(copy);
+TEST(SmartPtr, CopiesOfNothingAreNothing) {
+  int destroyed = 0;
+  const smart_ptr<Probe> empty;
+  auto copy = make_smart<Probe>(destroyed);
+  copy = empty;
+  EXPECT_EQ(destroyed, 1);
+  EXPECT_EQ(copy.get(), nullptr);
 }
 
 TEST(SmartPtr, CopiesShareTheObject) {
   int destroyed = 0;
-  std::vector<smart_ptr<Probe>> holders(1, smart_ptr<Probe>(new Probe(destroyed)));
+  std::vector<smart_ptr<Probe>> holders(1, make_smart<Probe>(destroyed));
   holders.push_back(holders[0]);
   holders[0]->value = 7;
   EXPECT_TRUE(holders[1]);
@@ -93,8 +95,8 @@ TEST(SmartPtr, AssignmentReleasesWhatWasHeld) {
   int destroyed_first = 0;
   int destroyed_second = 0;
   std::vector<smart_ptr<Probe>> holders;
-  holders.emplace_back(new Probe(destroyed_first));
-  holders.emplace_back(new Probe(destroyed_second));
+  holders.push_back(make_smart<Probe>(destroyed_first));
+  holders.push_back(make_smart<Probe>(destroyed_second));
   holders[0] = holders[1];
   EXPECT_EQ(destroyed_first, 1);
   EXPECT_EQ(destroyed_second, 0);
@@ -103,7 +105,7 @@ TEST(SmartPtr, AssignmentReleasesWhatWasHeld) {
 
 TEST(SmartPtr, AssignmentToItselfKeepsTheObject) {
   int destroyed = 0;
-  smart_ptr<Probe> holder(new Probe(destroyed));
+  auto holder = make_smart<Probe>(destroyed);
   const smart_ptr<Probe>& same = holder;
   holder = same;
   EXPECT_EQ(destroyed, 0);
@@ -114,8 +116,8 @@ TEST(SmartPtr, AssignmentToItselfKeepsTheObject) {
 TEST(SmartPtr, CanBeAssignedFromInsideTheObjectThatItHolds) {
   int destroyed_outer = 0;
   int destroyed_inner = 0;
-  smart_ptr<Probe> holder(new Probe(destroyed_outer));
-  holder->next = smart_ptr<Probe>(new Probe(destroyed_inner));
+  auto holder = make_smart<Probe>(destroyed_outer);
+  holder->next = make_smart<Probe>(destroyed_inner);
   Probe* inner = holder->next.get();
   holder = holder->next;
   EXPECT_EQ(destroyed_outer, 1);
@@ -125,7 +127,7 @@ TEST(SmartPtr, CanBeAssignedFromInsideTheObjectThatItHolds) {
 
 TEST(SmartPtr, MovingHandsTheShareOver) {
   int destroyed = 0;
-  smart_ptr<Probe> first(new Probe(destroyed));
+  auto first = make_smart<Probe>(destroyed);
   smart_ptr<Probe> second(std::move(first));
   EXPECT_FALSE(first);  // NOLINT(bugprone-use-after-move): that is what is tested
   second.dec_ref();
@@ -137,7 +139,7 @@ TEST(SmartPtr, AGrowingListKeepsItsObjects) {
   {
     std::vector<smart_ptr<Probe>> list;
     for (int i = 0; i < 100; ++i) {
-      list.emplace_back(new Probe(destroyed));
+      list.push_back(make_smart<Probe>(destroyed));
       list.back()->value = i;
     }
     EXPECT_EQ(destroyed, 0);
