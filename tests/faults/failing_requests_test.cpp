@@ -31,6 +31,8 @@ class FailingRequests : public testing::TestWithParam<Lasting> {
     testkit::write_file(every_construct(), directory_ / "whole.fld");
     testkit::write_file(base_of_series(), directory_ / "case_0.fld");
     testkit::write_file(motion_of_series(), directory_ / "case_1.fld");
+    testkit::write_file(small_of_changing_series(), directory_ / "changing_0.fld");
+    testkit::write_file(large_of_changing_series(), directory_ / "changing_1.fld");
   }
 
   using Judge = std::function<std::string(const Ending&, const std::string&)>;
@@ -84,7 +86,7 @@ class FailingRequests : public testing::TestWithParam<Lasting> {
   testkit::TemporaryDirectory directory_;
 };
 
-constexpr std::array<const char*, 2> kDatasets = {"whole.fld", "case_0.fld"};
+constexpr std::array<const char*, 3> kDatasets = {"whole.fld", "case_0.fld", "changing_0.fld"};
 
 TEST_P(FailingRequests, Memory) {
   // Memory that runs out is never taken for a damaged file.

@@ -83,6 +83,16 @@ testkit::File motion_of_series() {
   return file;
 }
 
+testkit::File small_of_changing_series() {
+  return reader_test::file_at(0, {testkit::one_tetrahedron()});
+}
+
+testkit::File large_of_changing_series() {
+  testkit::Mesh mesh = testkit::one_of_each();
+  for (int first = 0; first < 3; ++first) reader_test::add_element(mesh, testkit::kHexahedron, first);
+  return reader_test::file_at(1, {mesh});
+}
+
 testkit::File good_file() {
   testkit::File file = testkit::file_of(testkit::one_of_each());
   file.region_sets[0].add(reader_test::numbered_scalar("Temp", 11));

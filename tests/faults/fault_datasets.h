@@ -18,6 +18,10 @@ testkit::File every_construct();
 testkit::File base_of_series();
 testkit::File motion_of_series();
 
+// Two files of a series whose mesh becomes another one, with more of everything.
+testkit::File small_of_changing_series();
+testkit::File large_of_changing_series();
+
 // The dataset that has to be served as ever after every damaged one.
 testkit::File good_file();
 
