@@ -184,10 +184,13 @@ void CallSequence::ask_elements() {
   const host::ElementShape* shape = host::shape_of_slot(slot);
   const int width = shape != nullptr ? shape->nodes : kLargestRow;
   Rows<int> rows(count, width);
-  api_.get_part_elements_by_type(part, slot, rows.data());
-  for (int e = 0; e < count; ++e) {
-    for (int i = 0; i < width; ++i) {
-      if (rows[e][i] < 1 || rows[e][i] > size.nodes) report_broken_promise("a node number of no node");
+  if (api_.get_part_elements_by_type(part, slot, rows.data()) >= 0) {
+    // Where a node cannot be given the row says 1, also when the part has no node at all.
+    const int nodes = std::max(1, size.nodes);
+    for (int e = 0; e < count; ++e) {
+      for (int i = 0; i < width; ++i) {
+        if (rows[e][i] < 1 || rows[e][i] > nodes) report_broken_promise("a node number of no node");
+      }
     }
   }
   Array<int> ids(count + 1);

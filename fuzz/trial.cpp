@@ -4,13 +4,11 @@
 #include <stdio.h>
 #include <string>
 
-#include "fuzz/heap_limit.h"
-
 namespace fuzz {
 namespace {
 
-constexpr std::size_t kFixedHeap = std::size_t{16} << 20;
-constexpr std::size_t kHeapPerByte = 8;
+constexpr std::size_t kFixedMemory = std::size_t{16} << 20;
+constexpr std::size_t kMemoryPerByte = 8;
 constexpr std::size_t kKeptText = std::size_t{1} << 20;  // of the reader's lines; the rest is dropped
 
 std::string& lines() {
@@ -40,20 +38,22 @@ void report_broken_promise(const char* what) {
   std::abort();
 }
 
-Trial::Trial(std::size_t file_size) {
+// The lines' memory is there before it is measured.
+Trial::Trial(std::size_t file_size)
+    : memory_limit_(static_cast<std::ptrdiff_t>(kFixedMemory + kMemoryPerByte * file_size)) {
   real_stderr = stderr;
   stderr = line_keeper();
   lines().clear();
-  watch_heap(kFixedHeap + kHeapPerByte * file_size);
+  memory_ = faults::MemoryMeter();
   start_ = std::clock();
 }
 
 Trial::~Trial() {
   const std::clock_t end = std::clock();
-  const bool heap_was_kept = end_watching_heap();
+  const bool memory_was_kept = memory_.peak() <= memory_limit_;
   fflush(stderr);
   stderr = real_stderr;
-  if (!heap_was_kept) report_broken_promise("more memory than 16 MiB and 8 times the file");
+  if (!memory_was_kept) report_broken_promise("more memory than 16 MiB and 8 times the file");
   if (end - start_ > CLOCKS_PER_SEC) report_broken_promise("more than 1 s of processor time");
   if (lines().find("MEMORY LEAK DETECTED") != std::string::npos) report_broken_promise(lines().c_str());
 }

@@ -8,6 +8,7 @@
 
 #include "support/errors.h"
 #include "tests/faults/assertion_failure.h"
+#include "tests/faults/memory_meter.h"
 
 namespace fuzz {
 
@@ -28,7 +29,7 @@ bool ends_as_documented(Work work) {
 [[noreturn]] void report_broken_promise(const char* what);
 
 // From its making to its end the lines of the reader are kept in memory, and the limits hold: 1 s of
-// processor time, and 16 MiB and 8 times the file of heap (where AddressSanitizer tells what the heap holds).
+// processor time, and 16 MiB and 8 times the file of memory.
 class Trial {
  public:
   explicit Trial(std::size_t file_size);
@@ -37,6 +38,8 @@ class Trial {
   Trial& operator=(const Trial&) = delete;
 
  private:
+  std::ptrdiff_t memory_limit_;
+  faults::MemoryMeter memory_;
   std::clock_t start_;
 };
 

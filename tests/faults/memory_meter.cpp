@@ -16,6 +16,13 @@ void count(std::ptrdiff_t bytes) {
 
 }  // namespace
 
+// clang tells in its own way that AddressSanitizer is there.
+#ifdef __has_feature
+#if __has_feature(address_sanitizer) && !defined(__SANITIZE_ADDRESS__)
+#define __SANITIZE_ADDRESS__
+#endif
+#endif
+
 #ifdef __SANITIZE_ADDRESS__
 
 // g++ has no header for these of AddressSanitizer's.
