@@ -15,10 +15,10 @@
 #include <vtkUnstructuredGridReader.h>
 #include <vtkUnstructuredGridWriter.h>
 #include <vtkXMLUnstructuredGridReader.h>
-#include <vtkXMLUnstructuredGridWriter.h>
 
 #include "bench/peer_files.h"
 #include "bench/peers.h"
+#include "vtk/grid_file.h"
 
 namespace bench {
 
@@ -88,14 +88,9 @@ Peer vtu_peer() {
   Peer peer{
       .name = "vtu", .what = "VTK's reader of .vtu, appended raw", .extension = ".vtu", .time_goal = 0.9};
   peer.write = [](const PeerMesh& mesh, const std::filesystem::path& path) {
-    vtkNew<vtkXMLUnstructuredGridWriter> writer;
-    writer->SetFileName(path.c_str());
-    writer->SetInputData(grid_of(mesh));
-    writer->SetDataModeToAppended();
-    writer->EncodeAppendedDataOff();
-    writer->SetCompressorTypeToNone();
-    writer->SetHeaderTypeToUInt64();
-    if (writer->Write() != 1) throw std::runtime_error("cannot write " + path.string());
+    if (!vtkdata::write_grid(path, grid_of(mesh))) {
+      throw std::runtime_error("cannot write " + path.string());
+    }
   };
   peer.read = [](const std::filesystem::path& path, std::size_t nodes, std::size_t elements, Trial& trial) {
     const vtkNew<vtkXMLUnstructuredGridReader> reader;

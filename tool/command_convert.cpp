@@ -46,7 +46,7 @@ struct ConvertOptions {
   std::vector<std::string> parts = {"surfaces", "volumes"};
   std::vector<std::string> variables;
   vtkdata::Precision precision = vtkdata::Precision::single_width;
-  Compression compression = Compression::none;
+  vtkdata::Compression compression = vtkdata::Compression::none;
 };
 
 std::filesystem::path collection_path(const ConvertOptions& options) {
@@ -105,7 +105,8 @@ void add_convert_command(CLI::App& app) {
   command
       ->add_option("--compress", options->compression,
                    "lz4 (fast) or zlib (smaller, many times slower); none without it")
-      ->transform(named_values<Compression>({{"lz4", Compression::lz4}, {"zlib", Compression::zlib}}));
+      ->transform(named_values<vtkdata::Compression>(
+          {{"lz4", vtkdata::Compression::lz4}, {"zlib", vtkdata::Compression::zlib}}));
   command->footer(std::string(kManual) + kChoiceText + kExitStatusText);
   command->callback([options] { run_convert(*options); });
 }

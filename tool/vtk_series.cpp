@@ -1,15 +1,12 @@
 #include "tool/vtk_series.h"
 
 #include <algorithm>
-#include <array>
-#include <fstream>
 #include <string_view>
 #include <system_error>
 #include <utility>
 #include <vtkDoubleArray.h>
 #include <vtkFieldData.h>
 #include <vtkNew.h>
-#include <vtkXMLUnstructuredGridWriter.h>
 
 #include "fmt/format.h"
 #include "tool/exit_status.h"
@@ -73,30 +70,6 @@ std::string safe(std::string_view name) {
   return result;
 }
 
-// Whether VTK's writer came to the end: it does not notice when the last block cannot be written.
-bool is_complete(const fs::path& path) {
-  constexpr std::string_view kEnd = "</VTKFile>\n";
-  std::array<char, kEnd.size()> end{};
-  std::ifstream file(path, std::ios::binary);
-  file.seekg(-static_cast<std::streamoff>(kEnd.size()), std::ios::end);
-  file.read(end.data(), end.size());
-  return file && std::string_view(end.data(), end.size()) == kEnd;
-}
-
-void set_compression(vtkXMLWriter& writer, Compression compression) {
-  switch (compression) {
-    case Compression::none:
-      writer.SetCompressorTypeToNone();
-      break;
-    case Compression::lz4:
-      writer.SetCompressorTypeToLZ4();
-      break;
-    case Compression::zlib:
-      writer.SetCompressorTypeToZLib();
-      break;
-  }
-}
-
 void add_time(vtkUnstructuredGrid* grid, double time) {
   vtkNew<vtkDoubleArray> value;
   value->SetName("TimeValue");
@@ -128,14 +101,7 @@ void VtkSeries::write_part(int part, const fs::path& path) const {
   }
   add_time(grid, session_.variable_times().times[static_cast<std::size_t>(session_.step())]);
   grid->GetFieldData()->AddArray(vtkdata::make_labels(session_));
-  vtkNew<vtkXMLUnstructuredGridWriter> writer;
-  writer->SetFileName(path.c_str());
-  writer->SetInputData(grid);
-  writer->SetDataModeToAppended();
-  writer->EncodeAppendedDataOff();
-  writer->SetHeaderTypeToUInt64();
-  set_compression(*writer, options_.compression);
-  if (writer->Write() != 1 || !is_complete(path)) fail(path, "the file is not complete");
+  if (!vtkdata::write_grid(path, grid, options_.compression)) fail(path, "the file is not complete");
 }
 
 void VtkSeries::write_step(const std::function<void()>& after_part) {

@@ -9,17 +9,16 @@
 
 #include "host/session.h"
 #include "vtk/collection_text.h"
+#include "vtk/grid_file.h"
 #include "vtk/precision.h"
 
 namespace tool {
-
-enum class Compression { none, lz4, zlib };
 
 struct SeriesOptions {
   std::vector<int> parts;      // numbers at the first step
   std::vector<int> variables;  // numbers
   vtkdata::Precision precision = vtkdata::Precision::single_width;
-  Compression compression = Compression::none;
+  vtkdata::Compression compression = vtkdata::Compression::none;
 };
 
 class VtkSeries {
