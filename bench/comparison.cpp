@@ -17,10 +17,10 @@ double figure_of(const Measurement& measured, Figure figure, Clock clock) {
   }
 }
 
+// Of an even number of values, the mean of the two in the middle.
 double median(std::vector<double> values) {
-  const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
-  std::nth_element(values.begin(), middle, values.end());
-  return *middle;
+  std::sort(values.begin(), values.end());
+  return (values[(values.size() - 1) / 2] + values[values.size() / 2]) / 2;
 }
 
 using Run = std::vector<Measurement>;  // one per side

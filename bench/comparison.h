@@ -45,7 +45,7 @@ struct Family {
 struct Result {
   Row row{};
   double ratio = 0.0;  // median of the runs'
-  double side = 0.0;   // median: seconds, MiB or a count, per unit
+  double side = 0.0;   // median: seconds, bytes or a count, per unit
   double against = 0.0;
   bool is_met() const { return ratio <= row.goal; }
 };

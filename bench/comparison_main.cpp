@@ -19,7 +19,7 @@ namespace {
 
 struct Options {
   std::vector<std::string> rows{};
-  double millions = 16.0;
+  double millions = bench::kLargestMillions;
   int runs = 5;
   std::optional<std::filesystem::path> plugin{};
   std::filesystem::path directory = std::filesystem::temp_directory_path();
@@ -42,6 +42,10 @@ void run(const Options& options, const std::vector<bench::Family>& families) {
   bench::Datasets datasets(host::find_plugin(options.plugin), directory.path(), options.millions);
   const auto form = options.markdown ? bench::TableForm::kMarkdown : bench::TableForm::kPlain;
   const auto clock = options.processor ? bench::Clock::kProcessor : bench::Clock::kElapsed;
+  if (options.millions != bench::kLargestMillions) {
+    fmt::print("All sizes are {:.3g} times those that are named.\n\n",
+               options.millions / bench::kLargestMillions);
+  }
   bench::print_heading(form);
   for (const bench::Family& family : families) {
     const auto wants = [&](const std::string& row) { return options.wants(row); };

@@ -5,10 +5,6 @@
 
 namespace bench {
 
-namespace {
-constexpr double kLargestMillions = 16.0;
-}  // namespace
-
 Stretch Dataset::scalar_values() const {
   constexpr std::uint64_t kRule = 20;   // a rule record
   constexpr std::uint64_t kMarker = 4;  // in front of the values, which are one record

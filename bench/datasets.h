@@ -23,6 +23,9 @@ struct Dataset {
   Stretch scalar_values() const;
 };
 
+// Elements of the largest mesh, in millions, where nothing is scaled.
+constexpr double kLargestMillions = 16.0;
+
 class Datasets {
  public:
   // Below `directory`; the largest mesh has `millions` of elements, and the others, regions and files are

@@ -7,8 +7,8 @@
 
 namespace bench {
 
-// Through the entry points, into arrays that the host has allocated, and by loops over plain arrays. Both
-// allocate their arrays before they are measured, and write them first while they are.
+// Through the entry points, into arrays of the host, and by loops over plain arrays into the same kind of
+// arrays. Both write them first while they are measured.
 Work take_mesh(const std::filesystem::path& plugin, const std::filesystem::path& file);
 Work write_mesh(const std::filesystem::path& plugin, const std::filesystem::path& file);
 
