@@ -30,7 +30,7 @@ Without --step and --step-b all steps are compared, each with the one of the sam
 both; --step-b takes another step of the second dataset, or of FILE itself when there is no second one.
 
 Numbers are equal when they differ by at most --abs, or by at most --rel times the larger of the two. Undefined values
-equal each other only, and so do values that are not a number.
+equal each other only, and so do values that are not a number. An infinite value equals itself only.
 
 One line per difference tells the step, the part, the variable and what differs, with A's side first; for lists, how many
 places differ, the first of them and the one where the two are furthest apart. The last line counts the differences.
@@ -43,7 +43,7 @@ places differ, the first of them and the one where the two are furthest apart. T
                  connectivity, availability or values), step_a, step_b, part, variable, component (or the elements'
                  shape; null where there is none), a, b (both sides, of what is no list; else null), list
   list           differing, compared (how many), row (node or element), first, most: the row (from 1), the entry in it
-                 (of connectivity, from 1), a and b (null if they are not a number), undefined_a, undefined_b
+                 (of connectivity, from 1), a and b (null without a finite number), undefined_a, undefined_b
   problems       what could not be read, and so not compared: file, reason; the exit status is then 3
 
 )";

@@ -47,6 +47,7 @@ std::string place_text(const Difference& difference, const DifferingPlace& place
 }  // namespace
 
 bool Tolerance::allows(double a, double b) const {
+  if (!std::isfinite(a) || !std::isfinite(b)) return a == b;
   const double apart = std::abs(a - b);
   return apart <= absolute || apart <= relative * std::max(std::abs(a), std::abs(b));
 }

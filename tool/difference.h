@@ -9,7 +9,7 @@
 namespace tool {
 
 // How far apart values may be and still count as equal: by `absolute`, and by `relative` times the larger of
-// the two.
+// the two. What is infinite equals itself alone.
 struct Tolerance {
   double absolute = 0;
   double relative = 0;

@@ -2,6 +2,7 @@
 #include "gtest/gtest.h"
 #include <cmath>
 #include <csignal>
+#include <limits>
 #include <string>
 #include <variant>
 #include <vector>
@@ -13,6 +14,7 @@
 #include "testkit/small_meshes.h"
 #include "tests/tool/run_fldtool.h"
 #include "tests/tool/tool_datasets.h"
+#include "tool/difference.h"
 
 namespace {
 
@@ -96,6 +98,34 @@ TEST_F(Diff, UndefinedAndNotANumberEqualThemselvesOnly) {
          {"-p", "whole"});
   const std::string path = write(other, "nan.fld");
   EXPECT_EQ(run_fldtool({"diff", path, path}).status, 0);
+}
+
+TEST_F(Diff, InfiniteValuesEqualThemselvesOnly) {
+  testkit::File other = one_of_each_file();
+  reals(other, "LS_Scalar:p", 2)[3] = -std::numeric_limits<double>::infinity();
+  for (const std::vector<std::string>& tolerance :
+       {std::vector<std::string>{}, {"--rel", "0.5"}, {"--abs", "1000"}, {"--rel", "2", "--abs", "5"}}) {
+    std::vector<std::string> options = {"-p", "whole"};
+    options.insert(options.end(), tolerance.begin(), tolerance.end());
+    expect(other, {"step 0: part ALL_ELEMENTS: variable p: values: 1 of 11 differ, first node 4 (3, -inf)"},
+           options);
+  }
+  const std::string path = write(other, "infinite.fld");
+  EXPECT_EQ(run_fldtool({"diff", path, path, "--rel", "0.5"}).status, 0);
+}
+
+TEST(Tolerance, HoldsNothingInfinite) {
+  constexpr double kInfinite = std::numeric_limits<double>::infinity();
+  const tool::Tolerance tolerance{.absolute = 1000, .relative = 0.5};
+  EXPECT_TRUE(tolerance.allows(2, 3));
+  EXPECT_TRUE(tolerance.allows(kInfinite, kInfinite));
+  EXPECT_FALSE(tolerance.allows(kInfinite, -kInfinite));
+  EXPECT_FALSE(tolerance.allows(kInfinite, 3));
+  EXPECT_FALSE(tolerance.allows(3, -kInfinite));
+  const std::vector<float> a = {1, std::numeric_limits<float>::infinity(), 3};
+  const std::vector<float> b = {1, 2, std::numeric_limits<float>::infinity()};
+  EXPECT_EQ(tool::compare_values(a, b, tolerance).differing, 2U);
+  EXPECT_EQ(tool::compare_values(a, a, tolerance).differing, 0U);
 }
 
 TEST_F(Diff, CoordinatesAndConnectivity) {
