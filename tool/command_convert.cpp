@@ -91,12 +91,16 @@ void add_convert_command(CLI::App& app) {
   add_series_options(*command, options->dataset);
   command->add_option("OUT", options->output, "The .pvd file to write, or the folder to write it into")
       ->required();
-  command->add_option("--steps", options->steps, "The steps to write (all without it)")->delimiter(',');
+  command->add_option("--steps", options->steps, "The steps to write (all without it)")
+      ->delimiter(',')
+      ->allow_extra_args(false);
   command->add_option("-p,--parts", options->parts, "The parts to write")
       ->delimiter(',')
+      ->allow_extra_args(false)
       ->capture_default_str();
   command->add_option("--variables", options->variables, "The variables to write (all without it)")
-      ->delimiter(',');
+      ->delimiter(',')
+      ->allow_extra_args(false);
   command
       ->add_option("--precision", options->precision,
                    "single (as the reader gives it; the default) or double, of coordinates and values")

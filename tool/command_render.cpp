@@ -251,9 +251,14 @@ void add_render_command(CLI::App& app) {
   command->add_option("-o,--output", options->output, "The PNG file to write (otherwise named like FILE)");
   command->add_option("--step,--steps", options->steps, "The steps to draw")
       ->delimiter(',')
+      ->allow_extra_args(false)
       ->capture_default_str();
-  command->add_option("-p,--parts", options->parts, "The parts to show in colours")->delimiter(',');
-  command->add_option("--faint", options->faint, "The parts to show grey and translucent")->delimiter(',');
+  command->add_option("-p,--parts", options->parts, "The parts to show in colours")
+      ->delimiter(',')
+      ->allow_extra_args(false);
+  command->add_option("--faint", options->faint, "The parts to show grey and translucent")
+      ->delimiter(',')
+      ->allow_extra_args(false);
   command->add_option("--variable", options->variable, "What the colours mean: NAME, NAME.x, ... or none");
   command->add_option("--range", options->range, "LOW,HIGH: the values at the ends of the colours");
   command->add_option("--colours", options->colours, "The colour map")

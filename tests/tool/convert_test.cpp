@@ -197,6 +197,17 @@ TEST_F(Convert, ChoosesPartsAndVariables) {
   EXPECT_EQ(composite.part("lower")->GetCellData()->GetNumberOfArrays(), 0);
 }
 
+TEST_F(Convert, TakesOptionsInFrontOfTheFile) {
+  for (const auto& [option, list] :
+       {std::pair("--steps", "0"), std::pair("--parts", "lower"), std::pair("--variables", "p")}) {
+    fs::remove(collection);
+    const Result result = run_fldtool({"convert", option, list, dataset.path(), collection.string()});
+    EXPECT_EQ(result.status, 0) << option;
+    EXPECT_EQ(result.errors, "") << option;
+    EXPECT_TRUE(fs::exists(collection)) << option;
+  }
+}
+
 TEST_F(Convert, ChoosesSteps) {
   const std::string file = write_series(5);
   const std::vector<CollectionStep> steps = steps_of(convert(file, collection, {"--steps", "3-4,1"}));

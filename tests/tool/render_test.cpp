@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <fstream>
 #include <string>
+#include <utility>
 #include <vector>
 #include <vtkImageData.h>
 #include <vtkNew.h>
@@ -140,6 +141,17 @@ TEST_F(Render, ColoursTheValuesWithoutADisplay) {
   expect_near(picture.at(kThird, kMiddle), kUndefined);
   EXPECT_EQ(picture.at(0.99, 0.99), kWhite);
   EXPECT_EQ(picture.at(0.99, 0.5), kWhite);
+}
+
+TEST_F(Render, TakesOptionsInFrontOfTheFile) {
+  for (const auto& [option, list] :
+       {std::pair("--step", "0"), std::pair("--parts", "plates"), std::pair("--faint", "fluid")}) {
+    fs::remove(output());
+    const Result result = run_fldtool({"render", option, list, dataset.path(), "-o", output().string()});
+    EXPECT_EQ(result.status, 0) << option;
+    EXPECT_EQ(result.errors, "") << option;
+    EXPECT_TRUE(fs::exists(output())) << option;
+  }
 }
 
 TEST_F(Render, LooksFromTheOtherSide) {
