@@ -1,6 +1,5 @@
 #include "tool/choice.h"
 
-#include <charconv>
 #include <fnmatch.h>
 #include <optional>
 #include <set>
@@ -9,17 +8,10 @@
 #include "fmt/format.h"
 #include "host/text_encoding.h"
 #include "tool/exit_status.h"
+#include "tool/name_lookup.h"
 
 namespace tool {
 namespace {
-
-std::optional<int> number_in(std::string_view text, int lowest, int highest) {
-  int number = 0;
-  const auto parsed = std::from_chars(text.data(), text.data() + text.size(), number);
-  const bool is_number = parsed.ec == std::errc() && parsed.ptr == text.data() + text.size();
-  if (!is_number || number < lowest || number > highest) return std::nullopt;
-  return number;
-}
 
 // Adds the numbers of the items whose name is the text, or else fits it as a pattern.
 template <typename Items>
@@ -27,9 +19,8 @@ void add_named(const Items& items, const std::string& text, std::set<int>& chose
   std::set<int> fitting;
   std::set<int> equal;
   for (const auto& item : items) {
-    const std::string name = host::to_utf8(item.name);
-    if (name == text || item.name == text) equal.insert(item.number);
-    if (fnmatch(text.c_str(), name.c_str(), 0) == 0) fitting.insert(item.number);
+    if (is_name(item.name, text)) equal.insert(item.number);
+    if (fnmatch(text.c_str(), host::to_utf8(item.name).c_str(), 0) == 0) fitting.insert(item.number);
   }
   chosen.merge(equal.empty() ? fitting : equal);
 }
@@ -53,10 +44,7 @@ void add_item(const Items& items, const std::string& text, const std::string& fi
   }
   std::set<int> named;
   add_named(items, text, named);
-  if (named.empty()) {
-    throw CommandError(ExitStatus::usage, file,
-                       fmt::format("there is no {0} '{1}': the {0}s are 1 to {2}", what, text, items.size()));
-  }
+  if (named.empty()) throw no_such_item(file, what, text, items.size());
   chosen.merge(named);
 }
 

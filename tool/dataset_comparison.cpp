@@ -1,7 +1,6 @@
 #include "tool/dataset_comparison.h"
 
 #include <algorithm>
-#include <array>
 #include <map>
 #include <set>
 #include <tuple>
@@ -9,13 +8,13 @@
 #include "fmt/format.h"
 #include "host/error.h"
 #include "host/text_encoding.h"
+#include "tool/axes.h"
 #include "tool/choice.h"
 #include "tool/summary.h"
 
 namespace tool {
 namespace {
 
-constexpr std::array<const char*, 3> kAxes = {"x", "y", "z"};
 constexpr char kMissing[] = "missing";
 
 // Names and how often they were there before, so that the second part of a name meets the second one.

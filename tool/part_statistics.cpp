@@ -1,11 +1,11 @@
 #include "tool/part_statistics.h"
 
 #include <array>
-#include <cmath>
 #include <span>
 #include <utility>
 
-#include "host/undefined_value.h"
+#include "tool/axes.h"
+#include "tool/magnitude.h"
 
 namespace tool {
 namespace {
@@ -24,13 +24,7 @@ std::vector<float> magnitudes(const std::array<host::HostArray, 3>& vector) {
   const std::span<const float> y = vector[1].values();
   const std::span<const float> z = vector[2].values();
   std::vector<float> result(x.size());
-  for (std::size_t i = 0; i < x.size(); ++i) {
-    const bool is_undefined =
-        host::is_undefined(x[i]) || host::is_undefined(y[i]) || host::is_undefined(z[i]);
-    const auto square = [](float value) { return static_cast<double>(value) * static_cast<double>(value); };
-    result[i] = is_undefined ? host::kUndefinedValue
-                             : static_cast<float>(std::sqrt(square(x[i]) + square(y[i]) + square(z[i])));
-  }
+  for (std::size_t i = 0; i < x.size(); ++i) result[i] = magnitude(x[i], y[i], z[i]);
   return result;
 }
 
@@ -38,7 +32,6 @@ std::vector<float> magnitudes(const std::array<host::HostArray, 3>& vector) {
 
 PartStatistics part_statistics(host::Session& session, const host::Variable& variable, const host::Part& part,
                                std::size_t intervals) {
-  constexpr std::array<const char*, 3> kAxes = {"x", "y", "z"};
   const bool is_vector = variable.kind == host::VariableKind::vector;
   PartStatistics result{.part = part.number, .availability = {}, .reason = {}, .components = {}};
   std::array<host::HostArray, 3> vector;

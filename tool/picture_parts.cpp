@@ -7,6 +7,7 @@
 #include <vtkFloatArray.h>
 
 #include "host/text_encoding.h"
+#include "tool/magnitude.h"
 #include "tool/name_lookup.h"
 #include "vtk/part_grid.h"
 #include "vtk/part_tree.h"
@@ -34,9 +35,7 @@ PictureScalar scalar_of(const host::Variable& variable, std::optional<int> compo
 
 bool has_variable(host::Session& session, const std::string& name) {
   return std::any_of(session.variables().begin(), session.variables().end(),
-                     [&](const host::Variable& variable) {
-                       return variable.name == name || host::to_utf8(variable.name) == name;
-                     });
+                     [&](const host::Variable& variable) { return is_name(variable.name, name); });
 }
 
 // One number per tuple of a vector.
@@ -49,7 +48,7 @@ vtkSmartPointer<vtkFloatArray> reduced(vtkFloatArray* vectors, std::optional<int
   if (component) {
     for (vtkIdType i = 0; i < count; ++i) to[i] = from[3 * i + *component];
   } else {
-    for (vtkIdType i = 0; i < count; ++i) to[i] = std::hypot(from[3 * i], from[3 * i + 1], from[3 * i + 2]);
+    for (vtkIdType i = 0; i < count; ++i) to[i] = magnitude(from[3 * i], from[3 * i + 1], from[3 * i + 2]);
   }
   return scalars;
 }

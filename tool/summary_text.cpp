@@ -1,11 +1,11 @@
 // The summary for a person.
 #include <algorithm>
-#include <array>
 #include <filesystem>
 #include <iterator>
 #include <string>
 
 #include "fmt/format.h"
+#include "tool/axes.h"
 #include "tool/summary.h"
 
 namespace tool {
@@ -146,7 +146,6 @@ void add_variable_line(Text& text, const VariableSummary& variable, bool with_ra
     add(text, "{}", availability_word(variable.availability));
     if (!variable.reason.empty()) add(text, ": {}", variable.reason);
   }
-  constexpr std::array<char, 3> kAxes = {'x', 'y', 'z'};
   for (std::size_t i = 0; i < variable.components.size(); ++i) {
     if (variable.components.size() > 1)
       add(text, "{}{} ", i == 0 ? "" : "; ", kAxes[std::min<std::size_t>(i, 2)]);

@@ -1,16 +1,14 @@
 #include "tool/value_table.h"
 
-#include <array>
 #include <utility>
 
 #include "fmt/format.h"
 #include "host/text_encoding.h"
+#include "tool/axes.h"
 #include "tool/exit_status.h"
 
 namespace tool {
 namespace {
-
-constexpr std::array<const char*, 3> kAxes = {"x", "y", "z"};
 
 // Where a part's elements are: the means of their nodes, in the order of the element blocks.
 host::Coordinates element_centres(const host::Coordinates& nodes,
