@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
 #include <unordered_set>
 
 namespace host {
@@ -18,6 +19,14 @@ constexpr std::array<std::string_view, 3> kGeometryFailures = {
 
 bool is_reason(std::string_view message) {
   return !message.starts_with(kTrace) && !message.starts_with(kWarning) && message != kReadDone;
+}
+
+// The C library puts the program's name in front of an assertion, which is not about the program.
+std::string_view without_program_name(std::string_view message) {
+  const std::string_view name = program_invocation_short_name;
+  if (message.starts_with(name) && message.substr(name.size()).starts_with(": "))
+    message.remove_prefix(name.size() + 2);
+  return message;
 }
 
 // The messages of `text`. One of them has no line end, so that another may follow it in the same line.
@@ -63,7 +72,8 @@ std::string reason_in_diagnostics(std::string_view text) {
   const std::vector<std::string_view> messages = split_messages(text);
   for (auto message = messages.rbegin(); message != messages.rend() && taken < 2; ++message) {
     if (!is_reason(*message)) continue;
-    std::string part(message->substr(message->size() - std::min(message->size(), kMaxLength)));
+    const std::string_view said = without_program_name(*message);
+    std::string part(said.substr(said.size() - std::min(said.size(), kMaxLength)));
     if (taken++ > 0) part += "; ";
     reason.insert(0, part);
   }

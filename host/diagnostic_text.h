@@ -8,7 +8,8 @@
 namespace host {
 
 // Why a call failed: the last two messages that are neither traces of files being read nor warnings, joined
-// by "; ". A very long message is cut at its front. The result is empty when there is none.
+// by "; ", without the name of this program in front of an assertion. A very long message is cut at its
+// front. The result is empty when there is none.
 std::string reason_in_diagnostics(std::string_view text);
 
 // The paths of the files that the reader traced ("IN ( FLD): path"), each once, in the order of their first

@@ -1,8 +1,9 @@
 // fldtool info
 #include <memory>
-#include <optional>
 #include <string>
 
+#include "host/error.h"
+#include "host/text_encoding.h"
 #include "tool/commands.h"
 #include "tool/dataset_options.h"
 #include "tool/exit_status.h"
@@ -68,29 +69,40 @@ struct InfoOptions {
   }
 };
 
-// Opens the dataset; if the reader refuses the file, prints what is still there before the error goes on.
-std::unique_ptr<OpenDataset> open_or_print_remains(const InfoOptions& options) {
+// Opens the dataset and goes through it. Throws CommandError when it cannot.
+DatasetSummary read_summary(const InfoOptions& options) {
+  OpenDataset dataset(options.dataset);
   try {
-    return std::make_unique<OpenDataset>(options.dataset);
-  } catch (const CommandError& error) {
-    const std::string& file = options.dataset.file;
-    const auto remains = error.status() == ExitStatus::unreadable ? find_remains(file) : std::nullopt;
-    if (!remains) throw;
-    const std::string reason = std::string(error.what()).substr(file.size() + 2);
-    Output output("");
-    output.write(options.json ? remains_json(file, reason, *remains) : remains_text(file, reason, *remains));
-    output.finish();
-    throw;
+    return summarize(dataset.session(), dataset.library().path().string(), options.detail());
+  } catch (const host::Error& error) {
+    throw CommandError(ExitStatus::unreadable, options.dataset.file, host::to_utf8(error.reason()));
   }
 }
 
-void run_info(const InfoOptions& options) {
-  const std::unique_ptr<OpenDataset> dataset = open_or_print_remains(options);
-  const DatasetSummary summary =
-      summarize(dataset->session(), dataset->library().path().string(), options.detail());
+void print(const std::string& text) {
   Output output("");
-  output.write(options.json ? summary_json(summary) : summary_text(summary));
+  output.write(text);
   output.finish();
+}
+
+// What is still there of a file that the reader refused with this error, if it is an FLD file.
+void print_remains(const InfoOptions& options, const CommandError& error) {
+  const std::string& file = options.dataset.file;
+  const auto remains = find_remains(file);
+  if (!remains) return;
+  const std::string reason = std::string(error.what()).substr(file.size() + 2);
+  print(options.json ? remains_json(file, reason, *remains) : remains_text(file, reason, *remains));
+}
+
+void run_info(const InfoOptions& options) {
+  DatasetSummary summary;
+  try {
+    summary = read_summary(options);
+  } catch (const CommandError& error) {
+    if (error.status() == ExitStatus::unreadable) print_remains(options, error);
+    throw;
+  }
+  print(options.json ? summary_json(summary) : summary_text(summary));
   if (!summary.problems.empty()) {
     throw CommandError(ExitStatus::unreadable, options.dataset.file, summary.problems.front());
   }

@@ -53,6 +53,7 @@ DatasetComparison::DatasetComparison(OpenDataset& a, OpenDataset& b, ComparisonC
 
 template <typename Read>
 bool DatasetComparison::reads(OpenDataset& dataset, Read read) {
+  if (dataset.session().is_lost()) return false;
   try {
     read(dataset.session());
     return true;

@@ -52,7 +52,8 @@ class DatasetComparison {
   void compare_elements(const Pair& part);
   void compare_variable(const Pair& variable, const Pair& part);
   bool compare_component(const Pair& variable, const Pair& part, int component);
-  // Notes the error of a dataset that could not be read. False if there was one.
+  // Notes the error of a dataset that could not be read. False if there was one, or the session was lost
+  // before.
   template <typename Read>
   bool reads(OpenDataset& dataset, Read read);
   void tell(Difference difference);

@@ -1,12 +1,12 @@
 #include "tool/dataset_options.h"
 
+#include <cstdio>
+#include <cstdlib>
 #include <limits>
 #include <optional>
-#include <string_view>
 #include <unistd.h>
 
 #include "fmt/format.h"
-#include "host/diagnostic_text.h"
 #include "host/error.h"
 #include "host/plugin_path.h"
 #include "host/text_encoding.h"
@@ -15,33 +15,11 @@
 namespace tool {
 namespace {
 
-// For the hook below, which gets nothing but the captured text.
-std::string file_being_read;  // NOLINT(cert-err58-cpp,bugprone-dynamic-static-initializers)
-bool show_all_text = false;
-
-void write_error(std::string_view text) {
-  while (!text.empty()) {
-    const ssize_t written = write(STDERR_FILENO, text.data(), text.size());
-    if (written <= 0) return;
-    text.remove_prefix(static_cast<std::size_t>(written));
-  }
-}
-
-// An assertion of the reader is about to end the program: the last line of what it wrote is the assertion's
-// report. Writes in pieces and leaves without running anything of the interrupted program.
-void report_fatal(std::string_view captured) {
-  if (show_all_text) write_error(captured);
-  std::string_view last = captured;
-  while (last.ends_with('\n')) last.remove_suffix(1);
-  last.remove_prefix(last.rfind('\n') + 1);
-  constexpr std::string_view kOwnName = "fldtool: ";
-  if (last.starts_with(kOwnName)) last.remove_prefix(kOwnName.size());
-  for (const std::string_view piece :
-       {kOwnName, std::string_view(file_being_read), std::string_view(": the reader stopped: "), last,
-        std::string_view("\n")}) {
-    write_error(piece);
-  }
-  _exit(static_cast<int>(ExitStatus::unreadable));
+// For the end of a program whose reader was left in the middle of a call: what it holds is in no state to be
+// destroyed.
+void exit_without_destructors(int status, void* /*unused*/) {
+  std::fflush(nullptr);
+  _exit(status);
 }
 
 std::unique_ptr<host::Library> load(const DatasetOptions& options, host::Library::Globals globals) {
@@ -80,11 +58,10 @@ void add_series_options(CLI::App& command, DatasetOptions& options) {
 
 OpenDataset::OpenDataset(const DatasetOptions& options, Globals globals)
     : file_(options.file), verbose_(options.verbose), library_(load(options, globals)) {
-  file_being_read = options.file;
-  show_all_text = options.verbose;
   try {
     open(options);
   } catch (const host::Error& error) {
+    close();
     throw CommandError(ExitStatus::unreadable, options.file, host::to_utf8(error.reason()));
   }
 }
@@ -93,7 +70,7 @@ void OpenDataset::open(const DatasetOptions& options) {
   host::SessionOptions choices;
   choices.toggles = {{host::kSimplifyToggle, options.simplify}, {host::kGroupsToggle, !options.no_groups}};
   choices.capture_diagnostics = true;
-  choices.on_fatal = report_fatal;
+  choices.recover_from_aborts = true;
   session_ = std::make_unique<host::Session>(*library_, choices);
   session_->open(options.file);
   if (options.step >= session_->step_count()) {
@@ -104,20 +81,23 @@ void OpenDataset::open(const DatasetOptions& options) {
   session_->select_step(options.step);
 }
 
-host::Session& OpenDataset::session() {
-  file_being_read = file_;
-  return *session_;
+OpenDataset::~OpenDataset() {
+  close();
 }
 
-OpenDataset::~OpenDataset() {
+void OpenDataset::close() {
   if (!session_) return;
   try {
-    session_->close();
+    if (!session_->is_lost()) session_->close();
     if (verbose_) fmt::print(stderr, "{}", host::to_utf8(session_->diagnostics()));
   } catch (const std::exception&) {
     // The answer stands; a reader that fails to let go changes nothing about it.
     verbose_ = false;
   }
+  if (!session_->is_lost()) return;
+  library_->leave_loaded();
+  // What is registered last goes first, so this comes before the destructors of the library's globals.
+  static_cast<void>(on_exit(exit_without_destructors, nullptr));
 }
 
 }  // namespace tool

@@ -24,8 +24,8 @@ void add_dataset_options(CLI::App& command, DatasetOptions& options);
 // The same without --step, for commands that go through several steps.
 void add_series_options(CLI::App& command, DatasetOptions& options);
 
-// The reader with a dataset open and the chosen step selected. While it lives, an assertion of the reader
-// ends the program with one line about the file and the status for unreadable files.
+// The reader with a dataset open and the chosen step selected. A failed assertion of the reader is a
+// host::Error like any other, after which the session is lost: it answers every further call with one.
 class OpenDataset {
  public:
   using Globals = host::Library::Globals;
@@ -39,14 +39,13 @@ class OpenDataset {
   // Closes the dataset; with verbose on, writes the reader's diagnostics to the standard error stream.
   ~OpenDataset();
 
-  // Of two open datasets the one whose session was asked for last is the one that a failed assertion is
-  // about.
-  host::Session& session();
+  host::Session& session() { return *session_; }
   const std::string& file() const { return file_; }
   const host::Library& library() const { return *library_; }
 
  private:
   void open(const DatasetOptions& options);
+  void close();
 
   std::string file_;
   bool verbose_;

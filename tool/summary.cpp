@@ -105,9 +105,10 @@ class Summarizer {
     std::vector<Fingerprint> first;
     std::vector<bool> moves;
     for (const int geometry_step : geometry_steps) {
-      if (!select(first_step_with(geometry_step))) continue;
+      const int step = first_step_with(geometry_step);
+      std::vector<Fingerprint> now;
+      if (!select(step) || !read("step " + std::to_string(step), [&] { now = fingerprints(); })) continue;
       motion.compared_steps.push_back(geometry_step);
-      const std::vector<Fingerprint> now = fingerprints();
       if (first.empty()) {
         first = now;
         moves.assign(first.size(), false);
@@ -125,14 +126,22 @@ class Summarizer {
   // The coordinates of a part, boiled down: equal ones have equal fingerprints.
   using Fingerprint = std::array<std::size_t, 3>;
 
-  bool select(int step) {
+  // Notes the error of what could not be read. False if there was one. Of a session that is lost it notes the
+  // first one alone.
+  template <typename Read>
+  bool read(const std::string& what, Read read_it) {
+    const bool was_lost = session_.is_lost();
     try {
-      session_.select_step(step);
+      read_it();
       return true;
     } catch (const host::Error& error) {
-      note("step " + std::to_string(step) + ": " + host::to_utf8(error.reason()));
+      if (!was_lost) note(what + ": " + host::to_utf8(error.reason()));
       return false;
     }
+  }
+
+  bool select(int step) {
+    return read("step " + std::to_string(step), [&] { session_.select_step(step); });
   }
 
   int first_step_with(int geometry_step) const {
@@ -157,12 +166,10 @@ class Summarizer {
   }
 
   std::optional<host::BoundingBox> box(const host::Part& part) {
-    try {
-      return host::bounding_box(session_.coordinates(part.number));
-    } catch (const host::Error& error) {
-      note("part " + std::to_string(part.number) + ": " + host::to_utf8(error.reason()));
-      return std::nullopt;
-    }
+    std::optional<host::BoundingBox> box;
+    read("part " + std::to_string(part.number),
+         [&] { box = host::bounding_box(session_.coordinates(part.number)); });
+    return box;
   }
 
   static VariableSummary describe(const host::Variable& variable) {
@@ -175,6 +182,7 @@ class Summarizer {
 
   VariableSummary range(const host::Variable& variable) {
     stop_if_interrupted();
+    const bool was_lost = session_.is_lost();
     VariableSummary summary = describe(variable);
     summary.components.resize(static_cast<std::size_t>(variable.components()));
     summary.availability = host::Availability::not_in_this_step;
@@ -186,7 +194,7 @@ class Summarizer {
     }
     if (summary.availability != host::Availability::given) summary.components.clear();
     summary.reason = host::to_utf8(summary.reason);
-    if (summary.availability == host::Availability::failed) {
+    if (summary.availability == host::Availability::failed && !was_lost) {
       note("variable " + summary.name + " at step " + std::to_string(session_.step()) + ": " +
            summary.reason);
     }

@@ -1,6 +1,7 @@
 #include "host/diagnostic_text.h"
 
 #include "gtest/gtest.h"
+#include <cerrno>
 #include <string>
 #include <vector>
 
@@ -23,6 +24,13 @@ TEST(DiagnosticText, ReasonLeavesOutTracesAndWarnings) {
 TEST(DiagnosticText, ReasonSeparatesAMessageWithoutLineEnd) {
   EXPECT_EQ(host::reason_in_diagnostics("ERROR : CUT SHORT.FAILED TO READ GEOMETRY.\n"),
             "ERROR : CUT SHORT.; FAILED TO READ GEOMETRY.");
+}
+
+TEST(DiagnosticText, ReasonHasNoProgramInFrontOfAnAssertion) {
+  const std::string program = program_invocation_short_name;
+  EXPECT_EQ(host::reason_in_diagnostics("one\n" + program + ": a.cpp:3: void f(): Assertion `!x' failed.\n"),
+            "one; a.cpp:3: void f(): Assertion `!x' failed.");
+  EXPECT_EQ(host::reason_in_diagnostics(program + " told\n"), program + " told");
 }
 
 TEST(DiagnosticText, ReasonIsNeverVeryLong) {

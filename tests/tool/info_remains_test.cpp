@@ -72,6 +72,18 @@ TEST_F(InfoRemains, TellWhatIsThereAndWhereItEnded) {
   }
 }
 
+TEST(InfoRemainsOfAssertions, AreThereTheSame) {
+  const OneFile file{testkit::File{}};  // no region set at all: the reader gives up
+  const Result text = run_fldtool({"info", file.path()});
+  EXPECT_EQ(text.status, 3);
+  EXPECT_NE(text.output.find("OverlapEnd\n"), std::string::npos) << text.output;
+  EXPECT_NE(text.output.find("problems\n  error FLD-207 at "), std::string::npos) << text.output;
+  const Result result = run_fldtool({"info", "--json", file.path()});
+  EXPECT_EQ(result.status, 3);
+  const json found = json::parse(result.output);
+  EXPECT_TRUE(found["reason"].get<std::string>().starts_with("the reader gave up: ")) << found["reason"];
+}
+
 TEST_F(InfoRemains, AreThereInJson) {
   const Result result = run_fldtool({"info", "--json", path()});
   EXPECT_EQ(result.status, 3);

@@ -92,14 +92,22 @@ TEST_F(UnreadableFiles, AFileWithoutElements) {
       << result.errors;
 }
 
-TEST_F(UnreadableFiles, AFileThatMakesTheReaderStop) {
+TEST_F(UnreadableFiles, AFileThatMakesTheReaderGiveUp) {
   testkit::File without;  // no region set at all
   const std::string path = file("without.fld", testkit::to_bytes(without));
-  const Result result = run_fldtool({"info", path});
-  EXPECT_EQ(result.status, 3);
-  EXPECT_TRUE(result.errors.starts_with("fldtool: " + path + ": the reader stopped: ")) << result.errors;
-  EXPECT_NE(result.errors.find("Assertion `!m_overlap.empty()' failed."), std::string::npos) << result.errors;
-  EXPECT_EQ(result.errors.find('\n'), result.errors.size() - 1) << result.errors;
+  for (const std::string command : {"info", "stats"}) {
+    const Result result = run_fldtool({command, path});
+    EXPECT_EQ(result.status, 3);
+    EXPECT_TRUE(result.errors.starts_with("fldtool: " + path + ": the reader gave up: ")) << result.errors;
+    EXPECT_TRUE(result.errors.ends_with("Assertion `!m_overlap.empty()' failed.\n")) << result.errors;
+    EXPECT_EQ(result.errors.find("fldtool: ", 1), std::string::npos) << result.errors;
+    EXPECT_EQ(result.errors.find('\n'), result.errors.size() - 1) << result.errors;
+  }
+  const Result verbose = run_fldtool({"stats", path, "--verbose"});
+  EXPECT_EQ(verbose.status, 3);
+  EXPECT_NE(verbose.errors.find("Assertion `!m_overlap.empty()' failed.\nfldtool: " + path + ": "),
+            std::string::npos)
+      << verbose.errors;
 }
 
 TEST_F(UnreadableFiles, AFileThatBreaksOffAnywhere) {
