@@ -36,13 +36,14 @@ many values there are in N intervals of equal width from the lowest to the highe
 
 --json prints one JSON object:
   file           the file as given
-  steps          per step: step, time, variables
+  steps          per step that could be read: step, time, variables
   variables      per variable: number, name, label, type (scalar or vector), per (node or element), parts
   parts          per part: part (its number), name, availability (given, not in this step, not offered or failed), reason
                  (if failed), components
   components     component (x, y, z or magnitude; null of a scalar), values (how many), minimum, maximum, mean (null without
                  numbers), undefined, not_numbers, and with --histogram: histogram (low, high, counts)
-The exit status is 3 when values could not be read.
+  problems       what could not be read, in words; the exit status is then 3
+A step that cannot be read is left out, and the others go on, unless the reader gave up over it.
 
 )";
 
@@ -159,15 +160,27 @@ class StatsRun {
       output_.write(fmt::format("{{\n\"file\": {},\n\"steps\": [\n", json_text(options_.dataset.file)));
     }
     for (const int step : steps_) {
-      session_.select_step(step);
-      print(step, statistics());
+      if (select(step)) print(step, statistics());
+      if (session_.is_lost()) break;
     }
-    if (options_.json) output_.write("\n]\n}\n");
+    progress_.erase();
+    if (options_.json) output_.write(fmt::format("\n],\n\"problems\": {}\n}}\n", json_text(problems_, -1)));
     output_.finish();
-    if (!problem_.empty()) throw CommandError(ExitStatus::unreadable, options_.dataset.file, problem_);
+    if (!problems_.empty())
+      throw CommandError(ExitStatus::unreadable, options_.dataset.file, problems_.front());
   }
 
  private:
+  bool select(int step) {
+    try {
+      session_.select_step(step);
+      return true;
+    } catch (const host::Error& error) {
+      problems_.push_back(fmt::format("step {}: {}", step, host::to_utf8(error.reason())));
+      return false;
+    }
+  }
+
   std::vector<VariableStatistics> statistics() {
     std::vector<VariableStatistics> found;
     for (const int number : variables_) {
@@ -175,9 +188,10 @@ class StatsRun {
       for (const int part : parts_) {
         stop_if_interrupted();
         progress_.update(done_++);
+        const bool was_lost = session_.is_lost();
         found.back().parts.push_back(
             part_statistics(session_, found.back().variable, session_.part(part), options_.intervals));
-        note_problem(found.back());
+        if (!was_lost) note_problem(found.back());
       }
     }
     return found;
@@ -185,9 +199,11 @@ class StatsRun {
 
   void note_problem(const VariableStatistics& found) {
     const PartStatistics& part = found.parts.back();
-    if (part.availability != host::Availability::failed || !problem_.empty()) return;
-    problem_ = fmt::format("variable {} at step {}: {}", host::to_utf8(found.variable.name), session_.step(),
-                           host::to_utf8(part.reason));
+    if (part.availability != host::Availability::failed) return;
+    std::string problem = fmt::format("variable {} at step {}: {}", host::to_utf8(found.variable.name),
+                                      session_.step(), host::to_utf8(part.reason));
+    // It is the same for every part, as a rule.
+    if (problems_.empty() || problems_.back() != problem) problems_.push_back(std::move(problem));
   }
 
   void print(int step, const std::vector<VariableStatistics>& found) {
@@ -197,7 +213,8 @@ class StatsRun {
       Json json{{"step", step}, {"time", json_number(time)}, {"variables", Json::array()}};
       for (const VariableStatistics& variable : found)
         json["variables"].push_back(variable_json(session_, variable));
-      output_.write((step == steps_.front() ? "" : ",\n") + json_text(json));
+      output_.write((is_first_ ? "" : ",\n") + json_text(json));
+      is_first_ = false;
       return;
     }
     output_.write(fmt::format("step {} (time {})\n", step, time));
@@ -211,8 +228,9 @@ class StatsRun {
   std::vector<int> variables_;
   Progress progress_;
   Output output_{""};
+  bool is_first_ = true;  // of the steps that are printed
   std::uint64_t done_ = 0;
-  std::string problem_;  // the first one
+  std::vector<std::string> problems_;
 };
 
 void run_stats(const StatsOptions& options) {

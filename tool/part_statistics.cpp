@@ -4,6 +4,7 @@
 #include <span>
 #include <utility>
 
+#include "host/error.h"
 #include "tool/axes.h"
 #include "tool/magnitude.h"
 
@@ -28,6 +29,15 @@ std::vector<float> magnitudes(const std::array<host::HostArray, 3>& vector) {
   return result;
 }
 
+// The values of one component; those of a reader that answers with an exception have failed too.
+host::PartValues values_of(host::Session& session, int variable, int part, int component) {
+  try {
+    return session.values(variable, part, component);
+  } catch (const host::Error& error) {
+    return {.availability = host::Availability::failed, .reason = error.reason(), .array = {}};
+  }
+}
+
 }  // namespace
 
 PartStatistics part_statistics(host::Session& session, const host::Variable& variable, const host::Part& part,
@@ -36,7 +46,7 @@ PartStatistics part_statistics(host::Session& session, const host::Variable& var
   PartStatistics result{.part = part.number, .availability = {}, .reason = {}, .components = {}};
   std::array<host::HostArray, 3> vector;
   for (int i = 0; i < variable.components(); ++i) {
-    host::PartValues values = session.values(variable.number, part.number, i);
+    host::PartValues values = values_of(session, variable.number, part.number, i);
     result.availability = values.availability;
     result.reason = values.reason;
     if (values.availability != host::Availability::given) {

@@ -69,6 +69,18 @@ TEST_F(GivenUp, InfoShowsTheStepsBefore) {
   EXPECT_NE(text.output.find("\nvariables at step 1 (time 0.5)\n"), std::string::npos) << text.output;
 }
 
+TEST_F(GivenUp, StatsHaveTheStepsBefore) {
+  const Result result = run_fldtool({"stats", path(), "--json", "--variables", "p", "-p", "whole"});
+  expect_error(result);
+  const json found = json::parse(result.output);
+  ASSERT_EQ(found["steps"].size(), 2U);
+  EXPECT_EQ(found["steps"][1]["variables"][0]["parts"][0]["components"][0]["mean"], 1.0);
+  ASSERT_EQ(found["problems"].size(), 1U);
+  expect_reason(found["problems"][0]);
+  const json last = json::parse(run_fldtool({"stats", path(), "--json", "--steps", "2-3"}).output);
+  EXPECT_EQ(last["steps"], json::array());
+}
+
 TEST_F(GivenUp, DiffComparesTheStepsBefore) {
   const Result result = run_fldtool({"diff", path(), path(), "--json"});
   EXPECT_EQ(result.status, 3);

@@ -49,6 +49,7 @@ TEST(Stats, ScalarsAndVectorsWithMagnitude) {
   ASSERT_EQ(found["steps"].size(), 1U);
   EXPECT_EQ(found["steps"][0]["step"], 0);
   EXPECT_EQ(found["steps"][0]["time"], 0.0);
+  EXPECT_EQ(found["problems"], json::array());
   const json& variables = found["steps"][0]["variables"];
   ASSERT_EQ(variables.size(), 2U);
   EXPECT_EQ(variables[0]["name"], "p");
@@ -172,23 +173,38 @@ TEST(Stats, ValuesThatCannotBeRead) {
   EXPECT_EQ(failed["availability"], "failed");
   EXPECT_EQ(failed["reason"], "error : failed to seek fld file.");
   EXPECT_EQ(failed["components"], json::array());
+  EXPECT_EQ(found["problems"], json::array({"variable p at step 1: error : failed to seek fld file."}));
 }
 
-TEST(Stats, AStepThatCannotBeRead) {
+TEST(Stats, AStepThatCannotBeReadIsLeftOut) {
   const testkit::TemporaryDirectory directory;
-  for (int cycle = 1; cycle <= 2; ++cycle) {
+  for (int cycle = 1; cycle <= 3; ++cycle) {
     testkit::File file = one_of_each_file();
     file.header.set_cycle(cycle, cycle);
     if (cycle == 2) file.region_sets.front().section("LS_Elements").blocks[0] = testkit::Block::integer(-5);
     testkit::write_file(file, directory / ("case_" + std::to_string(cycle) + ".fld"));
   }
   const std::string path = (directory / "case_1.fld").string();
-  const Result result = run_fldtool({"stats", path});
+  const std::string beginning = "fldtool: " + path + ": step 1: ";
+  const std::string reason = "FAILED TO READ GEOMETRY DATA IN " + (directory / "case_2.fld").string() + ".";
+  const Result result = run_fldtool({"stats", path, "--variables", "p", "-p", "whole"});
   EXPECT_EQ(result.status, 3);
-  EXPECT_NE(result.errors.find("FAILED TO READ GEOMETRY DATA IN " + (directory / "case_2.fld").string()),
-            std::string::npos)
-      << result.errors;
+  EXPECT_TRUE(result.errors.starts_with(beginning)) << result.errors;
+  EXPECT_NE(result.errors.find(reason), std::string::npos) << result.errors;
   EXPECT_EQ(result.output.find("step 0 (time 1)\n"), 0U) << result.output;
+  EXPECT_EQ(result.output.find("step 1"), std::string::npos) << result.output;
+  EXPECT_NE(result.output.find("step 2 (time 3)\n"), std::string::npos) << result.output;
+  const json found =
+      json::parse(run_fldtool({"stats", path, "--json", "--variables", "p", "-p", "whole"}).output);
+  ASSERT_EQ(found["steps"].size(), 2U);
+  EXPECT_EQ(found["steps"][1]["step"], 2);
+  EXPECT_EQ(found["steps"][1]["variables"][0]["parts"][0]["components"][0]["maximum"], 10.0);
+  ASSERT_EQ(found["problems"].size(), 1U);
+  EXPECT_NE(found["problems"][0].get<std::string>().find(reason), std::string::npos) << found["problems"];
+  // Where the first step that is asked for cannot be read, too.
+  const json behind = json::parse(run_fldtool({"stats", path, "--json", "--steps", "1-2"}).output);
+  ASSERT_EQ(behind["steps"].size(), 1U);
+  EXPECT_EQ(behind["steps"][0]["step"], 2);
 }
 
 TEST(Stats, AFullDisk) {
