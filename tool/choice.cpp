@@ -4,6 +4,7 @@
 #include <optional>
 #include <set>
 #include <string_view>
+#include <utility>
 
 #include "fmt/format.h"
 #include "host/text_encoding.h"
@@ -25,13 +26,13 @@ void add_named(const Items& items, const std::string& text, std::set<int>& chose
   chosen.merge(equal.empty() ? fitting : equal);
 }
 
-void add_parts_of_kind(const host::Session& session, const std::string& word, std::set<int>& chosen) {
-  for (const host::Part& part : session.parts()) {
-    const char* kind = part.kind == host::PartKind::surface  ? "surfaces"
-                       : part.kind == host::PartKind::volume ? "volumes"
-                                                             : "whole";
-    if (word == kind || word == "all") chosen.insert(part.number);
-  }
+// The kinds that a word means; none if it is none of the words.
+std::set<host::PartKind> kinds_of(const std::string& word) {
+  if (word == "surfaces") return {host::PartKind::surface};
+  if (word == "volumes") return {host::PartKind::volume};
+  if (word == "whole") return {host::PartKind::whole};
+  if (word == "all") return {host::PartKind::surface, host::PartKind::volume, host::PartKind::whole};
+  return {};
 }
 
 // `what` is the kind of thing, for the message.
@@ -50,16 +51,18 @@ void add_item(const Items& items, const std::string& text, const std::string& fi
 
 }  // namespace
 
-std::vector<int> choose_parts(const host::Session& session, const std::vector<std::string>& items) {
+ChosenParts choose_parts(const host::Session& session, const std::vector<std::string>& items) {
   std::set<int> chosen;
+  std::set<host::PartKind> kinds;
   for (const std::string& item : items) {
-    if (item == "surfaces" || item == "volumes" || item == "whole" || item == "all") {
-      add_parts_of_kind(session, item, chosen);
-    } else {
-      add_item(session.parts(), item, session.path().string(), "part", chosen);
-    }
+    std::set<host::PartKind> meant = kinds_of(item);
+    if (meant.empty()) add_item(session.parts(), item, session.path().string(), "part", chosen);
+    kinds.merge(meant);
   }
-  return {chosen.begin(), chosen.end()};
+  for (const host::Part& part : session.parts()) {
+    if (kinds.contains(part.kind)) chosen.insert(part.number);
+  }
+  return {session, chosen, std::move(kinds)};
 }
 
 std::vector<int> choose_variables(host::Session& session, const std::vector<std::string>& items) {

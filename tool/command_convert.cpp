@@ -71,6 +71,7 @@ void run_convert(const ConvertOptions& options) {
     for (const int step : steps) {
       stop_if_interrupted();
       session.select_step(step);
+      choices.parts.tell_missing(session, progress);
       series.write_step([&] {
         progress.update(++done);
         stop_if_interrupted();

@@ -23,8 +23,9 @@ namespace {
 
 constexpr char kManual[] =
     R"(Compares two datasets, or two steps of one: numbers of steps and region sets, times, parts, node and element counts,
-coordinates, connectivity, variables and their values. Parts and variables are matched by their names; connectivity is
-compared by the parts' own node numbers, and values in the order in which the reader gives them.
+coordinates, connectivity, variables and their values. Parts are matched by their kinds and names, at each step anew,
+and variables by their names; connectivity is compared by the parts' own node numbers, and values in the order in which
+the reader gives them.
 
 Without --step and --step-b all steps are compared, each with the one of the same number. --step compares one step of
 both; --step-b takes another step of the second dataset, or of FILE itself when there is no second one.

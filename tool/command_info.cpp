@@ -22,7 +22,7 @@ parts with node and element counts, their groups, and the variables. No values a
 the files mark as undefined are left out of the ranges and counted. --step shows parts and variables at another step than
 the first; the geometry is the last one at or before it. --all-steps shows the variables of every step and the boxes of the
 parts that move, with ranges. A part counts as moving when its coordinates differ between the first and the last geometry
-step, or between any two with --all-steps.
+step, or between any two with --all-steps; one that only some steps have, between those.
 
 Of a file that the reader refuses, its titles with their offsets are printed as far as the file can be followed, and where
 that ended; the exit status is 3 all the same. 'fldtool check' tells more about such a file.
@@ -44,8 +44,8 @@ and --all-steps only:
   variables                 number, name, label, type (scalar or vector), per (node or element), availability (given, not
                             in this step, not offered or failed), reason (if failed), ranges (per component: minimum,
                             maximum, mean, undefined, not_numbers; the first three null without numbers)
-  all_steps                 with --all-steps, per step: step, bounds (per part), variables (number, name, availability,
-                            reason, ranges)
+  all_steps                 with --all-steps, per step: step, bounds (one for each of parts; null if the step lacks it),
+                            variables (number, name, availability, reason, ranges)
   warnings                  what the reader found doubtful about the geometry, in words
   problems                  what could not be read, in words; the exit status is then 3
 Of a file that the reader refuses:

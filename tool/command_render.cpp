@@ -115,10 +115,18 @@ render::SceneOptions scene_options(const RenderOptions& options) {
 // What is drawn, as chosen on the command line.
 struct Choice {
   std::vector<int> steps;
-  std::vector<int> parts;  // in colours
-  std::vector<int> faint;
+  ChosenParts parts;  // in colours, but for those that are faint
+  ChosenParts faint;
   std::optional<PictureScalar> scalar;
   std::optional<ValueRange> range;
+
+  // The numbers of the parts in colours at the session's step.
+  std::vector<int> coloured(const host::Session& session) const {
+    std::vector<int> numbers = parts.at(session);
+    const std::vector<int> others = faint.at(session);
+    std::erase_if(numbers, [&](int part) { return std::binary_search(others.begin(), others.end(), part); });
+    return numbers;
+  }
 };
 
 Choice choose(host::Session& session, const RenderOptions& options) {
@@ -126,9 +134,6 @@ Choice choose(host::Session& session, const RenderOptions& options) {
   choice.steps = choose_steps(session, options.steps);
   choice.faint = choose_parts(session, options.faint);
   choice.parts = options.parts.empty() ? usual_parts(session) : choose_parts(session, options.parts);
-  std::erase_if(choice.parts, [&](int part) {
-    return std::find(choice.faint.begin(), choice.faint.end(), part) != choice.faint.end();
-  });
   if (options.variable.empty()) {
     choice.scalar = first_scalar(session);
   } else if (options.variable != "none") {
@@ -147,7 +152,7 @@ ValueRange range_of_steps(host::Session& session, const Choice& choice, Progress
   std::size_t done = 0;
   for (const int step : choice.steps) {
     session.select_step(step);
-    for (const int part : choice.parts) {
+    for (const int part : choice.coloured(session)) {
       stop_if_interrupted();
       range.add(scalar_values(session, *choice.scalar, part));
     }
@@ -178,7 +183,7 @@ class Renderer {
         scene_(scene_options(options)),
         choice_(choose(session, options)),
         studio_(scene_.width, scene_.height) {
-    if (choice_.parts.empty() && choice_.faint.empty())
+    if (choice_.parts.size() + choice_.faint.size() == 0)
       throw CommandError(ExitStatus::failure, options.dataset.file, "there is no part to draw");
   }
 
@@ -192,23 +197,24 @@ class Renderer {
     std::size_t done = 0;
     for (const int step : choice_.steps) {
       stop_if_interrupted();
+      session_.select_step(step);
+      choice_.parts.tell_missing(session_, progress);
+      choice_.faint.tell_missing(session_, progress);
       draw(step);
       progress.update(++done);
     }
   }
 
  private:
+  // The session's step.
   void draw(int step) {
-    session_.select_step(step);
     ValueRange range;
     std::vector<render::ShownPart> parts;
-    for (const int part : choice_.parts) {
-      if (part > static_cast<int>(session_.parts().size())) continue;
+    for (const int part : choice_.coloured(session_)) {
       stop_if_interrupted();
       parts.push_back(make_shown_part(session_, part, choice_.scalar, range));
     }
-    for (const int part : choice_.faint) {
-      if (part > static_cast<int>(session_.parts().size())) continue;
+    for (const int part : choice_.faint.at(session_)) {
       ValueRange unused;
       parts.push_back(make_shown_part(session_, part, std::nullopt, unused));
       parts.back().is_faint = true;

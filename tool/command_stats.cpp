@@ -160,7 +160,10 @@ class StatsRun {
       output_.write(fmt::format("{{\n\"file\": {},\n\"steps\": [\n", json_text(options_.dataset.file)));
     }
     for (const int step : steps_) {
-      if (select(step)) print(step, statistics());
+      if (select(step)) {
+        parts_.tell_missing(session_, progress_);
+        print(step, statistics());
+      }
       if (session_.is_lost()) break;
     }
     progress_.erase();
@@ -183,9 +186,10 @@ class StatsRun {
 
   std::vector<VariableStatistics> statistics() {
     std::vector<VariableStatistics> found;
+    const std::vector<int> parts = parts_.at(session_);
     for (const int number : variables_) {
       found.push_back({session_.variable(number), {}});
-      for (const int part : parts_) {
+      for (const int part : parts) {
         stop_if_interrupted();
         progress_.update(done_++);
         const bool was_lost = session_.is_lost();
@@ -224,7 +228,7 @@ class StatsRun {
   const StatsOptions& options_;
   host::Session& session_;
   std::vector<int> steps_;
-  std::vector<int> parts_;
+  ChosenParts parts_;
   std::vector<int> variables_;
   Progress progress_;
   Output output_{""};

@@ -2,8 +2,6 @@
 
 #include <algorithm>
 #include <map>
-#include <set>
-#include <tuple>
 
 #include "fmt/format.h"
 #include "host/error.h"
@@ -16,30 +14,6 @@ namespace tool {
 namespace {
 
 constexpr char kMissing[] = "missing";
-
-// Names and how often they were there before, so that the second part of a name meets the second one.
-template <typename Key>
-class Occurrences {
- public:
-  std::pair<Key, int> next(const Key& key) { return {key, counts_[key]++}; }
-
- private:
-  std::map<Key, int> counts_;
-};
-
-// The numbers of the items by what they are matched with.
-template <typename Items, typename KeyOf>
-auto numbers_by_key(const Items& items, KeyOf key_of) {
-  using Key = decltype(key_of(*items.begin()));
-  Occurrences<Key> occurrences;
-  std::map<std::pair<Key, int>, int> numbers;
-  for (const auto& item : items) numbers.emplace(occurrences.next(key_of(item)), item.number);
-  return numbers;
-}
-
-auto part_key(const host::Part& part) {
-  return std::pair(part.name, part.kind);
-}
 
 std::string variable_words(const host::Variable& variable) {
   return fmt::format("{} per {}", kind_word(variable.kind), location_word(variable.location));
@@ -75,33 +49,27 @@ void DatasetComparison::advance() {
   progress_(done_++, total_);
 }
 
-void DatasetComparison::match_parts() {
-  const std::vector<int> numbers =
-      choose_parts(a_.session(), choice_.parts.empty() ? std::vector<std::string>{"all"} : choice_.parts);
-  const std::set<int> chosen(numbers.begin(), numbers.end());
-  const auto in_a = numbers_by_key(a_.session().parts(), part_key);
-  auto in_b = numbers_by_key(b_.session().parts(), part_key);
-  for (const host::Part& part : a_.session().parts()) {
-    const auto same_number = [&](const auto& entry) { return entry.second == part.number; };
-    const auto key = std::find_if(in_a.begin(), in_a.end(), same_number)->first;
-    const auto found = in_b.find(key);
-    if (chosen.contains(part.number)) {
-      const std::string name = host::to_utf8(part.name);
-      if (found != in_b.end()) {
-        parts_.push_back({part.number, found->second, name});
-      } else {
-        tell({.kind = "part", .part = name, .a = kind_word(part.kind), .b = kMissing});
-      }
+// The chosen parts that the steps have in common; tells those that only one of them has.
+std::vector<DatasetComparison::Pair> DatasetComparison::match_parts() {
+  std::vector<Pair> pairs;
+  const std::map<PartIdentity, int> in_a = part_numbers(a_.session());
+  const std::map<PartIdentity, int> in_b = part_numbers(b_.session());
+  for (const PartIdentity& identity : part_identities(a_.session())) {
+    if (!parts_.contains(identity)) continue;
+    const std::string name = host::to_utf8(identity.name);
+    const auto found = in_b.find(identity);
+    if (found != in_b.end()) {
+      pairs.push_back({in_a.at(identity), found->second, name});
+    } else {
+      tell({.kind = "part", .part = name, .a = kind_word(identity.kind), .b = kMissing});
     }
-    if (found != in_b.end()) in_b.erase(found);
   }
-  if (!choice_.parts.empty()) return;
-  for (const auto& [key, number] : in_b) {
-    tell({.kind = "part",
-          .part = host::to_utf8(key.first.first),
-          .a = kMissing,
-          .b = kind_word(key.first.second)});
+  for (const PartIdentity& identity : part_identities(b_.session())) {
+    if (!parts_.contains(identity) || in_a.contains(identity)) continue;
+    tell(
+        {.kind = "part", .part = host::to_utf8(identity.name), .a = kMissing, .b = kind_word(identity.kind)});
   }
+  return pairs;
 }
 
 void DatasetComparison::match_variables() {
@@ -157,7 +125,8 @@ void DatasetComparison::compare_times() {
 }
 
 void DatasetComparison::run() {
-  match_parts();
+  parts_ =
+      choose_parts(a_.session(), choice_.parts.empty() ? std::vector<std::string>{"all"} : choice_.parts);
   const bool reads_variables = reads(a_, [](host::Session& session) { session.variables(); }) &&
                                reads(b_, [](host::Session& session) { session.variables(); });
   if (reads_variables) match_variables();
@@ -166,8 +135,12 @@ void DatasetComparison::run() {
   if (sets_a != sets_b)
     tell({.kind = "region_sets", .a = std::to_string(sets_a), .b = std::to_string(sets_b)});
   if (choice_.steps.empty()) compare_times();
-  total_ = choice_.steps.size() * parts_.size() * (1 + variables_.size());
-  for (const auto& [step_a, step_b] : choice_.steps) compare_steps(step_a, step_b);
+  const std::size_t work_per_step = parts_.size() * (1 + variables_.size());
+  total_ = choice_.steps.size() * work_per_step;
+  for (std::size_t i = 0; i < choice_.steps.size(); ++i) {
+    done_ = i * work_per_step;  // whatever the steps before had in common
+    compare_steps(choice_.steps[i].first, choice_.steps[i].second);
+  }
 }
 
 void DatasetComparison::compare_steps(int step_a, int step_b) {
@@ -178,7 +151,7 @@ void DatasetComparison::compare_steps(int step_a, int step_b) {
   steps_ = std::pair(step_a, step_b);
   // Parts with as many nodes and elements in both; others have no values to compare.
   std::vector<Pair> comparable;
-  for (const Pair& part : parts_) {
+  for (const Pair& part : match_parts()) {
     advance();
     const host::Part& in_a = a_.session().part(part.a);
     const host::Part& in_b = b_.session().part(part.b);

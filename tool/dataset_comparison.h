@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "host/session.h"
+#include "tool/chosen_parts.h"
 #include "tool/dataset_options.h"
 #include "tool/difference.h"
 
@@ -44,7 +45,7 @@ class DatasetComparison {
     std::string name;  // UTF-8
   };
 
-  void match_parts();
+  std::vector<Pair> match_parts();
   void match_variables();
   void compare_times();
   void compare_steps(int step_a, int step_b);
@@ -64,7 +65,7 @@ class DatasetComparison {
   ComparisonChoice choice_;
   Tell tell_;
   Progress progress_;
-  std::vector<Pair> parts_;
+  ChosenParts parts_;  // of the first dataset, at its first step
   std::vector<Pair> variables_;
   std::optional<std::pair<int, int>> steps_;  // those that are being compared
   std::uint64_t done_ = 0;

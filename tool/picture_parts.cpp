@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <set>
 #include <string_view>
 #include <vtkFloatArray.h>
 
@@ -53,10 +54,10 @@ vtkSmartPointer<vtkFloatArray> reduced(vtkFloatArray* vectors, std::optional<int
   return scalars;
 }
 
-std::vector<int> parts_of_kind(const host::Session& session, host::PartKind kind) {
-  std::vector<int> parts;
+std::set<int> parts_of_kind(const host::Session& session, host::PartKind kind) {
+  std::set<int> parts;
   for (const host::Part& part : session.parts()) {
-    if (part.kind == kind && part.element_count() > 0) parts.push_back(part.number);
+    if (part.kind == kind && part.element_count() > 0) parts.insert(part.number);
   }
   return parts;
 }
@@ -86,14 +87,16 @@ std::optional<PictureScalar> first_scalar(host::Session& session) {
   return std::nullopt;
 }
 
-std::vector<int> usual_parts(host::Session& session) {
+ChosenParts usual_parts(host::Session& session) {
+  const std::set<int> surfaces = parts_of_kind(session, host::PartKind::surface);
   for (const vtkdata::PartFolder& folder :
-       vtkdata::make_part_tree(session, parts_of_kind(session, host::PartKind::surface))) {
-    if (folder.name == vtkdata::kSurfaces && !folder.parts.empty()) return folder.parts;
+       vtkdata::make_part_tree(session, {surfaces.begin(), surfaces.end()})) {
+    if (folder.name == vtkdata::kSurfaces && !folder.parts.empty())
+      return {session, {folder.parts.begin(), folder.parts.end()}};
   }
   for (const host::PartKind kind : {host::PartKind::surface, host::PartKind::volume, host::PartKind::whole}) {
-    std::vector<int> parts = parts_of_kind(session, kind);
-    if (!parts.empty()) return parts;
+    const std::set<int> parts = parts_of_kind(session, kind);
+    if (!parts.empty()) return {session, parts};
   }
   return {};
 }

@@ -9,6 +9,7 @@
 
 #include "host/session.h"
 #include "render/scene.h"
+#include "tool/chosen_parts.h"
 
 namespace tool {
 
@@ -28,7 +29,7 @@ std::optional<PictureScalar> first_scalar(host::Session& session);
 
 // The surfaces that are in none of the reader's groups, whose members are there twice or lie inside; else all
 // surfaces; else the volumes; else the whole meshes.
-std::vector<int> usual_parts(host::Session& session);
+ChosenParts usual_parts(host::Session& session);
 
 // The lowest and highest number among values.
 struct ValueRange {

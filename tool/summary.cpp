@@ -7,11 +7,13 @@
 #include <filesystem>
 #include <functional>
 #include <map>
+#include <set>
 #include <string_view>
 
 #include "host/diagnostic_text.h"
 #include "host/error.h"
 #include "host/text_encoding.h"
+#include "tool/chosen_parts.h"
 #include "tool/interrupt.h"
 
 namespace tool {
@@ -72,7 +74,9 @@ std::vector<PartSummary> summarize_parts(const host::Session& session,
 
 class Summarizer {
  public:
-  Summarizer(host::Session& session, DatasetSummary& summary) : session_(session), summary_(summary) {}
+  // The parts at the session's step are those that are shown.
+  Summarizer(host::Session& session, DatasetSummary& summary)
+      : session_(session), summary_(summary), shown_parts_(part_numbers(session)) {}
 
   // The names and kinds alone.
   StepContents structure() {
@@ -86,7 +90,12 @@ class Summarizer {
   StepContents contents() {
     StepContents contents;
     contents.step = session_.step();
-    for (const host::Part& part : session_.parts()) contents.boxes.push_back(box(part));
+    contents.boxes.resize(shown_parts_.size());
+    for (const auto& [identity, number] : part_numbers(session_)) {
+      const auto shown = shown_parts_.find(identity);
+      if (shown != shown_parts_.end())
+        contents.boxes[static_cast<std::size_t>(shown->second) - 1] = box(session_.part(number));
+    }
     for (const host::Variable& variable : session_.variables()) contents.variables.push_back(range(variable));
     return contents;
   }
@@ -99,26 +108,23 @@ class Summarizer {
     return steps;
   }
 
-  // Compares the coordinates at the given geometry steps with those at the first one.
+  // Compares the coordinates at the given geometry steps with those at the first one that has the part.
   MotionSummary motion(const std::vector<int>& geometry_steps) {
     MotionSummary motion;
-    std::vector<Fingerprint> first;
-    std::vector<bool> moves;
+    std::map<PartIdentity, Fingerprint> first;
+    std::set<int> moving;
     for (const int geometry_step : geometry_steps) {
       const int step = first_step_with(geometry_step);
-      std::vector<Fingerprint> now;
+      std::map<PartIdentity, Fingerprint> now;
       if (!select(step) || !read("step " + std::to_string(step), [&] { now = fingerprints(); })) continue;
       motion.compared_steps.push_back(geometry_step);
-      if (first.empty()) {
-        first = now;
-        moves.assign(first.size(), false);
+      first.insert(now.begin(), now.end());
+      for (const auto& [identity, fingerprint] : now) {
+        const auto shown = shown_parts_.find(identity);
+        if (shown != shown_parts_.end() && first.at(identity) != fingerprint) moving.insert(shown->second);
       }
-      for (std::size_t i = 0; i < std::min(first.size(), now.size()); ++i)
-        moves[i] = moves[i] || first[i] != now[i];
     }
-    for (std::size_t i = 0; i < moves.size(); ++i) {
-      if (moves[i]) motion.moving_parts.push_back(static_cast<int>(i) + 1);
-    }
+    motion.moving_parts.assign(moving.begin(), moving.end());
     return motion;
   }
 
@@ -150,17 +156,17 @@ class Summarizer {
     return step;
   }
 
-  std::vector<Fingerprint> fingerprints() {
-    std::vector<Fingerprint> found;
-    for (const host::Part& part : session_.parts()) {
-      const host::Coordinates coordinates = session_.coordinates(part.number);
+  std::map<PartIdentity, Fingerprint> fingerprints() {
+    std::map<PartIdentity, Fingerprint> found;
+    for (const auto& [identity, number] : part_numbers(session_)) {
+      const host::Coordinates coordinates = session_.coordinates(number);
       Fingerprint fingerprint{};
       for (std::size_t axis = 0; axis < 3; ++axis) {
         const std::span<const float> values = coordinates.axes[axis].values();
         const std::string_view bytes(reinterpret_cast<const char*>(values.data()), values.size_bytes());
         fingerprint[axis] = std::hash<std::string_view>()(bytes);
       }
-      found.push_back(fingerprint);
+      found.emplace(identity, fingerprint);
     }
     return found;
   }
@@ -227,6 +233,7 @@ class Summarizer {
 
   host::Session& session_;
   DatasetSummary& summary_;
+  std::map<PartIdentity, int> shown_parts_;
 };
 
 // The geometry steps to look for motion in: all of them, or the first and the last; none when there is only

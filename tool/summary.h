@@ -40,14 +40,14 @@ struct VariableSummary {
 // What may differ from step to step.
 struct StepContents {
   int step = 0;
-  std::vector<std::optional<host::BoundingBox>> boxes;  // per part
+  std::vector<std::optional<host::BoundingBox>> boxes;  // per part that is shown; empty if the step lacks it
   std::vector<VariableSummary> variables;
 };
 
-// Which parts move, found by comparing the parts' coordinates.
+// Which of the parts that are shown move, found by comparing the parts' coordinates.
 struct MotionSummary {
   std::vector<int> compared_steps;  // geometry steps; empty when there is only one
-  std::vector<int> moving_parts;
+  std::vector<int> moving_parts;    // numbers at the step shown
 };
 
 struct DatasetSummary {

@@ -1,6 +1,5 @@
 #include "tool/vtk_series.h"
 
-#include <algorithm>
 #include <string_view>
 #include <system_error>
 #include <utility>
@@ -106,8 +105,7 @@ void VtkSeries::write_part(int part, const fs::path& path) const {
 
 void VtkSeries::write_step(const std::function<void()>& after_part) {
   part_names_ = vtkdata::part_names(session_);
-  std::vector<int> parts = options_.parts;
-  std::erase_if(parts, [&](int part) { return part > static_cast<int>(part_names_.size()); });
+  const std::vector<int> parts = options_.parts.at(session_);
   const std::string name =
       fmt::format("step_{:0{}}", session_.step(), std::to_string(session_.step_count() - 1).size());
   NewFolder folder(folder_ / name);

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "host/session.h"
+#include "tool/chosen_parts.h"
 #include "vtk/collection_text.h"
 #include "vtk/grid_file.h"
 #include "vtk/precision.h"
@@ -15,7 +16,7 @@
 namespace tool {
 
 struct SeriesOptions {
-  std::vector<int> parts;      // numbers at the first step
+  ChosenParts parts;
   std::vector<int> variables;  // numbers
   vtkdata::Precision precision = vtkdata::Precision::single_width;
   vtkdata::Compression compression = vtkdata::Compression::none;

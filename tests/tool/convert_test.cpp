@@ -217,6 +217,20 @@ TEST_F(Convert, ChoosesSteps) {
   EXPECT_EQ(steps[2].time, "4");
 }
 
+TEST_F(Convert, LeavesAPartOutWhereAStepLacksIt) {
+  const std::string file = tool_test::write_series_that_loses_a_part(dataset.directory().path());
+  const Result result = run_fldtool({"convert", file, collection.string(), "--parts", "lower,upper"});
+  EXPECT_EQ(result.status, 0);
+  EXPECT_EQ(result.errors, "fldtool: " + file + ": step 1 does not have: volume lower\n");
+  EXPECT_EQ(Composite(steps_of(collection)[0].file).places(), (Names{"Volumes/lower", "Volumes/upper"}));
+  EXPECT_EQ(Composite(steps_of(collection)[1].file).places(), Names{"Volumes/upper"});
+  EXPECT_TRUE(fs::exists(dataset.directory() / "out/step_1/part_3_upper.vtu"));
+
+  EXPECT_EQ(run_fldtool({"convert", file, collection.string(), "--parts", "lower"}).status, 0);
+  EXPECT_EQ(Composite(steps_of(collection)[1].file).places(), Names{});
+  EXPECT_TRUE(fs::is_empty(dataset.directory() / "out/step_1"));
+}
+
 TEST_F(Convert, CompressesWithoutLoss) {
   vtk_test::Reader reader;
   reader.session().open(dataset.path());

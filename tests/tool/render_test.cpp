@@ -246,6 +246,20 @@ TEST_F(Render, NumbersThePicturesOfASeries) {
   EXPECT_FALSE(fs::exists(output()));
 }
 
+TEST_F(Render, LeavesAPartOutWhereAStepLacksIt) {
+  const std::string file = tool_test::write_series_that_loses_a_part(dataset.directory().path());
+  for (const Words& range : {Words{}, Words{"--range", "0,10"}}) {
+    Words arguments = {"render", file,     "-o", output().string(), "--steps", "all", "--parts",
+                       "lower",  "--view", "+z", "--variable",      "p"};
+    arguments.insert(arguments.end(), range.begin(), range.end());
+    const Result result = run_fldtool(arguments);
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.errors, "fldtool: " + file + ": step 1 does not have: volume lower\n");
+    EXPECT_NE(Picture(dataset.directory() / "picture_0.png").at(kSecond, kMiddle), kWhite);
+    EXPECT_EQ(Picture(dataset.directory() / "picture_1.png").at(kSecond, kMiddle), kWhite);
+  }
+}
+
 TEST_F(Render, DrawsJapaneseLabels) {
   const tool_test::OneFile japanese(tool_test::one_of_each_file());
   draw_file(japanese.path(), {"--parts", "外"});

@@ -24,6 +24,20 @@ testkit::File one_of_each_file() {
   return file;
 }
 
+void remove_lower(testkit::File& file) {
+  file.region_sets.front().section("LS_VolumeGeometry") =
+      testkit::volumes_section({testkit::one_of_each().volume("upper")});
+}
+
+std::string write_series_that_loses_a_part(const std::filesystem::path& directory) {
+  testkit::File file = one_of_each_file();
+  testkit::write_file(file, directory / "s_0.fld");
+  remove_lower(file);
+  file.header.set_cycle(1, 1.0);
+  testkit::write_file(file, directory / "s_1.fld");
+  return (directory / "s_0.fld").string();
+}
+
 OneFile::OneFile(const testkit::File& file, const std::string& name) : name_(name) {
   testkit::write_file(file, directory_ / name);
 }

@@ -18,6 +18,13 @@ inline constexpr char kPressureBytes[] = "\x88\xb3\x97\xcd";
 // vector "v" with the coordinates of the nodes.
 testkit::File one_of_each_file();
 
+// Takes the volume "lower" out of it.
+void remove_lower(testkit::File& file);
+
+// s_0.fld, that file, and s_1.fld, the same at time 1 without the volume "lower". Returns the path of the
+// first.
+std::string write_series_that_loses_a_part(const std::filesystem::path& directory);
+
 // A directory with one file in it.
 class OneFile {
  public:

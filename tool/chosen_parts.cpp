@@ -1,0 +1,62 @@
+#include "tool/chosen_parts.h"
+
+#include <cstdio>
+#include <utility>
+
+#include "fmt/format.h"
+#include "host/text_encoding.h"
+#include "tool/summary.h"
+
+namespace tool {
+
+std::vector<PartIdentity> part_identities(const host::Session& session) {
+  std::map<std::pair<host::PartKind, std::string>, int> counts;
+  std::vector<PartIdentity> identities;
+  for (const host::Part& part : session.parts())
+    identities.push_back({part.kind, part.name, counts[{part.kind, part.name}]++});
+  return identities;
+}
+
+std::map<PartIdentity, int> part_numbers(const host::Session& session) {
+  std::map<PartIdentity, int> numbers;
+  for (const PartIdentity& identity : part_identities(session))
+    numbers.emplace(identity, static_cast<int>(numbers.size()) + 1);
+  return numbers;
+}
+
+ChosenParts::ChosenParts(const host::Session& session, const std::set<int>& numbers,
+                         std::set<host::PartKind> kinds)
+    : kinds_(std::move(kinds)) {
+  const std::vector<PartIdentity> identities = part_identities(session);
+  for (const int number : numbers) identities_.insert(identities[static_cast<std::size_t>(number) - 1]);
+}
+
+bool ChosenParts::contains(const PartIdentity& identity) const {
+  return identities_.contains(identity) || kinds_.contains(identity.kind);
+}
+
+std::vector<int> ChosenParts::at(const host::Session& session) const {
+  std::vector<int> numbers;
+  int number = 0;
+  for (const PartIdentity& identity : part_identities(session)) {
+    ++number;
+    if (contains(identity)) numbers.push_back(number);
+  }
+  return numbers;
+}
+
+void ChosenParts::tell_missing(const host::Session& session, Progress& progress) const {
+  const std::map<PartIdentity, int> numbers = part_numbers(session);
+  std::string missing;
+  for (const PartIdentity& identity : identities_) {
+    if (numbers.contains(identity)) continue;
+    missing += fmt::format("{}{} {}", missing.empty() ? "" : ", ", kind_word(identity.kind),
+                           host::to_utf8(identity.name));
+  }
+  if (missing.empty()) return;
+  progress.erase();
+  fmt::print(stderr, "fldtool: {}: step {} does not have: {}\n", session.path().string(), session.step(),
+             missing);
+}
+
+}  // namespace tool

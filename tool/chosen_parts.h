@@ -1,0 +1,56 @@
+// Parts that are chosen at one step and found again at others, whose part lists may be different ones.
+//
+// A part goes by its kind and name, and where several have both alike by which of them it is. Its number says
+// nothing: it is another one as soon as a step has a part more or less before it.
+#pragma once
+
+#include <compare>
+#include <cstddef>
+#include <map>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "host/session.h"
+#include "tool/progress.h"
+
+namespace tool {
+
+struct PartIdentity {
+  host::PartKind kind{};
+  std::string name{};  // the file's bytes
+  int occurrence = 0;  // from 0, among the parts of this kind and name
+
+  auto operator<=>(const PartIdentity&) const = default;
+};
+
+// Who the session's parts are, in the order of their numbers.
+std::vector<PartIdentity> part_identities(const host::Session& session);
+
+// The numbers that they have.
+std::map<PartIdentity, int> part_numbers(const host::Session& session);
+
+class ChosenParts {
+ public:
+  ChosenParts() = default;
+  // The parts with these numbers at the session's step, and at other steps all parts of these kinds.
+  ChosenParts(const host::Session& session, const std::set<int>& numbers,
+              std::set<host::PartKind> kinds = {});
+
+  // How many there are where they were chosen.
+  std::size_t size() const { return identities_.size(); }
+  bool contains(const PartIdentity& identity) const;
+
+  // The numbers, ascending, of those that the session's step has.
+  std::vector<int> at(const host::Session& session) const;
+
+  // Tells, in one line on the standard error stream, which parts the session's step does not have; nothing
+  // when it has all. A step's parts are left out of the work then.
+  void tell_missing(const host::Session& session, Progress& progress) const;
+
+ private:
+  std::set<PartIdentity> identities_;
+  std::set<host::PartKind> kinds_;
+};
+
+}  // namespace tool
