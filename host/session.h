@@ -91,8 +91,11 @@ class Session {
 
   // What the reader wrote to the standard error stream in this session; empty unless it is captured.
   const std::string& diagnostics() const { return guarded_.diagnostics(); }
-  // The files that the reader traced while it opened the dataset; empty unless diagnostics are captured.
+  // The files that the reader traced while it opened the dataset, in the order of the steps; empty unless
+  // diagnostics are captured.
   const std::vector<std::string>& traced_files() const { return traced_files_; }
+  // Whether these are the files of all steps. With kSimplifyToggle a reader may index the first one alone.
+  bool knows_every_file() const { return is_open_ && traced_files_.size() >= variable_times().times.size(); }
 
  private:
   void ask_identity();

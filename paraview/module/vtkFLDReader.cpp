@@ -215,17 +215,23 @@ bool vtkFLDReader::OpenDataset() {
       vtkWarningMacro(<< "the solution times of " << state.file_names.front()
                       << " do not ascend: the steps are shown at the times 0, 1, 2, ...");
     }
-    std::set<std::filesystem::path> of_dataset;
-    for (const std::filesystem::path file : state.source->session().traced_files())
-      of_dataset.insert(file.filename());
-    for (const std::filesystem::path file : state.file_names) {
-      if (!of_dataset.contains(file.filename())) {
-        vtkWarningMacro(<< file.string() << " does not belong to the dataset of " << state.file_names.front()
-                        << " and is left out");
-      }
-    }
+    WarnOfOtherFiles();
   }
   return true;
+}
+
+void vtkFLDReader::WarnOfOtherFiles() {
+  const State& state = *State_;
+  const host::Session& session = state.source->session();
+  if (!session.knows_every_file()) return;
+  std::set<std::filesystem::path> of_dataset;
+  for (const std::filesystem::path file : session.traced_files()) of_dataset.insert(file.filename());
+  for (const std::filesystem::path file : state.file_names) {
+    if (!of_dataset.contains(file.filename())) {
+      vtkWarningMacro(<< file.string() << " does not belong to the dataset of " << state.file_names.front()
+                      << " and is left out");
+    }
+  }
 }
 
 void vtkFLDReader::ReportWarnings() {

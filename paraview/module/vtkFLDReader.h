@@ -22,7 +22,8 @@ class FLDREADERMODULE_EXPORT vtkFLDReader : public vtkPartitionedDataSetCollecti
   vtkFLDReader& operator=(const vtkFLDReader&) = delete;
 
   // Any file of the dataset. Of several, which ParaView hands over when it groups numbered files, the first
-  // decides; a file that does not belong to its dataset is named in a warning.
+  // decides; a file that does not belong to its dataset is named in a warning, as far as the reader tells which
+  // files do.
   void SetFileName(const char* name);
   void AddFileName(const char* name);
   void RemoveAllFileNames();
@@ -75,6 +76,7 @@ class FLDREADERMODULE_EXPORT vtkFLDReader : public vtkPartitionedDataSetCollecti
   int RequestedStep(vtkInformation* output_information) const;
   bool ReadStep(int step, int piece, int pieces);
   void ReportWarnings();
+  void WarnOfOtherFiles();
 
   std::unique_ptr<State> State_;
 };

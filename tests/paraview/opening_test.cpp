@@ -6,6 +6,7 @@
 #include <vtkPointData.h>
 
 #include "samples/samples.h"
+#include "testkit/box_dataset.h"
 #include "testkit/temporary_directory.h"
 #include "tests/paraview/paraview_reader.h"
 
@@ -62,6 +63,27 @@ TEST_F(Opening, NamesAFileThatDoesNotBelongToTheDataset) {
   const std::vector<std::string> warnings = reader.take_warnings();
   ASSERT_EQ(warnings.size(), 1U);
   EXPECT_NE(warnings[0].find("channel.fld does not belong to the dataset of"), std::string::npos);
+}
+
+// A series whose mesh rests, of which the simplifying option leaves all files but the first unindexed.
+TEST_F(Opening, SaysNothingOfFilesThatTheReaderDoesNotTell) {
+  std::vector<std::string> files;
+  for (int step = 0; step < 3; ++step) {
+    files.push_back(directory_ / ("box_" + std::to_string(step) + ".fld"));
+    testkit::write_box_dataset(files.back(), {.cycle = step, .time = 0.5 * step});
+  }
+  for (const bool simplify : {true, false}) {
+    Reader reader(files.front());
+    for (const std::string& file : files) reader->AddFileName(file.c_str());
+    reader->SetSimplifyReading(simplify);
+    ASSERT_TRUE(reader.open());
+    EXPECT_EQ(reader.times().size(), 3U);
+    EXPECT_EQ(reader.take_warnings(), std::vector<std::string>{});
+
+    reader->AddFileName(sample("channel").c_str());
+    ASSERT_TRUE(reader.open());
+    EXPECT_EQ(reader.take_warnings().size(), simplify ? 0U : 1U);
+  }
 }
 
 TEST_F(Opening, TellsWhyItFails) {
