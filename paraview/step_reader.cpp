@@ -54,7 +54,9 @@ Ending StepReader::read(int step, const Choice& choice, Outlet& outlet, const Pr
 Ending StepReader::deliver(int step, const Choice& choice, Outlet& outlet, const Progress& progress) {
   session_.select_step(step);
   if (share_count_ != outlet.share_count() || first_share_ != outlet.first_share()) {
+    // Values of other shares are of no use either.
     delivered_.clear();
+    step_ = -1;
     share_count_ = outlet.share_count();
     first_share_ = outlet.first_share();
   }

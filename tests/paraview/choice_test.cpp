@@ -19,14 +19,15 @@ class Choices : public testing::Test {
  protected:
   Choices() { session_.open(fake::file(fake::kTwoSets)); }
 
-  paraview::Ending read(int step, std::vector<int> parts, std::vector<int> variables) {
+  paraview::Ending read(int step, std::vector<int> parts, std::vector<int> variables, int piece = 0,
+                        int pieces = 1) {
     const auto is_in = [](const std::vector<int>& list, int number) {
       return std::find(list.begin(), list.end(), number) != list.end();
     };
     const paraview::Choice choice{
         [&](const paraview::PartInfo& part) { return is_in(parts, part.number); },
         [&](const paraview::VariableInfo& variable) { return is_in(variables, variable.number); }};
-    paraview::Outlet outlet(store_, nullptr, 0, 1);
+    paraview::Outlet outlet(store_, nullptr, piece, pieces);
     fake_.forget_calls();
     return steps_.read(step, choice, outlet, [&](double done) {
       EXPECT_LE(0.0, done);
@@ -108,6 +109,20 @@ TEST_F(Choices, ReadingStopsWhereItIsAskedTo) {
   items_ = -1;
   EXPECT_EQ(read(0, {1, 2, 3}, {fake::kPressure}), paraview::Ending::complete);
   EXPECT_EQ(calls("USERD_get_part_coords"), 2U);
+}
+
+// The second surface is a triangle and a quadrilateral.
+TEST_F(Choices, AnotherPieceHasNoValuesOfTheOneBefore) {
+  read(0, {2}, {fake::kPressure}, 0, 2);
+  ASSERT_NE(array(0, "P"), nullptr);
+  EXPECT_EQ(array(0, "P")->GetNumberOfTuples(), 3);
+  items_ = 1;
+  EXPECT_EQ(read(0, {2}, {fake::kPressure}, 1, 2), paraview::Ending::stopped);
+  EXPECT_EQ(array(0, "P"), nullptr);
+  EXPECT_EQ(output_->GetPartition(0, 0)->GetNumberOfElements(vtkDataObject::POINT), 4);
+  items_ = -1;
+  EXPECT_EQ(read(0, {2}, {fake::kPressure}, 1, 2), paraview::Ending::complete);
+  EXPECT_EQ(array(0, "P")->GetNumberOfTuples(), 4);
 }
 
 TEST_F(Choices, APartThatCannotBeReadIsTakenBack) {
