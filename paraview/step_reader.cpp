@@ -66,11 +66,13 @@ Ending StepReader::deliver(int step, const Choice& choice, Outlet& outlet, const
   const double items = static_cast<double>(plan.parts.size() * (plan.variables.size() + 1));
   double done = 0;
   for (const PartInfo& part : plan.parts) {
-    if (!progress(done++ / items)) return Ending::stopped;
-    if (delivered_[part.number].geometry_step == session_.geometry_step_of(step)) continue;
+    if (!progress(done++ / items)) {
+      discard_other_meshes(plan, outlet);
+      return Ending::stopped;
+    }
+    if (has_current_mesh(part.number)) continue;
     if (try_to_read("part '" + part.name + "'", [&] { deliver_mesh(part.number, outlet); })) continue;
-    outlet.discard(part.number);
-    delivered_.erase(part.number);
+    discard(part.number, outlet);
   }
   // The reader keeps the variable that it read last, so all parts of one come before the next.
   for (const VariableInfo& variable : info_.variables) {
@@ -113,6 +115,23 @@ StepPlan StepReader::make_plan(int step, const Choice& choice) {
     });
   }
   return plan;
+}
+
+bool StepReader::has_current_mesh(int part) const {
+  const auto delivered = delivered_.find(part);
+  return delivered != delivered_.end() &&
+         delivered->second.geometry_step == session_.geometry_step_of(session_.step());
+}
+
+void StepReader::discard(int part, Outlet& outlet) {
+  outlet.discard(part);
+  delivered_.erase(part);
+}
+
+void StepReader::discard_other_meshes(const StepPlan& plan, Outlet& outlet) {
+  for (const PartInfo& part : plan.parts) {
+    if (!has_current_mesh(part.number)) discard(part.number, outlet);
+  }
 }
 
 void StepReader::deliver_mesh(int part, Outlet& outlet) {

@@ -50,6 +50,11 @@ class StepReader {
 
   Ending deliver(int step, const Choice& choice, Outlet& outlet, const Progress& progress);
   StepPlan make_plan(int step, const Choice& choice);
+  // Whether the mesh that was handed out of the part is the one of the session's step.
+  bool has_current_mesh(int part) const;
+  void discard(int part, Outlet& outlet);
+  // Takes back what was handed out of the plan's parts for another step.
+  void discard_other_meshes(const StepPlan& plan, Outlet& outlet);
   void deliver_mesh(int part, Outlet& outlet);
   void deliver_cells(int part, std::vector<host::ElementBlock> blocks, Delivered& delivered, Outlet& outlet);
   void deliver_values(int part, const VariableInfo& variable, Outlet& outlet);

@@ -111,6 +111,25 @@ TEST_F(Choices, ReadingStopsWhereItIsAskedTo) {
   EXPECT_EQ(calls("USERD_get_part_coords"), 2U);
 }
 
+// The made-up mesh moves.
+TEST_F(Choices, WhereReadingStopsIsNoMeshOfAnotherStep) {
+  const auto x = [&](unsigned index) {
+    output_ = store_.collection(info_);
+    auto* grid = vtkUnstructuredGrid::SafeDownCast(output_->GetPartition(index, 0));
+    return grid == nullptr ? -1.0F : static_cast<float>(grid->GetPoint(1)[0]);
+  };
+  read(0, {1, 3}, {fake::kPressure});
+  EXPECT_EQ(x(1), fake::x(0, 0, 1));
+  items_ = 1;
+  EXPECT_EQ(read(1, {1, 3}, {fake::kPressure}), paraview::Ending::stopped);
+  EXPECT_EQ(x(0), fake::x(1, 0, 1));
+  EXPECT_EQ(output_->GetPartition(1, 0), nullptr);
+  items_ = -1;
+  EXPECT_EQ(read(1, {1, 3}, {fake::kPressure}), paraview::Ending::complete);
+  EXPECT_EQ(calls("USERD_get_part_coords"), 1U);
+  EXPECT_EQ(x(1), fake::x(1, 0, 1));
+}
+
 // The second surface is a triangle and a quadrilateral.
 TEST_F(Choices, AnotherPieceHasNoValuesOfTheOneBefore) {
   read(0, {2}, {fake::kPressure}, 0, 2);
