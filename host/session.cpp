@@ -3,6 +3,7 @@
 
 #include <cstring>
 #include <string>
+#include <utility>
 
 #include "host/diagnostic_text.h"
 #include "host/error.h"
@@ -38,12 +39,7 @@ Session::Session(const Library& library, const SessionOptions& options)
 }
 
 Session::~Session() {
-  try {
-    close();
-  } catch (const std::exception&) {
-    // Nothing can be done for a reader that fails to let go.
-    needs_exit_ = false;
-  }
+  close_quietly();
 }
 
 void Session::ask_identity() {
@@ -91,21 +87,38 @@ void Session::open(const std::filesystem::path& file) {
       guarded_.call_checked(entry_.set_filenames, name.data(), second_name.data(), directory.data(), 0);
   if (result != 1) throw Error(entry_.set_filenames.name, "the result is " + std::to_string(result));
 
-  is_open_ = true;
-  path_ = file;
-  traced_files_ = host::traced_files(guarded_.latest_diagnostics());
-  selection_.reset();
-  geometry_step_.reset();
-  parts_.clear();
-  variables_.reset();
-  requests_.clear();
-  ask_time_sets();
-  select_step(0);
+  // From here on the reader holds the new dataset, whatever comes of it. The path may be the session's own.
+  std::filesystem::path path = file;
+  forget_dataset();
+  try {
+    path_ = std::move(path);
+    traced_files_ = host::traced_files(guarded_.latest_diagnostics());
+    ask_time_sets();
+    is_open_ = true;
+    select_step(0);
+  } catch (...) {
+    close_quietly();
+    throw;
+  }
 }
 
 void Session::close() {
   if (!needs_exit_) return;
-  needs_exit_ = is_open_ = false;
+  needs_exit_ = false;
+  forget_dataset();
+  guarded_.call(entry_.exit_routine);
+}
+
+void Session::close_quietly() noexcept {
+  try {
+    close();
+  } catch (const std::exception&) {
+    // Nothing can be done for a reader that fails to let go.
+  }
+}
+
+void Session::forget_dataset() {
+  is_open_ = false;
   path_.clear();
   traced_files_.clear();
   time_sets_.clear();
@@ -120,7 +133,6 @@ void Session::close() {
   building_parts_ = false;
   variables_.reset();
   requests_.clear();
-  guarded_.call(entry_.exit_routine);
 }
 
 void Session::require_open() const {

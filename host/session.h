@@ -47,7 +47,8 @@ class Session {
   const std::vector<Toggle>& toggles() const { return reader_options_.toggles; }
 
   // Opens the dataset that the file belongs to and selects its first step. May be called again, after a
-  // success or a failure; when it fails, the dataset that was open stays open.
+  // success or a failure. When the reader refuses the file, the dataset that was open stays open; when it has
+  // taken it and then fails, nothing is open.
   void open(const std::filesystem::path& file);
   // Calls the exit routine if an opening was tried. Nothing is open afterwards.
   void close();
@@ -98,6 +99,9 @@ class Session {
   bool knows_every_file() const { return is_open_ && traced_files_.size() >= variable_times().times.size(); }
 
  private:
+  void close_quietly() noexcept;
+  // Goes back to the state of a session with nothing open.
+  void forget_dataset();
   void ask_identity();
   void exchange_undefined_value();
   void require_open() const;

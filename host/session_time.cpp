@@ -16,7 +16,6 @@ constexpr std::size_t kDescriptionText = 80;
 }  // namespace
 
 void Session::ask_time_sets() {
-  time_sets_.clear();
   const int count = guarded_.call_checked(entry_.get_number_of_timesets);
   for (int number = 1; number <= count; ++number) {
     TimeSet set{number, "", {}};

@@ -267,7 +267,7 @@ void USERD_set_time_set_and_step(int set, int step) {
 
 int USERD_get_changing_geometry_status() {
   LOG();
-  return 1;
+  return is_file(fake::kNoStatus) ? -1 : 1;
 }
 
 int USERD_get_number_of_model_parts() {

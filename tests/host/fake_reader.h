@@ -14,6 +14,7 @@ inline constexpr char kOneStep[] = "two_sets_one_step.fld";
 inline constexpr char kBadNodeNumber[] = "bad_node_number.fld";  // the first surface has a node 99
 inline constexpr char kGeometryFails[] = "geometry_fails.fld";   // the second step's geometry cannot be read
 inline constexpr char kNegativeCount[] = "negative_count.fld";   // the first part has -1 nodes
+inline constexpr char kNoStatus[] = "no_status.fld";             // whether it changes cannot be told
 
 // Does not open.
 inline constexpr char kFails[] = "fails.fld";  // writes lines, answers -1

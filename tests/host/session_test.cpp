@@ -184,12 +184,34 @@ TEST_F(Session, OpensTheNextDatasetAfterClosing) {
   EXPECT_EQ(session.path(), fake::file(fake::kOneSet));
 }
 
+TEST_F(Session, OpensItsOwnPathAgain) {
+  session.open(session.path());
+  EXPECT_EQ(session.path(), fake::file(fake::kTwoSets));
+}
+
 TEST_F(Session, KeepsTheOpenDatasetWhenTheNextOneFails) {
   session.select_step(1);
   EXPECT_THROW(session.open(fake::file(fake::kFails)), host::Error);
   EXPECT_TRUE(session.is_open());
   EXPECT_EQ(session.path(), fake::file(fake::kTwoSets));
   EXPECT_EQ(values(fake::kPressure, 1), (std::vector<float>{1000, 1001, 1002, 1003}));
+}
+
+TEST_F(Session, HasNothingOpenWhenTheNextOneFailsAfterTheReaderTookIt) {
+  for (const char* name : {fake::kNegativeCount, fake::kNoStatus}) {
+    SCOPED_TRACE(name);
+    session.open(fake::file(fake::kOneStep));
+    reader.forget_calls();
+    EXPECT_THROW(session.open(fake::file(name)), host::Error);
+    EXPECT_FALSE(session.is_open());
+    EXPECT_EQ(session.path(), "");
+    EXPECT_EQ(session.step_count(), 0);
+    EXPECT_EQ(error_of([&] { session.geometry_step_of(1); }), "step 1 is outside 0 to -1");
+    EXPECT_EQ(error_of([&] { session.part(1); }), "no dataset is open");
+    EXPECT_EQ(reader.calls("USERD_exit_routine").size(), 1U);
+  }
+  session.open(fake::file(fake::kTwoSets));
+  EXPECT_EQ(values(fake::kPressure, 1), (std::vector<float>{0, 1, 2, 3}));
 }
 
 TEST_F(Session, MakesARelativePathAbsolute) {
