@@ -120,6 +120,15 @@ void DiagnosticsCapture::end() noexcept {
   if (ftruncate(memory_file_, 0) == 0) lseek(memory_file_, 0, SEEK_SET);
 }
 
+// A line that does not fit is left out altogether: it could name another file than the whole one.
+void DiagnosticsCapture::add(std::string_view captured) {
+  const std::size_t room = kMaxText - std::min(kMaxText, text_.size());
+  cut_ = captured.size() > room;
+  if (cut_) captured = captured.substr(0, captured.substr(0, room).rfind('\n') + 1);
+  text_ += captured;
+  if (cut_) text_ += kCutNote;
+}
+
 void DiagnosticsCapture::keep_text() {
   latest_.clear();
   struct stat status = {};
@@ -129,12 +138,7 @@ void DiagnosticsCapture::keep_text() {
   if (mapped == MAP_FAILED) return;
   const std::string_view captured(static_cast<const char*>(mapped), size);
   latest_ = captured.substr(size - std::min(size, kMaxLatest));
-  const std::size_t room = kMaxText - std::min(kMaxText, text_.size());
-  if (!cut_) text_ += captured.substr(0, room);
-  if (!cut_ && size > room) {
-    text_ += kCutNote;
-    cut_ = true;
-  }
+  if (!cut_) add(captured);
   munmap(mapped, size);
 }
 

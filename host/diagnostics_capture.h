@@ -39,8 +39,8 @@ class DiagnosticsCapture {
     DiagnosticsCapture& capture_;
   };
 
-  // All that was captured so far, in order. A very long text is cut: later text is dropped and a last line
-  // says so.
+  // All that was captured so far, in order. A text of more than 16 MiB is cut behind a whole line: later text
+  // is dropped and a last line says so.
   const std::string& text() const { return text_; }
 
   // What the latest scope captured; of a very long text the end.
@@ -50,6 +50,7 @@ class DiagnosticsCapture {
   void begin();
   void end() noexcept;
   void keep_text();
+  void add(std::string_view captured);
 
   int memory_file_ = -1;
   int own_stream_ = -1;

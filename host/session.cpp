@@ -83,6 +83,7 @@ void Session::open(const std::filesystem::path& file) {
   std::vector<char> second_name = writable("");
   std::vector<char> directory = writable(absolute.parent_path().string());
   needs_exit_ = true;
+  const std::size_t seen_diagnostics = diagnostics().size();
   const int result =
       guarded_.call_checked(entry_.set_filenames, name.data(), second_name.data(), directory.data(), 0);
   if (result != 1) throw Error(entry_.set_filenames.name, "the result is " + std::to_string(result));
@@ -92,7 +93,7 @@ void Session::open(const std::filesystem::path& file) {
   forget_dataset();
   try {
     path_ = std::move(path);
-    traced_files_ = host::traced_files(guarded_.latest_diagnostics());
+    traced_files_ = host::traced_files(std::string_view(diagnostics()).substr(seen_diagnostics));
     ask_time_sets();
     is_open_ = true;
     select_step(0);

@@ -56,6 +56,18 @@ TEST(DiagnosticsCapture, CutsAnEndlessText) {
   EXPECT_TRUE(capture.text().ends_with("(further diagnostics are not kept)\n"));
 }
 
+TEST(DiagnosticsCapture, CutsATextBehindAWholeLine) {
+  host::DiagnosticsCapture capture;
+  std::string lines;
+  while (lines.size() <= std::size_t{16} << 20) lines += "one of many lines\n";
+  {
+    const host::DiagnosticsCapture::Scope scope(capture);
+    write_text(lines.c_str());
+  }
+  EXPECT_GT(capture.text().size(), (std::size_t{16} << 20) - 20);
+  EXPECT_TRUE(capture.text().ends_with("one of many lines\n\n(further diagnostics are not kept)\n"));
+}
+
 TEST(DiagnosticsCapture, PutsTheSignalsBack) {
   struct sigaction before = {};
   struct sigaction after = {};

@@ -64,6 +64,8 @@ int region_sets() {
   return is_file(fake::kOneSet) ? 1 : 2;
 }
 int steps() {
+  if (is_file(fake::kManyFiles)) return fake::kManyFilesCount;
+  if (is_file(fake::kTooManyFiles)) return fake::kTooManyFilesCount;
   return is_file(fake::kOneStep) ? 1 : 2;
 }
 
@@ -85,6 +87,23 @@ const char* name_of(Place place) {
 int node_count(Place place) {
   if (place.kind == 0) return place.region_set == 0 ? 4 : 5;
   return place.region_set == 0 ? 8 : 5;
+}
+
+// A series traces each of its files, and the first one again for its geometry.
+void trace_files(const std::string& path) {
+  if (is_file(fake::kManyFiles) || is_file(fake::kTooManyFiles)) {
+    const std::string start = path.substr(0, path.size() - 4);
+    std::string lines;
+    std::array<char, 512> line = {};
+    for (int i = 0; i <= steps(); ++i) {
+      std::snprintf(line.data(), line.size(), "IN ( FLD): %s_%07d.fld\n", start.c_str(), i % steps());
+      lines += line.data();
+    }
+    std::fputs(lines.c_str(), stderr);
+  } else {
+    std::fprintf(stderr, "IN ( FLD): %s\n", path.c_str());
+  }
+  std::fputs("read done\n", stderr);
 }
 
 void give(const std::vector<int>& nodes, int* row) {
@@ -229,8 +248,8 @@ int USERD_set_filenames(char* filename1, char* filename2, char* directory, int s
     std::fputs("about to fault\n", stderr);
     std::raise(SIGSEGV);
   }
-  std::fprintf(stderr, "IN ( FLD): %s\nread done\n", filename1);
   state.file = name;
+  trace_files(path);
   state.cached = {};
   state.geometry_step = 0;
   return 1;

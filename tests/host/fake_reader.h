@@ -16,6 +16,12 @@ inline constexpr char kGeometryFails[] = "geometry_fails.fld";   // the second s
 inline constexpr char kNegativeCount[] = "negative_count.fld";   // the first part has -1 nodes
 inline constexpr char kNoStatus[] = "no_status.fld";             // whether it changes cannot be told
 
+// Series of so many files, "/made-up/many_files_0000000.fld" and on.
+inline constexpr char kManyFiles[] = "many_files.fld";
+inline constexpr int kManyFilesCount = 40'000;
+inline constexpr char kTooManyFiles[] = "too_many_files.fld";
+inline constexpr int kTooManyFilesCount = 500'000;
+
 // Does not open.
 inline constexpr char kFails[] = "fails.fld";  // writes lines, answers -1
 inline constexpr char kFailsSilently[] = "fails_silently.fld";

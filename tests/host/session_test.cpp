@@ -46,6 +46,31 @@ class Session : public testing::Test {
   host::Session session;
 };
 
+TEST_F(Session, KnowsTheFilesOfAVeryLongSeries) {
+  session.open(fake::file(fake::kManyFiles));
+  const std::vector<std::string>& files = session.traced_files();
+  ASSERT_EQ(files.size(), static_cast<std::size_t>(fake::kManyFilesCount));
+  EXPECT_EQ(files.front(), "/made-up/many_files_0000000.fld");
+  EXPECT_EQ(files.back(), "/made-up/many_files_0039999.fld");
+  EXPECT_TRUE(session.knows_every_file());
+}
+
+TEST_F(Session, KnowsThatItDoesNotKnowTheLastFilesOfALongerOne) {
+  session.open(fake::file(fake::kTooManyFiles));
+  const std::vector<std::string>& files = session.traced_files();
+  EXPECT_FALSE(session.knows_every_file());
+  EXPECT_GT(files.size(), 300'000U);
+  for (const std::size_t i : {std::size_t{0}, files.size() - 1}) {
+    std::string number = std::to_string(i);
+    number.insert(0, 7 - number.size(), '0');
+    EXPECT_EQ(files[i], "/made-up/too_many_files_" + number + ".fld");
+  }
+  // Nor is anything of the next opening kept.
+  session.open(fake::file(fake::kTwoSets));
+  EXPECT_TRUE(session.traced_files().empty());
+  EXPECT_FALSE(session.knows_every_file());
+}
+
 TEST_F(Session, TellsTheReadersIdentity) {
   EXPECT_EQ(session.reader().name, "A reader of 20 bytes");
   EXPECT_EQ(session.reader().release, "3.1");
