@@ -55,40 +55,34 @@ bool is_loaded(const std::string& name) {
   return handle != nullptr;
 }
 
-std::string name_of_copy(int copy) {
-  return "/proc/self/fd/" + std::to_string(copy);
-}
-
-// The loader knows a library by its name, and one that could not be unloaded keeps the name of a descriptor
-// that was closed and given out again.
-int with_free_name(int copy) {
-  while (is_loaded(name_of_copy(copy))) {
-    const int other = fcntl(copy, F_DUPFD_CLOEXEC, copy + 1);
-    close(copy);
-    if (other < 0) throw loading_error(std::strerror(errno));
-    copy = other;
+// A path to the copy that no loaded library has for its name. The loader knows libraries by their names, and
+// those of copies stay when their descriptors have long been given out again: steps on the spot, which spell
+// a number, tell them apart.
+std::string free_name_of(int copy) {
+  for (unsigned number = 0;; ++number) {
+    std::string name = "/proc/self/fd/";
+    for (unsigned rest = number; rest > 0; rest /= 2) name += rest % 2 == 0 ? "./" : ".//";
+    name += std::to_string(copy);
+    if (!is_loaded(name)) return name;
   }
-  return copy;
 }
 
 }  // namespace
 
 void Library::Close::operator()(void* handle) const {
   dlclose(handle);
-  if (copy >= 0) close(copy);
 }
 
 Library::Handle Library::load(const std::filesystem::path& path, Globals globals) {
-  const int copy = globals == Globals::own ? with_free_name(copy_to_memory(path)) : -1;
+  const int copy = globals == Globals::own ? copy_to_memory(path) : -1;
   // An absolute path keeps the loader from searching its own directories for a bare file name.
-  const std::string name = copy >= 0 ? name_of_copy(copy) : std::filesystem::absolute(path).string();
-  Handle handle(dlopen(name.c_str(), RTLD_NOW | RTLD_LOCAL), Close{copy});
-  if (handle == nullptr) {
-    const char* message = dlerror();
-    const std::string reason = message != nullptr ? message : "";
-    if (copy >= 0) close(copy);
-    throw loading_error(copy >= 0 ? path.string() + ": " + reason : reason);
-  }
+  const std::string name = copy >= 0 ? free_name_of(copy) : std::filesystem::absolute(path).string();
+  Handle handle(dlopen(name.c_str(), RTLD_NOW | RTLD_LOCAL));
+  const char* message = handle == nullptr ? dlerror() : nullptr;
+  const std::string reason = message != nullptr ? message : "";
+  // What is loaded holds the copy by itself.
+  if (copy >= 0) close(copy);
+  if (handle == nullptr) throw loading_error(copy >= 0 ? path.string() + ": " + reason : reason);
   return handle;
 }
 

@@ -26,12 +26,11 @@ class Library {
   const EntryPoints& entry_points() const { return entry_points_; }
 
   // Keeps the library loaded when the object goes: after an aborted call (Session::is_lost) nothing can be
-  // said about what its destructors would find.
+  // said about what its destructors would find. It takes memory, and no descriptor.
   void leave_loaded();
 
  private:
   struct Close {
-    int copy = -1;  // the file that holds the copy; its number is in the library's name
     void operator()(void* handle) const;
   };
   using Handle = std::unique_ptr<void, Close>;

@@ -1,6 +1,9 @@
 // Several datasets open in one process, each in a library with globals of its own.
 #include <gtest/gtest.h>
+#include <iterator>
 #include <memory>
+#include <set>
+#include <sys/resource.h>
 #include <utility>
 #include <vector>
 
@@ -77,6 +80,30 @@ TEST_F(LibraryCopies, GoWithoutTakingAnotherWithThem) {
     goes.session.open(files.back());
   }
   EXPECT_EQ(Answers(stays.session), before);
+}
+
+// Files that this process has open.
+std::ptrdiff_t open_files() {
+  return std::distance(std::filesystem::directory_iterator("/proc/self/fd"),
+                       std::filesystem::directory_iterator());
+}
+
+TEST(LibrariesLeftLoaded, MayBeMoreThanTheProcessMayOpenFiles) {
+  struct rlimit limit = {};
+  ASSERT_EQ(getrlimit(RLIMIT_NOFILE, &limit), 0);
+  const std::ptrdiff_t before = open_files();
+  const rlim_t usual = std::exchange(limit.rlim_cur, static_cast<rlim_t>(before) + 20);
+  ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &limit), 0);
+  std::set<decltype(&::USERD_exit_routine)> places;
+  for (int i = 0; i < 60; ++i) {
+    host::Library library(FAKE_READER, host::Library::Globals::own);
+    places.insert(library.entry_points().exit_routine.function);
+    library.leave_loaded();
+  }
+  limit.rlim_cur = usual;
+  ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &limit), 0);
+  EXPECT_EQ(places.size(), 60U);
+  EXPECT_EQ(open_files(), before);
 }
 
 TEST_F(LibraryCopies, MayStayLoaded) {
