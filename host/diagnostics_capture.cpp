@@ -27,16 +27,29 @@ constexpr std::array kFatalSignals = {SIGABRT, SIGSEGV, SIGBUS, SIGFPE, SIGILL};
 // What the signal handler needs of the capture whose scope is alive.
 struct ActiveScope {
   int memory_file = -1;
-  int own_stream = -1;
+  int own_stream = -1;  // none where descriptor 2 was closed
   DiagnosticsCapture::FatalHook on_fatal = nullptr;
   std::array<struct sigaction, kFatalSignals.size()> previous = {};
 };
 
 ActiveScope active;
 
+[[noreturn]] void throw_failure(int error) {
+  throw Error("cannot capture the reader's diagnostics: " + std::string(std::strerror(error)));
+}
+
 void restore_signals() {
   for (std::size_t i = 0; i < kFatalSignals.size(); ++i)
     sigaction(kFatalSignals[i], &active.previous[i], nullptr);
+}
+
+// Descriptor 2 becomes what it was: the process's own stream, or closed where there was none.
+void give_back_stream(int own_stream) {
+  if (own_stream >= 0) {
+    dup2(own_stream, STDERR_FILENO);
+  } else {
+    close(STDERR_FILENO);
+  }
 }
 
 void write_to_stream(std::string_view text) {
@@ -49,7 +62,7 @@ void write_to_stream(std::string_view text) {
 
 // Brings the captured text out, then lets the signal do what it would have done without a capture.
 void on_fatal_signal(int signal_number, siginfo_t* info, void* /*context*/) {
-  dup2(active.own_stream, STDERR_FILENO);
+  give_back_stream(active.own_stream);
   restore_signals();
   struct stat status = {};
   if (fstat(active.memory_file, &status) == 0 && status.st_size > 0) {
@@ -67,10 +80,13 @@ void on_fatal_signal(int signal_number, siginfo_t* info, void* /*context*/) {
 }  // namespace
 
 DiagnosticsCapture::DiagnosticsCapture(FatalHook on_fatal) : on_fatal_(on_fatal) {
-  memory_file_ = memfd_create("reader-diagnostics", MFD_CLOEXEC);
-  if (memory_file_ < 0) {
-    throw Error("cannot capture the reader's diagnostics: " + std::string(std::strerror(errno)));
-  }
+  const int file = memfd_create("reader-diagnostics", MFD_CLOEXEC);
+  if (file < 0) throw_failure(errno);
+  // Where the process has closed its standard streams, this is one of their descriptors.
+  memory_file_ = fcntl(file, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
+  const int error = errno;
+  close(file);
+  if (memory_file_ < 0) throw_failure(error);
 }
 
 DiagnosticsCapture::~DiagnosticsCapture() {
@@ -88,10 +104,11 @@ DiagnosticsCapture::Scope::~Scope() {
 void DiagnosticsCapture::begin() {
   std::fflush(stderr);
   own_stream_ = fcntl(STDERR_FILENO, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
-  if (own_stream_ < 0 || dup2(memory_file_, STDERR_FILENO) < 0) {
-    const std::string reason = std::strerror(errno);
+  const bool is_closed = own_stream_ < 0 && errno == EBADF;
+  if ((own_stream_ < 0 && !is_closed) || dup2(memory_file_, STDERR_FILENO) < 0) {
+    const int error = errno;
     if (own_stream_ >= 0) close(own_stream_);
-    throw Error("cannot capture the reader's diagnostics: " + reason);
+    throw_failure(error);
   }
   active.memory_file = memory_file_;
   active.own_stream = own_stream_;
@@ -107,8 +124,8 @@ void DiagnosticsCapture::begin() {
 void DiagnosticsCapture::end() noexcept {
   std::fflush(stderr);
   restore_signals();
-  dup2(own_stream_, STDERR_FILENO);
-  close(own_stream_);
+  give_back_stream(own_stream_);
+  if (own_stream_ >= 0) close(own_stream_);
   own_stream_ = -1;
   try {
     keep_text();

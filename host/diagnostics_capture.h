@@ -2,9 +2,9 @@
 // runs.
 //
 // For as long as a Scope lives, descriptor 2 leads into a memory file; afterwards it is the process's own
-// again and the text is added to the capture's. Whatever other threads write there in the meantime is
-// captured too. If a signal ends the process inside a scope, as a failing assertion of the reader does, the
-// captured text is not lost.
+// again, or closed if it was, and the text is added to the capture's. Whatever other threads write there in
+// the meantime is captured too. If a signal ends the process inside a scope, as a failing assertion of the
+// reader does, the captured text is not lost.
 #pragma once
 
 #include <cstddef>

@@ -1,10 +1,12 @@
 #include "host/diagnostics_capture.h"
 
 #include "gtest/gtest.h"
+#include <cerrno>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <fcntl.h>
 #include <string>
 #include <unistd.h>
 
@@ -66,6 +68,37 @@ TEST(DiagnosticsCapture, CutsATextBehindAWholeLine) {
   }
   EXPECT_GT(capture.text().size(), (std::size_t{16} << 20) - 20);
   EXPECT_TRUE(capture.text().ends_with("one of many lines\n\n(further diagnostics are not kept)\n"));
+}
+
+// While it lives, descriptor 2 is closed.
+class ClosedStream {
+ public:
+  ClosedStream() : own_(dup(STDERR_FILENO)) { close(STDERR_FILENO); }
+  ClosedStream(const ClosedStream&) = delete;
+  ClosedStream& operator=(const ClosedStream&) = delete;
+  ~ClosedStream() {
+    dup2(own_, STDERR_FILENO);
+    close(own_);
+  }
+
+ private:
+  int own_;
+};
+
+TEST(DiagnosticsCapture, GoesWithoutAStreamOfTheProcess) {
+  host::DiagnosticsCapture made_before;
+  const ClosedStream closed;
+  host::DiagnosticsCapture made_after;
+  for (host::DiagnosticsCapture* capture : {&made_before, &made_after}) {
+    for (int i = 0; i < 2; ++i) {
+      const host::DiagnosticsCapture::Scope scope(*capture);
+      write_text("to nobody else\n");
+    }
+    EXPECT_EQ(capture->text(), "to nobody else\nto nobody else\n");
+    errno = 0;
+    EXPECT_EQ(fcntl(STDERR_FILENO, F_GETFD), -1);
+    EXPECT_EQ(errno, EBADF);
+  }
 }
 
 TEST(DiagnosticsCapture, PutsTheSignalsBack) {
