@@ -1,6 +1,7 @@
 #include "paraview/share_store.h"
 
 #include <algorithm>
+#include <set>
 #include <vtkCellData.h>
 #include <vtkDataAssembly.h>
 #include <vtkFieldData.h>
@@ -38,20 +39,38 @@ std::vector<vtkdata::PartFolder> take_folders(MessageReader& message) {
   });
 }
 
+int add_node(vtkDataAssembly* assembly, int parent, const std::string& node_name, const std::string& label) {
+  const int node = assembly->AddNode(node_name.c_str(), parent);
+  assembly->SetAttribute(node, kLabel, label.c_str());
+  return node;
+}
+
+// What a node's name can hold of `name`: "_" where that is nothing.
+std::string node_name_of(const std::string& name) {
+  return vtkDataAssembly::MakeValidNodeName(name.c_str());
+}
+
+// The same for a part, followed by its number where nothing is left or a sibling has the name. Notes it.
+std::string node_name_of(const PartInfo& part, std::set<std::string>& siblings) {
+  const std::string number = std::to_string(part.number);
+  std::string name = node_name_of(part.name);
+  if (name == "_") name += number;
+  while (!siblings.insert(name).second) name += "_" + number;
+  return name;
+}
+
 // Adds nodes for the folders and their parts, `indices` telling where a part is in the collection.
 void add_folders(vtkDataAssembly* assembly, int parent, const std::vector<vtkdata::PartFolder>& folders,
                  const std::map<int, unsigned>& indices, const std::vector<PartInfo>& parts) {
-  const auto add_node = [&](const std::string& name, int below) {
-    const int node = assembly->AddNode(vtkDataAssembly::MakeValidNodeName(name.c_str()).c_str(), below);
-    assembly->SetAttribute(node, kLabel, name.c_str());
-    return node;
-  };
   for (const vtkdata::PartFolder& folder : folders) {
-    const int node = add_node(folder.name, parent);
+    const int node = add_node(assembly, parent, node_name_of(folder.name), folder.name);
     add_folders(assembly, node, folder.folders, indices, parts);
+    std::set<std::string> names;
+    for (const vtkdata::PartFolder& inside : folder.folders) names.insert(node_name_of(inside.name));
     for (const int part : folder.parts) {
       const unsigned index = indices.at(part);
-      assembly->AddDataSetIndex(add_node(parts[index].name, node), index);
+      const std::string name = node_name_of(parts[index], names);
+      assembly->AddDataSetIndex(add_node(assembly, node, name, parts[index].name), index);
     }
   }
 }

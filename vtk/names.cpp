@@ -22,9 +22,10 @@ std::string printable(const std::string& bytes) {
   return text;
 }
 
-// `kind` is what stands for a missing name, in front of the number.
-template <typename Items>
-std::vector<std::string> unique_names(const Items& items, const char* kind) {
+// `kind` is what stands for a missing name, in front of the number; `mark_of` gives what tells an item from
+// others of its name.
+template <typename Items, typename MarkOf>
+std::vector<std::string> unique_names(const Items& items, const char* kind, MarkOf mark_of) {
   std::vector<std::string> names;
   names.reserve(items.size());
   std::map<std::string, int> uses;
@@ -36,7 +37,7 @@ std::vector<std::string> unique_names(const Items& items, const char* kind) {
   }
   for (std::size_t i = 0; i < names.size(); ++i) {
     if (uses[names[i]] == 1) continue;
-    std::string name = names[i] + " (" + std::to_string(items[i].number) + ")";
+    std::string name = names[i] + " (" + mark_of(items[i]) + ")";
     while (uses.contains(name)) name += '\'';
     uses[name] = 1;
     names[i] = std::move(name);
@@ -47,11 +48,16 @@ std::vector<std::string> unique_names(const Items& items, const char* kind) {
 }  // namespace
 
 std::vector<std::string> part_names(const host::Session& session) {
-  return unique_names(session.parts(), "part");
+  return unique_names(session.parts(), "part", [](const host::Part& part) {
+    return part.kind == host::PartKind::whole && part.region_set
+               ? "region set " + std::to_string(*part.region_set)
+               : std::to_string(part.number);
+  });
 }
 
 std::vector<std::string> variable_names(host::Session& session) {
-  return unique_names(session.variables(), "variable");
+  return unique_names(session.variables(), "variable",
+                      [](const host::Variable& variable) { return std::to_string(variable.number); });
 }
 
 vtkSmartPointer<vtkStringArray> make_labels(host::Session& session) {

@@ -13,7 +13,8 @@
 namespace vtkdata {
 
 // One per part, in the order of their numbers. A name that more parts have is followed by the parts' numbers:
-// "wall (3)", "wall (7)"; a part without a name is "part 4".
+// "wall (3)", "wall (7)"; whole meshes of several region sets are told apart by these, from 0:
+// "ALL_ELEMENTS (region set 1)"; a part without a name is "part 4".
 std::vector<std::string> part_names(const host::Session& session);
 
 // One per variable, in the same way.

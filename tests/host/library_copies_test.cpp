@@ -88,20 +88,32 @@ std::ptrdiff_t open_files() {
                        std::filesystem::directory_iterator());
 }
 
+// While it lives, this process may have few more files open than it has.
+class FewFiles {
+ public:
+  FewFiles() {
+    EXPECT_EQ(getrlimit(RLIMIT_NOFILE, &usual_), 0);
+    struct rlimit few = usual_;
+    few.rlim_cur = static_cast<rlim_t>(open_files()) + 20;
+    EXPECT_EQ(setrlimit(RLIMIT_NOFILE, &few), 0);
+  }
+  FewFiles(const FewFiles&) = delete;
+  FewFiles& operator=(const FewFiles&) = delete;
+  ~FewFiles() { setrlimit(RLIMIT_NOFILE, &usual_); }
+
+ private:
+  struct rlimit usual_ = {};
+};
+
 TEST(LibrariesLeftLoaded, MayBeMoreThanTheProcessMayOpenFiles) {
-  struct rlimit limit = {};
-  ASSERT_EQ(getrlimit(RLIMIT_NOFILE, &limit), 0);
   const std::ptrdiff_t before = open_files();
-  const rlim_t usual = std::exchange(limit.rlim_cur, static_cast<rlim_t>(before) + 20);
-  ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &limit), 0);
+  const FewFiles few;
   std::set<decltype(&::USERD_exit_routine)> places;
   for (int i = 0; i < 60; ++i) {
     host::Library library(FAKE_READER, host::Library::Globals::own);
     places.insert(library.entry_points().exit_routine.function);
     library.leave_loaded();
   }
-  limit.rlim_cur = usual;
-  ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &limit), 0);
   EXPECT_EQ(places.size(), 60U);
   EXPECT_EQ(open_files(), before);
 }

@@ -6,7 +6,6 @@
 #include <map>
 #include <vtkCellData.h>
 #include <vtkCellType.h>
-#include <vtkDataAssembly.h>
 #include <vtkFloatArray.h>
 #include <vtkPointData.h>
 
@@ -130,31 +129,6 @@ TEST_F(Samples, ShowSurfacesAndVolumesAndNotTheWholeMesh) {
     EXPECT_EQ(reader->GetNumberOfCellArrays(), 1);
     EXPECT_STREQ(reader->GetCellArrayName(0), "MatOfElements");
   }
-}
-
-TEST_F(Samples, HaveTheirPartsInAHierarchy) {
-  const auto all = samples::write_samples(directory_.path());
-  Reader reader(all.front().file);
-  ASSERT_EQ(all.front().name, "channel");
-  ASSERT_TRUE(reader.update());
-  vtkDataAssembly* assembly = reader.output()->GetDataAssembly();
-  const auto parts_below = [&](const char* path) {
-    std::vector<std::string> names;
-    const std::vector<std::string> shown = reader.shown_parts();
-    const std::vector<int> nodes = assembly->SelectNodes({path});
-    for (const unsigned index : assembly->GetDataSetIndices(nodes)) names.push_back(shown.at(index));
-    return names;
-  };
-  using Names = std::vector<std::string>;
-  EXPECT_EQ(parts_below("/Parts/Surfaces/Grouping_Regions"), Names{"&VFG_walls"});
-  EXPECT_EQ(parts_below("/Parts/Surfaces/Undefined_Regions"), Names{"@wake_plane"});
-  EXPECT_EQ(parts_below("/Parts/Volumes"), (Names{"upstream", "around_obstacle", "wake"}));
-
-  reader->SetGroupParts(false);
-  ASSERT_TRUE(reader.update());
-  assembly = reader.output()->GetDataAssembly();
-  EXPECT_TRUE(parts_below("/Parts/Surfaces/Grouping_Regions").empty());
-  EXPECT_EQ(parts_below("/Parts/Surfaces").size(), 8U);
 }
 
 }  // namespace

@@ -35,6 +35,15 @@ TEST(PartNames, AreThereOnce) {
             (Names{"wall (1)'", "lid", "wall (3)", "wall (1)", "fluid", "ALL_ELEMENTS"}));
 }
 
+TEST(PartNames, OfWholeMeshesTellTheRegionSet) {
+  testkit::File description = with_surfaces({"wall"});
+  description.region_sets.push_back(description.region_sets.front());
+  vtk_test::OpenFile file(description);
+  EXPECT_EQ(vtkdata::part_names(file.session()),
+            (Names{"wall (1)", "wall (2)", "fluid (3)", "fluid (4)", "ALL_ELEMENTS (region set 0)",
+                   "ALL_ELEMENTS (region set 1)"}));
+}
+
 TEST(PartNames, AreNeverEmptyAndHaveNoControlCharacters) {
   vtk_test::OpenFile file(with_surfaces({"", "a\tb\x01"}));
   EXPECT_EQ(vtkdata::part_names(file.session()), (Names{"part 1", "a b ", "fluid", "ALL_ELEMENTS"}));
