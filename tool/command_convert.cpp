@@ -5,7 +5,6 @@
 #include <vector>
 #include <vtkObject.h>
 
-#include "fmt/format.h"
 #include "host/error.h"
 #include "host/text_encoding.h"
 #include "tool/choice.h"
@@ -14,6 +13,7 @@
 #include "tool/exit_status.h"
 #include "tool/interrupt.h"
 #include "tool/named_values.h"
+#include "tool/output.h"
 #include "tool/progress.h"
 #include "tool/vtk_series.h"
 
@@ -78,7 +78,9 @@ void run_convert(const ConvertOptions& options) {
       });
     }
     progress.erase();
-    fmt::print("{}\n", collection.string());
+    Output output("");
+    output.write(collection.string() + "\n");
+    output.finish();
   } catch (const host::Error& error) {
     throw CommandError(ExitStatus::unreadable, options.dataset.file, host::to_utf8(error.reason()));
   }

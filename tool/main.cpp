@@ -1,20 +1,23 @@
 // fldtool: shows what is in FLD datasets, through the reader plug-in that other hosts load.
 #include <exception>
 #include <fcntl.h>
+#include <sstream>
 #include <string>
 #include <unistd.h>
 
 #include "CLI/CLI.hpp"
-#include "fmt/format.h"
 #include "host/error.h"
 #include "tool/commands.h"
 #include "tool/exit_status.h"
+#include "tool/hopeful_write.h"
 #include "tool/interrupt.h"
+#include "tool/output.h"
 
 namespace {
 
+// The status tells the caller also where the line cannot be written.
 int report(tool::ExitStatus status, const std::string& message) {
-  fmt::print(stderr, "fldtool: {}\n", message);
+  tool::write_if_possible(STDERR_FILENO, "fldtool: " + message + "\n");
   return static_cast<int>(status);
 }
 
@@ -24,6 +27,22 @@ void open_standard_streams() {
   int descriptor = 0;
   while (descriptor >= 0 && descriptor <= STDERR_FILENO) descriptor = open("/dev/null", O_RDONLY | O_CLOEXEC);
   if (descriptor >= 0) close(descriptor);
+}
+
+// Runs the command that the command line names, or prints the help or the version.
+void parse(CLI::App& app, int argc, char** argv) {
+  try {
+    app.parse(argc, argv);
+  } catch (const CLI::Success& asked) {
+    std::ostringstream text;
+    app.exit(asked, text);
+    tool::Output output("");
+    output.write(text.str());
+    output.finish();
+    return;
+  }
+  if (app.get_subcommands().empty())
+    throw tool::CommandError(tool::ExitStatus::usage, "a command is missing (see fldtool --help)");
 }
 
 int run(int argc, char** argv) {
@@ -46,12 +65,8 @@ int run(int argc, char** argv) {
   tool::add_sample_command(app);
   tool::add_help_command(app);
   try {
-    app.parse(argc, argv);
-    if (app.get_subcommands().empty())
-      throw tool::CommandError(tool::ExitStatus::usage, "a command is missing (see fldtool --help)");
+    parse(app, argc, argv);
     return static_cast<int>(tool::ExitStatus::ok);
-  } catch (const CLI::Success& success) {
-    return app.exit(success);  // prints the help or the version
   } catch (const CLI::ParseError& error) {
     return report(tool::ExitStatus::usage, std::string(error.what()) + " (see fldtool --help)");
   } catch (const tool::QuietExit& exit) {

@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "fmt/format.h"
+#include "tool/hopeful_write.h"
 
 namespace tool {
 namespace {
@@ -45,14 +46,6 @@ std::string_view cut(std::string_view text, std::size_t width) {
   const auto continues = [](char byte) { return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U; };
   while (width > 0 && continues(text[width])) --width;
   return text.substr(0, width);
-}
-
-void write_to(int descriptor, std::string_view text) {
-  while (!text.empty()) {
-    const ssize_t written = write(descriptor, text.data(), text.size());
-    if (written <= 0) return;  // a line that cannot be drawn is no reason to fail
-    text.remove_prefix(static_cast<std::size_t>(written));
-  }
 }
 
 std::size_t width_of(int descriptor) {
@@ -107,13 +100,13 @@ void Progress::update(std::uint64_t done) {
   if (drawn_at_ && time - *drawn_at_ < kBetweenDrawings) return;
   drawn_at_ = time;
   const double seconds = std::chrono::duration<double>(time - start_).count();
-  write_to(descriptor_,
-           kEraseLine + progress_text(what_, done, total_, unit_, seconds, width_of(descriptor_)));
+  write_if_possible(descriptor_,
+                    kEraseLine + progress_text(what_, done, total_, unit_, seconds, width_of(descriptor_)));
   is_drawn_ = true;
 }
 
 void Progress::erase() {
-  if (is_drawn_) write_to(descriptor_, kEraseLine);
+  if (is_drawn_) write_if_possible(descriptor_, kEraseLine);
   is_drawn_ = false;
 }
 

@@ -100,13 +100,33 @@ TEST_F(CommandLine, TakesAPluginByItsPath) {
   EXPECT_EQ(run_fldtool({"info", file(), "--plugin", plugin.string()}).status, 0);
 }
 
+// What a caller has then is the exit status.
+TEST_F(CommandLine, EndsInTheSameWayWhenItsMessageCannotBeWritten) {
+  for (const std::string errors : {std::string("/dev/full"), std::string(tool_test::kClosed)}) {
+    EXPECT_EQ(run_fldtool({"info", "/no/such/file.fld"}, "", errors).status, 3) << errors;
+    EXPECT_EQ(run_fldtool({"check", "/no/such/file.fld"}, "", errors).status, 3) << errors;
+    EXPECT_EQ(run_fldtool({"show"}, "", errors).status, 2) << errors;
+    EXPECT_EQ(run_fldtool({"info", file(), "--plugin", "/no/such/plugin.so"}, "", errors).status, 4)
+        << errors;
+    EXPECT_EQ(run_fldtool({"info", file()}, "/dev/full", errors).status, 4) << errors;
+    EXPECT_EQ(run_fldtool({"info", file(), "--verbose"}, "", errors).status, 0) << errors;
+  }
+}
+
 TEST_F(CommandLine, NoticesOutputsThatCannotBeWritten) {
   for (const std::vector<std::string>& arguments : {std::vector<std::string>{"info", file()},
                                                     {"info", file(), "--json"},
+                                                    {"info", "--help"},
+                                                    {"--help"},
+                                                    {"--help-all"},
+                                                    {"--version"},
                                                     {"values", file(), "-p", "5", "--variable", "v"}}) {
     const Result result = run_fldtool(arguments, "/dev/full");
-    EXPECT_EQ(result.status, 4);
+    EXPECT_EQ(result.status, 4) << arguments.front();
     EXPECT_EQ(result.errors, "fldtool: standard output: cannot write: No space left on device\n");
+    const Result closed = run_fldtool(arguments, tool_test::kClosed);
+    EXPECT_EQ(closed.status, 4) << arguments.front();
+    EXPECT_EQ(closed.errors, "fldtool: standard output: cannot write: Bad file descriptor\n");
   }
   expect_error({"values", file(), "-p", "1", "--variable", "p", "-o", "/no/such/folder/a.csv"}, 4,
                "/no/such/folder/a.csv: cannot write: No such file or directory");

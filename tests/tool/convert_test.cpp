@@ -348,6 +348,13 @@ TEST_F(Convert, SaysWhenAFileIsFull) {
   EXPECT_FALSE(fs::exists(collection));
 }
 
+TEST_F(Convert, SaysWhenItCannotTellTheName) {
+  const Result result = run_fldtool({"convert", dataset.path(), collection.string()}, "/dev/full");
+  EXPECT_EQ(result.status, 4);
+  EXPECT_EQ(result.errors, "fldtool: standard output: cannot write: No space left on device\n");
+  EXPECT_TRUE(fs::exists(collection));
+}
+
 TEST_F(Convert, RefusesWhatIsNoDataset) {
   const std::string empty = (dataset.directory() / "empty.fld").string();
   std::ofstream(empty).flush();

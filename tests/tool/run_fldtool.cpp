@@ -10,6 +10,7 @@
 #include <sys/wait.h>
 #include <system_error>
 #include <unistd.h>
+#include <utility>
 
 #include "tests/tool/terminal.h"
 
@@ -47,7 +48,35 @@ class MemoryFile {
   int descriptor_;
 };
 
-// The program, running, with its streams at the given descriptors.
+// Where a stream of a child process goes: into memory, to a file, or nowhere.
+class Sink {
+ public:
+  explicit Sink(const std::string& file) {
+    if (file.empty() || file == kClosed) {
+      descriptor_ = file.empty() ? memory_.descriptor() : -1;
+      return;
+    }
+    file_ = open(file.c_str(), O_WRONLY | O_CLOEXEC);
+    if (file_ < 0) throw std::system_error(errno, std::generic_category(), file);
+    descriptor_ = file_;
+  }
+  Sink(const Sink&) = delete;
+  Sink& operator=(const Sink&) = delete;
+  ~Sink() {
+    if (file_ >= 0) close(file_);
+  }
+
+  int descriptor() const { return descriptor_; }
+  // What went into memory.
+  std::string text() const { return memory_.text(); }
+
+ private:
+  MemoryFile memory_;
+  int file_ = -1;
+  int descriptor_ = -1;
+};
+
+// The program, running, with its streams at the given descriptors; a negative one is a stream that is closed.
 class Running {
  public:
   Running(const std::vector<std::string>& arguments, int output, int errors) {
@@ -60,8 +89,14 @@ class Running {
 
     posix_spawn_file_actions_t actions;
     posix_spawn_file_actions_init(&actions);
-    posix_spawn_file_actions_adddup2(&actions, output, STDOUT_FILENO);
-    posix_spawn_file_actions_adddup2(&actions, errors, STDERR_FILENO);
+    for (const auto& [stream, descriptor] :
+         {std::pair(STDOUT_FILENO, output), std::pair(STDERR_FILENO, errors)}) {
+      if (descriptor < 0) {
+        posix_spawn_file_actions_addclose(&actions, stream);
+      } else {
+        posix_spawn_file_actions_adddup2(&actions, descriptor, stream);
+      }
+    }
     const int error = posix_spawn(&child_, FLDTOOL, &actions, nullptr, pointers.data(), environ);
     posix_spawn_file_actions_destroy(&actions);
     if (error != 0) throw std::system_error(error, std::generic_category(), "posix_spawn");
@@ -82,13 +117,11 @@ class Running {
 
 }  // namespace
 
-Result run_fldtool(const std::vector<std::string>& arguments, const std::string& output_file) {
-  const MemoryFile output;
-  const MemoryFile errors;
-  const int file = output_file.empty() ? -1 : open(output_file.c_str(), O_WRONLY | O_CLOEXEC);
-  const Running program(arguments, file < 0 ? output.descriptor() : file, errors.descriptor());
-  const int status = program.wait();
-  if (file >= 0) close(file);
+Result run_fldtool(const std::vector<std::string>& arguments, const std::string& output_file,
+                   const std::string& errors_file) {
+  const Sink output(output_file);
+  const Sink errors(errors_file);
+  const int status = Running(arguments, output.descriptor(), errors.descriptor()).wait();
   return {status, output.text(), errors.text()};
 }
 
@@ -111,6 +144,16 @@ Result run_fldtool_and_interrupt(const std::vector<std::string>& arguments, int 
   const std::string text = read_to_end(ends[0]);
   close(ends[0]);
   return {program.wait(), text, errors.text()};
+}
+
+Result run_fldtool_on_terminal_and_interrupt(const std::vector<std::string>& arguments, int signal_number) {
+  const MemoryFile output;
+  const Terminal terminal;
+  const Running program(arguments, output.descriptor(), terminal.screen());
+  const std::string drawn = terminal.wait_and_take();
+  program.send(signal_number);
+  const int status = program.wait();
+  return {status, output.text(), drawn + terminal.take()};
 }
 
 }  // namespace tool_test

@@ -12,8 +12,12 @@ struct Result {
   std::string errors;  // standard error stream
 };
 
-// With `output_file` the standard output goes there instead.
-Result run_fldtool(const std::vector<std::string>& arguments, const std::string& output_file = "");
+// In place of a file: the program gets no such stream.
+inline constexpr char kClosed[] = "&-";
+
+// With `output_file` the standard output goes there instead, with `errors_file` the standard error stream.
+Result run_fldtool(const std::vector<std::string>& arguments, const std::string& output_file = "",
+                   const std::string& errors_file = "");
 
 // The standard error stream is a terminal; `errors` is what was drawn on it.
 Result run_fldtool_on_terminal(const std::vector<std::string>& arguments);
@@ -21,5 +25,8 @@ Result run_fldtool_on_terminal(const std::vector<std::string>& arguments);
 // Sends the signal as soon as there is output, of which nothing is read before that: the output has to be
 // longer than a pipe holds back (64 KiB), so that the program is in the middle of its work.
 Result run_fldtool_and_interrupt(const std::vector<std::string>& arguments, int signal_number);
+
+// Sends the signal as soon as something is drawn on the terminal that the standard error stream is.
+Result run_fldtool_on_terminal_and_interrupt(const std::vector<std::string>& arguments, int signal_number);
 
 }  // namespace tool_test

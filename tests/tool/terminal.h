@@ -3,6 +3,7 @@
 
 #include <cstdlib>
 #include <fcntl.h>
+#include <poll.h>
 #include <string>
 #include <sys/ioctl.h>
 #include <system_error>
@@ -39,6 +40,13 @@ class Terminal {
       text.append(piece, static_cast<std::size_t>(size));
     }
     return text;
+  }
+
+  // The same, once there is something.
+  std::string wait_and_take() const {
+    pollfd written{.fd = reader_, .events = POLLIN, .revents = 0};
+    poll(&written, 1, 60'000);
+    return take();
   }
 
  private:
