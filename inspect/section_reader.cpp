@@ -178,7 +178,8 @@ void SectionReader::check_counts() {
   const std::int64_t count = current_.count;
   const bool is_text = current_.data == DataKind::characters;
   const std::int64_t per_record = rule.per_record;
-  const std::int64_t records = count == 0 || per_record == 0 ? 0 : (count + per_record - 1) / per_record;
+  // A count may be anything up to the largest number.
+  const std::int64_t records = count == 0 || per_record == 0 ? 0 : (count - 1) / per_record + 1;
   if (rule.n_records != records || (count > 0 && records == 0) ||
       (is_text && count > 0 && per_record != count)) {
     give_up(Kind::block_count, in_words(current_), in_words(rule));

@@ -1,5 +1,7 @@
 // The findings about blocks: FLD-301 to FLD-310.
 #include "gtest/gtest.h"
+#include <algorithm>
+#include <cstdint>
 
 #include "testkit/motion.h"
 #include "tests/inspect/checked.h"
@@ -54,6 +56,24 @@ TEST(BlockFindings, TheWrongSize) {
   expect_rule({4, 4, 2}, 303, "4 elements of width 4", "width 4, 4 per record, 2 records");
   expect_rule({4, 3, 1}, 303, "4 elements of width 4", "width 4, 3 per record, 1 records");
   expect_rule({4, 4, 0}, 303, "4 elements of width 4", "width 4, 4 per record, 0 records");
+}
+
+// The connectivity of one tetrahedron.
+TEST(BlockFindings, ACountThatNoFileCanHold) {
+  const std::string found = "width 4, 4 per record, 1 records";
+  for (const std::int64_t count : {INT64_MAX, INT64_MAX - 3, INT64_MAX - 4}) {
+    const Written file(small_file());
+    std::string bytes = file.bytes;
+    const std::uint64_t length = file.value("LS_Elements", 2);
+    bytes = with_integer(bytes, length, static_cast<std::int32_t>(count >> 32));
+    bytes = with_integer(bytes, length + 4, static_cast<std::int32_t>(count & 0xffffffff));
+    const Lines lines = told(bytes);
+    EXPECT_NE(std::find(lines.begin(), lines.end(),
+                        line(303, file.rule("LS_Elements", 3), std::to_string(count) + " elements of width 4",
+                             found)),
+              lines.end())
+        << testing::PrintToString(lines);
+  }
 }
 
 TEST(BlockFindings, ACountThatTheBlockDoesNotHave) {
