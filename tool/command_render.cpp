@@ -19,16 +19,17 @@
 #include "tool/exit_status.h"
 #include "tool/fonts.h"
 #include "tool/interrupt.h"
+#include "tool/output.h"
 #include "tool/picture_parts.h"
 #include "tool/progress.h"
-#include "tool/replaced_file.h"
 
 namespace tool {
 namespace {
 
 constexpr char kManual[] =
     R"(Draws parts of the dataset that FILE belongs to and writes a PNG file, or with several steps one for each: picture.png
-becomes picture_0.png, picture_1.png and so on, numbered with the same count of digits. No display is needed.
+becomes picture_0.png, picture_1.png and so on, numbered with the same count of digits. With --output - one picture goes to
+the standard output stream. No display is needed.
 
 What is shown are the outer faces of the parts. Without --parts these are the surfaces that are in none of the reader's
 groups, or else the volumes. Parts of --faint are grey and translucent.
@@ -185,6 +186,8 @@ class Renderer {
         studio_(scene_.width, scene_.height) {
     if (choice_.parts.size() + choice_.faint.size() == 0)
       throw CommandError(ExitStatus::failure, options.dataset.file, "there is no part to draw");
+    if (options.output == kStandardOutput && choice_.steps.size() > 1)
+      throw CommandError(ExitStatus::usage, "several pictures need a file name for --output");
   }
 
   void draw_all() {
@@ -228,7 +231,9 @@ class Renderer {
     }
     if (scene.font.empty())
       scene.font = font_for(scene.title + (scene.scale ? scene.scale->title : std::string()));
-    replace_file(picture_path(options_, choice_, step), studio_.draw(parts, scene));
+    Output output(picture_path(options_, choice_, step).string());
+    output.write(studio_.draw(parts, scene));
+    output.finish();
   }
 
   host::Session& session_;
@@ -254,7 +259,8 @@ void add_render_command(CLI::App& app) {
   const auto options = std::make_shared<RenderOptions>();
   CLI::App* command = app.add_subcommand("render", "Draw a dataset into a PNG file");
   add_series_options(*command, options->dataset);
-  command->add_option("-o,--output", options->output, "The PNG file to write (otherwise named like FILE)");
+  command->add_option("-o,--output", options->output,
+                      "The PNG file to write (otherwise named like FILE); - is the standard output stream");
   command->add_option("--step,--steps", options->steps, "The steps to draw")
       ->delimiter(',')
       ->allow_extra_args(false)

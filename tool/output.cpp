@@ -1,29 +1,39 @@
 #include "tool/output.h"
 
 #include <cerrno>
+#include <cstdio>
 #include <system_error>
 
 #include "tool/exit_status.h"
 
 namespace tool {
+namespace {
 
-Output::Output(const std::string& path) : name_(path.empty() || path == "-" ? "standard output" : path) {
-  if (path.empty() || path == "-") return;
-  file_.reset(std::fopen(path.c_str(), "wb"));
-  if (!file_) fail();
+[[noreturn]] void fail() {
+  throw CommandError(ExitStatus::failure, "standard output",
+                     "cannot write: " + std::generic_category().message(errno));
+}
+
+}  // namespace
+
+Output::Output(const std::string& path) {
+  if (!path.empty() && path != kStandardOutput) file_.emplace(path);
 }
 
 void Output::write(std::string_view text) {
-  std::FILE* stream = file_ ? file_.get() : stdout;
-  if (std::fwrite(text.data(), 1, text.size(), stream) != text.size()) fail();
+  if (file_) {
+    file_->write(text);
+  } else if (std::fwrite(text.data(), 1, text.size(), stdout) != text.size()) {
+    fail();
+  }
 }
 
 void Output::finish() {
-  if (file_ ? std::fclose(file_.release()) != 0 : std::fflush(stdout) != 0) fail();
-}
-
-void Output::fail() const {
-  throw CommandError(ExitStatus::failure, name_, "cannot write: " + std::generic_category().message(errno));
+  if (file_) {
+    file_->finish();
+  } else if (std::fflush(stdout) != 0) {
+    fail();
+  }
 }
 
 }  // namespace tool

@@ -1,16 +1,21 @@
 // A command's output: the standard output stream or a file, with every failure to write noticed.
 #pragma once
 
-#include <cstdio>
-#include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
+#include "tool/replaced_file.h"
+
 namespace tool {
+
+// What a path on the command line means the standard output stream by.
+inline constexpr char kStandardOutput[] = "-";
 
 class Output {
  public:
-  // An empty path or "-" is the standard output stream. Throws CommandError when the file cannot be made.
+  // An empty path or "-" is the standard output stream; a file takes its place when it is finished. Throws
+  // CommandError when the file cannot be made.
   explicit Output(const std::string& path);
 
   // Throws CommandError when the text cannot be written.
@@ -20,14 +25,7 @@ class Output {
   void finish();
 
  private:
-  struct Close {
-    void operator()(std::FILE* file) const { std::fclose(file); }
-  };
-
-  [[noreturn]] void fail() const;
-
-  std::string name_;
-  std::unique_ptr<std::FILE, Close> file_;  // null: standard output
+  std::optional<ReplacedFile> file_;  // none: the standard output stream
 };
 
 }  // namespace tool

@@ -1,40 +1,80 @@
 #include "tool/replaced_file.h"
 
 #include <cerrno>
-#include <cstdio>
-#include <string>
 #include <system_error>
+#include <unistd.h>
 
 #include "tool/exit_status.h"
 
 namespace tool {
 namespace {
 
-// Whether all of it was written; errno says why not.
-bool write_file(const std::string& path, std::string_view text) {
-  std::FILE* file = std::fopen(path.c_str(), "wb");
-  if (file == nullptr) return false;
-  const bool is_written = std::fwrite(text.data(), 1, text.size(), file) == text.size();
-  const int error = errno;
-  if (std::fclose(file) != 0) return false;
-  errno = error;
-  return is_written;
+namespace fs = std::filesystem;
+
+// Where symbolic links lead to; there may be nothing.
+fs::path followed(fs::path path) {
+  constexpr int kMostLinks = 40;  // as many as the system follows; opening more than those fails
+  std::error_code error;
+  for (int i = 0; i < kMostLinks && fs::is_symlink(fs::symlink_status(path, error)); ++i)
+    path = path.parent_path() / fs::read_symlink(path, error);
+  return path;
+}
+
+fs::path folder_of(const fs::path& path) {
+  return path.has_parent_path() ? path.parent_path() : fs::path(".");
 }
 
 }  // namespace
 
-void replace_file(const std::filesystem::path& path, std::string_view text) {
-  const std::string temporary = path.string() + ".tmp";
-  std::error_code error;
-  if (write_file(temporary, text)) {
-    std::filesystem::rename(temporary, path, error);
-    if (!error) return;
-  } else {
-    error = std::error_code(errno, std::generic_category());
-  }
+ReplacedFile::ReplacedFile(const fs::path& path) : path_(path), target_(followed(path)) {
   std::error_code ignored;
-  std::filesystem::remove(temporary, ignored);
-  throw CommandError(ExitStatus::failure, path.string(), "cannot write: " + error.message());
+  const fs::file_status before = fs::status(target_, ignored);
+  const bool is_regular = fs::is_regular_file(before);
+  const bool is_in_place =
+      is_regular ? access(folder_of(target_).c_str(), W_OK) != 0 : before.type() != fs::file_type::not_found;
+  if (is_in_place) {
+    file_.reset(std::fopen(target_.c_str(), "wb"));
+    if (!file_) fail(errno);
+    return;
+  }
+  if (is_regular && access(target_.c_str(), W_OK) != 0) fail(errno);
+  fs::path beside = target_;
+  beside += ".tmp";
+  fs::remove(beside, ignored);  // of a program that was killed
+  file_.reset(std::fopen(beside.c_str(), "wbx"));
+  if (!file_) fail(errno);
+  temporary_ = beside;
+  if (is_regular) fs::permissions(temporary_, before.permissions(), ignored);
+}
+
+ReplacedFile::~ReplacedFile() {
+  if (temporary_.empty()) return;
+  std::error_code ignored;
+  fs::remove(temporary_, ignored);
+}
+
+void ReplacedFile::write(std::string_view bytes) {
+  if (std::fwrite(bytes.data(), 1, bytes.size(), file_.get()) != bytes.size()) fail(errno);
+}
+
+void ReplacedFile::finish() {
+  if (std::fclose(file_.release()) != 0) fail(errno);
+  if (temporary_.empty()) return;
+  std::error_code error;
+  fs::rename(temporary_, target_, error);
+  if (error) fail(error.value());
+  temporary_.clear();
+}
+
+void ReplacedFile::fail(int error) const {
+  throw CommandError(ExitStatus::failure, path_.string(),
+                     "cannot write: " + std::generic_category().message(error));
+}
+
+void replace_file(const fs::path& path, std::string_view bytes) {
+  ReplacedFile file(path);
+  file.write(bytes);
+  file.finish();
 }
 
 }  // namespace tool

@@ -6,6 +6,7 @@
 #include "host/text_encoding.h"
 #include "tool/axes.h"
 #include "tool/exit_status.h"
+#include "tool/interrupt.h"
 
 namespace tool {
 namespace {
@@ -19,6 +20,7 @@ host::Coordinates element_centres(const host::Coordinates& nodes,
     float* next = centres.axes[axis].entries() + 1;
     const std::span<const float> along = nodes.axes[axis].values();
     for (const host::ElementBlock& block : blocks) {
+      stop_if_interrupted();
       const auto width = static_cast<std::size_t>(block.shape.nodes);
       for (std::size_t first = 0; first < block.nodes.size(); first += width) {
         double sum = 0;
@@ -72,6 +74,7 @@ ValueTable make_value_table(host::Session& session, int variable, int part, std:
   const int first = component.value_or(0);
   const int last = component.value_or(asked.components() - 1);
   for (int i = first; i <= last; ++i) {
+    stop_if_interrupted();
     const bool is_vector = asked.kind == host::VariableKind::vector;
     table.columns.push_back({is_vector ? name + "_" + kAxes[static_cast<std::size_t>(i)] : name,
                              values_of(session, asked, place, i)});

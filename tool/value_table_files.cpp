@@ -7,6 +7,7 @@
 
 #include "fmt/format.h"
 #include "host/undefined_value.h"
+#include "tool/interrupt.h"
 #include "tool/value_table.h"
 
 namespace tool {
@@ -29,8 +30,10 @@ std::string csv_field(const std::string& name) {
 // Calls `add_rows(from, to)` for block after block of a table's rows.
 template <typename AddRows>
 void for_each_block(std::size_t rows, AddRows add_rows) {
-  for (std::size_t from = 0; from < rows; from += kRowsPerBlock)
+  for (std::size_t from = 0; from < rows; from += kRowsPerBlock) {
+    stop_if_interrupted();
     add_rows(from, std::min(rows, from + kRowsPerBlock));
+  }
 }
 
 std::string npy_header(std::size_t rows, std::size_t columns) {

@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <string>
 #include <utility>
 #include <vector>
@@ -263,6 +264,31 @@ TEST_F(Render, LeavesAPartOutWhereAStepLacksIt) {
 TEST_F(Render, DrawsJapaneseLabels) {
   const tool_test::OneFile japanese(tool_test::one_of_each_file());
   draw_file(japanese.path(), {"--parts", "外"});
+}
+
+TEST_F(Render, WritesToTheStandardOutput) {
+  draw({});
+  std::ifstream file(output(), std::ios::binary);
+  const std::string wanted((std::istreambuf_iterator<char>(file)), {});
+  const Result result =
+      run_fldtool({"render", dataset.path(), "-o", "-", "--size", "600x400", "--view", "+z"});
+  EXPECT_EQ(result.status, 0) << result.errors;
+  EXPECT_TRUE(result.output.starts_with("\x89PNG\r\n"));
+  EXPECT_EQ(result.output, wanted);
+  EXPECT_FALSE(fs::exists("-"));
+}
+
+TEST_F(Render, WritesSeveralPicturesToFilesOnly) {
+  for (int step = 0; step < 2; ++step) {
+    testkit::File file = three_plates();
+    file.header.set_cycle(step, step);
+    testkit::write_file(file, dataset.directory() / ("s_" + std::to_string(step) + ".fld"));
+  }
+  const Result result =
+      run_fldtool({"render", (dataset.directory() / "s_0.fld").string(), "-o", "-", "--steps", "all"});
+  EXPECT_EQ(result.status, 2);
+  EXPECT_EQ(result.errors, "fldtool: several pictures need a file name for --output\n");
+  EXPECT_EQ(result.output, "");
 }
 
 TEST_F(Render, RejectsWrongOptions) {

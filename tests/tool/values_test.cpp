@@ -1,12 +1,16 @@
 // `fldtool values`: what is written, as comma-separated lines and as a NumPy file.
 #include "gtest/gtest.h"
 #include <cmath>
+#include <csignal>
+#include <cstdlib>
+#include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <sstream>
 #include <string>
 #include <vector>
 
+#include "testkit/box_dataset.h"
 #include "testkit/file_writer.h"
 #include "testkit/quantity.h"
 #include "testkit/small_meshes.h"
@@ -94,6 +98,26 @@ TEST_F(Values, ToAFile) {
   EXPECT_EQ(read_file("values.csv"), "node,x,y,z,p\n1,1,0,0,1\n2,1,1,0,2\n3,1,0,1,5\n4,1,1,1,6\n");
 }
 
+TEST_F(Values, AFileThatCannotBeWrittenLeavesTheOldOne) {
+  const std::string path = (dataset.directory() / "values.csv").string();
+  std::ofstream(path) << "old";
+  // The program's files may not grow, and no signal tells it.
+  const std::string command = "trap '' XFSZ; ulimit -f 0; " FLDTOOL " values " + dataset.path() +
+                              " -p 5 --variable p -o " + path + " 2>&1 | grep -q 'File too large'";
+  EXPECT_EQ(std::system(command.c_str()), 0);
+  EXPECT_EQ(read_file("values.csv"), "old");
+  EXPECT_FALSE(std::filesystem::exists(path + ".tmp"));
+}
+
+TEST_F(Values, ADeviceStaysOne) {
+  EXPECT_TRUE(lines("@between", "p", {"-o", "/dev/null"}).empty());
+  EXPECT_TRUE(std::filesystem::is_character_file("/dev/null"));
+  const Result full =
+      run_fldtool({"values", dataset.path(), "-p", "5", "--variable", "p", "-o", "/dev/full"});
+  EXPECT_EQ(full.status, 4);
+  EXPECT_EQ(full.errors, "fldtool: /dev/full: cannot write: No space left on device\n");
+}
+
 TEST_F(Values, ANumPyFileHoldsTheSameColumns) {
   const std::string path = (dataset.directory() / "values.npy").string();
   EXPECT_TRUE(lines("5", "p", {"-o", path}).empty());
@@ -138,6 +162,18 @@ TEST_F(Values, APartWithoutNodesGivesTheHeaderAlone) {
   const Result npy =
       run_fldtool({"values", other.path(), "-p", "empty", "--variable", "1", "--format", "npy", "-o", "-"});
   EXPECT_EQ(tool_test::read_npy(npy.output).rows, 0U);
+}
+
+TEST_F(Values, StopsWhenItIsInterrupted) {
+  const tool_test::OneFile box(testkit::box_file({.nx = 30, .ny = 30, .nz = 30}));
+  for (const std::string format : {"csv", "npy"}) {
+    const Result result = tool_test::run_fldtool_and_interrupt(
+        {"values", box.path(), "-p", "ALL_ELEMENTS", "--variable", "1", "--format", format, "-o", "-"},
+        SIGINT);
+    EXPECT_EQ(result.status, 130) << format;
+    EXPECT_EQ(result.errors, "fldtool: interrupted\n");
+    EXPECT_NE(result.output, "");
+  }
 }
 
 TEST_F(Values, AQuantityThatTheStepLacks) {
