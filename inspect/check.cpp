@@ -28,10 +28,17 @@ void check_source(ByteSource& source, const CheckOptions& options, bool opens_da
                   FileReport& report) {
   report.size = source.size();
   StructureCheck structure(report.findings, opens_dataset);
-  report.walk = walk(source, structure);
+  report.walk = walk(source, structure, options.progress);
   structure.finish(report.walk.end == WalkEnd::complete);
   if (options.full && report.walk.end != WalkEnd::not_fld) {
     const Outline& outline = structure.outline();
+    // While another file is looked into, this one's walk stands where it is.
+    std::uint64_t done = 0;
+    const auto advance = [&](std::uint64_t to, std::uint64_t total) {
+      done = to;
+      if (options.progress) options.progress(to, total);
+    };
+    const auto stand = [&](std::uint64_t, std::uint64_t) { advance(done, source.size()); };
     Surroundings surroundings{.outline = outline};
     if (series.dataset != nullptr) {
       series.dataset->check(series.number, report.findings);
@@ -40,7 +47,7 @@ void check_source(ByteSource& source, const CheckOptions& options, bool opens_da
         return series.dataset->nodes_at(series.number, set);
       };
       surroundings.motion_base = [&](std::int32_t cycle, std::int64_t set) {
-        return series.dataset->motion_base(cycle, set);
+        return series.dataset->motion_base(cycle, set, stand);
       };
     } else if (opens_dataset) {
       // A dataset of one file: motion can only start from that.
@@ -50,7 +57,7 @@ void check_source(ByteSource& source, const CheckOptions& options, bool opens_da
       };
     }
     ContentCheck content(surroundings, report.findings);
-    walk(source, content, options.progress);
+    walk(source, content, advance);
   }
   report.findings.sort();
 }
@@ -83,7 +90,7 @@ void check_files(const std::vector<std::string>& files, const CheckOptions& opti
     if (done.contains(identity(file))) continue;
     if (options.full && !options.alone) {
       const std::vector<SeriesFile> series = find_series(file);
-      DatasetOutline dataset(series);
+      DatasetOutline dataset(series, options.progress);
       for (std::size_t i = 0; i < series.size(); ++i) {
         if (!done.insert(identity(series[i].path)).second) continue;
         tell(check_file(series[i].path, options, i == 0, {&dataset, i}));

@@ -18,7 +18,7 @@ struct CheckOptions {
   bool full = false;       // the content too, and all files of the series
   bool alone = false;      // with full: the given files by themselves
   std::size_t limit = 20;  // findings of a kind that are kept per file
-  Progress progress{};     // called while the content is read
+  Progress progress{};     // called while a file is walked through, from its beginning by each walk
 };
 
 struct FileReport {

@@ -49,13 +49,13 @@ class VolumeNames : public Visitor {
 
 }  // namespace
 
-DatasetOutline::DatasetOutline(const std::vector<SeriesFile>& files) {
+DatasetOutline::DatasetOutline(const std::vector<SeriesFile>& files, const Progress& progress) {
   for (const SeriesFile& name : files) {
     File& file = files_.emplace_back(File{.name = name});
     try {
       FileSource source(name.path);
       OutlineTaker taker;
-      file.is_readable = walk(source, taker).end != WalkEnd::not_fld;
+      file.is_readable = walk(source, taker, progress).end != WalkEnd::not_fld;
       file.outline = taker.outline();
     } catch (const ReadError&) {
       continue;  // its own check says why
@@ -125,7 +125,8 @@ std::optional<std::int64_t> DatasetOutline::nodes_at(std::size_t number, std::in
   return std::nullopt;
 }
 
-std::optional<MotionBase> DatasetOutline::motion_base(std::int32_t cycle, std::int64_t region_set) {
+std::optional<MotionBase> DatasetOutline::motion_base(std::int32_t cycle, std::int64_t region_set,
+                                                      const Progress& progress) {
   if (last_region_set_ == region_set && last_cycle_ == cycle) return last_base_;
   last_cycle_ = cycle;
   last_region_set_ = region_set;
@@ -137,7 +138,7 @@ std::optional<MotionBase> DatasetOutline::motion_base(std::int32_t cycle, std::i
   try {
     FileSource source(files_[*file].name.path);
     VolumeNames taker(region_set);
-    walk(source, taker);
+    walk(source, taker, progress);
     if (taker.is_whole()) last_base_->volume_names = taker.names();
   } catch (const ReadError&) {
     return last_base_;

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "inspect/byte_reader.h"
 #include "inspect/findings.h"
 #include "inspect/outline.h"
 #include "inspect/section_check.h"
@@ -16,14 +17,15 @@ namespace inspect {
 class DatasetOutline {
  public:
   // Goes through the titles of all files; one that cannot be read counts as empty.
-  explicit DatasetOutline(const std::vector<SeriesFile>& files);
+  DatasetOutline(const std::vector<SeriesFile>& files, const Progress& progress);
 
   // Adds what is wrong with a file's header beside the other files, by its number in the series, from 0.
   void check(std::size_t number, Findings& findings) const;
   // How many nodes a quantity of a region set has values for at a file.
   std::optional<std::int64_t> nodes_at(std::size_t number, std::int64_t region_set) const;
   // The file that a motion from this cycle starts from. Reads its names.
-  std::optional<MotionBase> motion_base(std::int32_t cycle, std::int64_t region_set);
+  std::optional<MotionBase> motion_base(std::int32_t cycle, std::int64_t region_set,
+                                        const Progress& progress);
 
  private:
   struct File {

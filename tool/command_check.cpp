@@ -1,8 +1,7 @@
 // fldtool check
 #include <cstddef>
-#include <cstdint>
+#include <functional>
 #include <memory>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -15,7 +14,7 @@
 #include "tool/interrupt.h"
 #include "tool/json_values.h"
 #include "tool/output.h"
-#include "tool/progress.h"
+#include "tool/walk_progress.h"
 
 namespace tool {
 namespace {
@@ -62,16 +61,12 @@ void run_check(const CheckCommand& command) {
   if (command.json) output.write(fmt::format("{{\n\"full\": {},\n\"files\": [", command.options.full));
   ExitStatus status = ExitStatus::ok;
   bool is_first = true;
-  std::optional<Progress> progress;
+  WalkProgress progress("checking");
   inspect::CheckOptions options = command.options;
-  options.progress = [&](std::uint64_t done, std::uint64_t total) {
-    stop_if_interrupted();
-    if (!progress) progress.emplace("checking", total, ProgressUnit::bytes);
-    progress->update(done);
-  };
+  options.progress = std::ref(progress);
   inspect::check_files(command.files, options, [&](const inspect::FileReport& report) {
     stop_if_interrupted();
-    progress.reset();
+    progress.erase();
     if (command.json) {
       output.write((is_first ? "\n" : ",\n") + json_text(inspect::report_json(report, decoded), -1));
     } else {

@@ -1,4 +1,5 @@
 // fldtool layout
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -13,6 +14,7 @@
 #include "tool/interrupt.h"
 #include "tool/json_values.h"
 #include "tool/output.h"
+#include "tool/walk_progress.h"
 
 namespace tool {
 namespace {
@@ -59,7 +61,8 @@ std::string decoded(const std::string& bytes) {
 // Prints the entries as they come.
 class Printer {
  public:
-  Printer(const LayoutOptions& options, std::uint64_t size) : options_(options), output_("") {
+  Printer(const LayoutOptions& options, std::uint64_t size, WalkProgress& progress)
+      : options_(options), progress_(progress), output_("") {
     if (options_.json) {
       output_.write(
           fmt::format("{{\n\"file\": {},\n\"size\": {},\n\"entries\": [", json_text(options_.file), size));
@@ -70,6 +73,7 @@ class Printer {
 
   void print(const inspect::LayoutEntry& entry) {
     stop_if_interrupted();
+    progress_.erase();
     if (options_.json) {
       output_.write((is_first_ ? "\n" : ",\n") + inspect::layout_json(entry, decoded).dump());
     } else {
@@ -79,6 +83,7 @@ class Printer {
   }
 
   void finish(const inspect::WalkResult& walk, std::uint64_t size) {
+    progress_.erase();
     const bool is_complete = walk.end == inspect::WalkEnd::complete;
     if (options_.json) {
       output_.write(fmt::format("\n],\n\"complete\": {},\n\"ended_at\": {}\n}}\n", is_complete, walk.offset));
@@ -93,6 +98,7 @@ class Printer {
 
  private:
   const LayoutOptions& options_;
+  WalkProgress& progress_;
   Output output_;
   bool is_first_ = true;
 };
@@ -103,9 +109,10 @@ void run_layout(const LayoutOptions& options) {
     if (!inspect::is_fld(source)) {
       throw CommandError(ExitStatus::unreadable, options.file, "is not an FLD file");
     }
-    Printer printer(options, source.size());
+    WalkProgress progress("reading");
+    Printer printer(options, source.size(), progress);
     inspect::Layout layout(options.titles, [&](const inspect::LayoutEntry& entry) { printer.print(entry); });
-    const inspect::WalkResult walk = inspect::walk(source, layout);
+    const inspect::WalkResult walk = inspect::walk(source, layout, std::ref(progress));
     layout.finish();
     printer.finish(walk, source.size());
     if (layout.errors() > 0) throw QuietExit(ExitStatus::findings);

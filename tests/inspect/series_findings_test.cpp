@@ -1,9 +1,12 @@
 // The findings about the files of a series: FLD-901 to FLD-904, which files belong to it, and what one file
 // tells about another.
 #include "gtest/gtest.h"
+#include <algorithm>
+#include <cstdint>
 #include <filesystem>
 
 #include "inspect/series.h"
+#include "testkit/motion.h"
 #include "testkit/quantity.h"
 #include "tests/inspect/series_files.h"
 
@@ -62,6 +65,50 @@ TEST(SeriesFindings, OnlyTheGivenFileWithoutTheContent) {
   int count = 0;
   inspect::check_files({files.path("case_20.fld")}, {}, [&](const inspect::FileReport&) { ++count; });
   EXPECT_EQ(count, 1);
+}
+
+// How often a check of a series of two files begins to walk through one.
+int walks(const SeriesFiles& files, bool full) {
+  int count = 0;
+  const auto progress = [&](std::uint64_t done, std::uint64_t) { count += done == 0 ? 1 : 0; };
+  inspect::check_files({files.path("case_10.fld")}, {.full = full, .progress = progress},
+                       [](const inspect::FileReport&) {});
+  return count;
+}
+
+TEST(SeriesFindings, EveryWalkTellsItsProgress) {
+  const SeriesFiles files;
+  files.add("case_10.fld", small_file_at(10, 1.0));
+  files.add("case_20.fld", small_file_at(20, 2.0));
+  EXPECT_EQ(walks(files, false), 1);
+  // Both for what they say about each other, then each twice: its structure and its content.
+  EXPECT_EQ(walks(files, true), 6);
+}
+
+TEST(SeriesFindings, ALookIntoAnotherFileTellsThePlaceInThisOne) {
+  const SeriesFiles files;
+  files.add("case_10.fld", small_file_at(10, 1.0));
+  testkit::File moved = small_file_at(20, 2.0);
+  moved.region_sets.front().remove("LS_Nodes");
+  moved.region_sets.front().add(testkit::motion_section(
+      {.base_cycle = 10,
+       .regions = {{.names = {"fluid"}, .actions = {testkit::Action::translate({1, 2, 3})}}}}));
+  const Written second = files.add("case_20.fld", moved);
+  std::vector<std::uint64_t> places;
+  std::vector<std::uint64_t> sizes;
+  const auto progress = [&](std::uint64_t done, std::uint64_t total) {
+    places.push_back(done);
+    sizes.push_back(total);
+  };
+  inspect::check_files({files.path("case_20.fld")}, {.full = true, .progress = progress},
+                       [&](const inspect::FileReport& report) {
+                         if (report.path == files.path("case_20.fld")) return;
+                         places.clear();
+                         sizes.clear();
+                       });
+  // Structure and content of the second file; the look into the first one goes neither back nor elsewhere.
+  EXPECT_EQ(std::count(places.begin(), places.end(), 0U), 2);
+  EXPECT_EQ(std::count(sizes.begin(), sizes.end(), second.bytes.size()), std::ssize(sizes));
 }
 
 TEST(SeriesFindings, AnotherCycleThanInTheName) {

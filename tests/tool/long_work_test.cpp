@@ -2,6 +2,7 @@
 #include "gtest/gtest.h"
 #include <csignal>
 #include <string>
+#include <vector>
 
 #include "testkit/box_dataset.h"
 #include "tests/tool/run_fldtool.h"
@@ -22,6 +23,38 @@ TEST(LongWork, CheckTellsProgressOnATerminalAndErasesIt) {
   EXPECT_EQ(result.output, file.path() + ": no findings\n");
   EXPECT_EQ(result.errors.find(std::string(kErase) + "checking: "), 0U) << result.errors;
   EXPECT_TRUE(result.errors.ends_with(kErase)) << result.errors;
+}
+
+// A file whose titles alone take a while: a record for every value.
+const testkit::BoxOptions kManyRecords = {.nx = 60, .ny = 60, .nz = 40, .split = 1};
+
+TEST(LongWork, CheckTellsProgressAlsoOfTheStructure) {
+  const OneFile file(one_of_each_file());
+  const Result result = tool_test::run_fldtool_on_terminal({"check", file.path()});
+  EXPECT_EQ(result.status, 0);
+  EXPECT_EQ(result.errors.find(std::string(kErase) + "checking: 0 of "), 0U) << result.errors;
+  EXPECT_TRUE(result.errors.ends_with(kErase)) << result.errors;
+}
+
+TEST(LongWork, LayoutTellsProgressWhileItLooksForATitle) {
+  const OneFile file(one_of_each_file());
+  const Result result = tool_test::run_fldtool_on_terminal({"layout", file.path(), "--title", "LS_Nodes"});
+  EXPECT_EQ(result.status, 0);
+  EXPECT_EQ(result.errors.find(std::string(kErase) + "reading: 0 of "), 0U) << result.errors;
+  EXPECT_TRUE(result.errors.ends_with(kErase)) << result.errors;
+}
+
+TEST(LongWork, WalksOverTitlesStopWhenTheyAreInterrupted) {
+  const OneFile file(testkit::box_file(kManyRecords), "box_1.fld");
+  using Words = std::vector<std::string>;
+  for (const Words& words : {Words{"check", file.path()}, Words{"check", "--full", file.path()},
+                             Words{"layout", file.path(), "--title", "OverlapEnd"}}) {
+    const Result result = tool_test::run_fldtool_on_terminal_and_interrupt(words, SIGINT);
+    EXPECT_EQ(result.status, 130) << words.front();
+    EXPECT_TRUE(result.errors.ends_with(kErase + std::string("fldtool: interrupted\r\n"))) << result.errors;
+    EXPECT_EQ(result.output.find("  end\n"), std::string::npos);
+    EXPECT_EQ(result.output.find("no findings"), std::string::npos);
+  }
 }
 
 TEST(LongWork, LayoutStopsWhenItIsInterrupted) {
