@@ -73,7 +73,7 @@ class Printer {
 
   void print(const inspect::LayoutEntry& entry) {
     stop_if_interrupted();
-    progress_.erase();
+    if (output_.is_terminal()) progress_.erase();
     if (options_.json) {
       output_.write((is_first_ ? "\n" : ",\n") + inspect::layout_json(entry, decoded).dump());
     } else {

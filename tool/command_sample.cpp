@@ -9,7 +9,9 @@
 #include "samples/samples.h"
 #include "tool/commands.h"
 #include "tool/exit_status.h"
+#include "tool/interrupt.h"
 #include "tool/output.h"
+#include "tool/progress.h"
 
 namespace tool {
 namespace {
@@ -23,7 +25,11 @@ per sample: its name, the file to open and what it shows.
 void run_sample(const std::string& directory) {
   std::vector<samples::SampleInfo> written;
   try {
-    written = samples::write_samples(directory);
+    Progress progress("samples", samples::kSamples, ProgressUnit::steps);
+    written = samples::write_samples(directory, [&](std::size_t done) {
+      stop_if_interrupted();
+      progress.update(done);
+    });
   } catch (const std::system_error& error) {
     throw CommandError(ExitStatus::failure, directory, "cannot write: " + error.code().message());
   }

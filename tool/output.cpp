@@ -3,6 +3,7 @@
 #include <cerrno>
 #include <cstdio>
 #include <system_error>
+#include <unistd.h>
 
 #include "tool/exit_status.h"
 
@@ -34,6 +35,10 @@ void Output::finish() {
   } else if (std::fflush(stdout) != 0) {
     fail();
   }
+}
+
+bool Output::is_terminal() const {
+  return !file_ && isatty(STDOUT_FILENO) == 1;
 }
 
 }  // namespace tool

@@ -24,6 +24,9 @@ class Output {
   // Must be called last: only now it is known that everything was written. Throws CommandError if it was not.
   void finish();
 
+  // Whether it goes to a terminal, where other text has to make room.
+  bool is_terminal() const;
+
  private:
   std::optional<ReplacedFile> file_;  // none: the standard output stream
 };

@@ -4,6 +4,7 @@
 #include <array>
 #include <cctype>
 #include <charconv>
+#include <cstdint>
 #include <filesystem>
 #include <functional>
 #include <map>
@@ -15,6 +16,7 @@
 #include "host/text_encoding.h"
 #include "tool/chosen_parts.h"
 #include "tool/interrupt.h"
+#include "tool/progress.h"
 
 namespace tool {
 namespace {
@@ -75,8 +77,11 @@ std::vector<PartSummary> summarize_parts(const host::Session& session,
 class Summarizer {
  public:
   // The parts at the session's step are those that are shown.
-  Summarizer(host::Session& session, DatasetSummary& summary)
-      : session_(session), summary_(summary), shown_parts_(part_numbers(session)) {}
+  Summarizer(host::Session& session, DatasetSummary& summary, std::size_t requests)
+      : session_(session),
+        summary_(summary),
+        shown_parts_(part_numbers(session)),
+        progress_("info", requests, ProgressUnit::steps) {}
 
   // The names and kinds alone.
   StepContents structure() {
@@ -132,6 +137,12 @@ class Summarizer {
   // The coordinates of a part, boiled down: equal ones have equal fingerprints.
   using Fingerprint = std::array<std::size_t, 3>;
 
+  // To be called before something is read for one part or variable.
+  void advance() {
+    stop_if_interrupted();
+    progress_.update(done_++);
+  }
+
   // Notes the error of what could not be read. False if there was one. Of a session that is lost it notes the
   // first one alone.
   template <typename Read>
@@ -159,6 +170,7 @@ class Summarizer {
   std::map<PartIdentity, Fingerprint> fingerprints() {
     std::map<PartIdentity, Fingerprint> found;
     for (const auto& [identity, number] : part_numbers(session_)) {
+      advance();
       const host::Coordinates coordinates = session_.coordinates(number);
       Fingerprint fingerprint{};
       for (std::size_t axis = 0; axis < 3; ++axis) {
@@ -172,6 +184,7 @@ class Summarizer {
   }
 
   std::optional<host::BoundingBox> box(const host::Part& part) {
+    advance();
     std::optional<host::BoundingBox> box;
     read("part " + std::to_string(part.number),
          [&] { box = host::bounding_box(session_.coordinates(part.number)); });
@@ -187,7 +200,7 @@ class Summarizer {
   }
 
   VariableSummary range(const host::Variable& variable) {
-    stop_if_interrupted();
+    advance();
     const bool was_lost = session_.is_lost();
     VariableSummary summary = describe(variable);
     summary.components.resize(static_cast<std::size_t>(variable.components()));
@@ -234,6 +247,8 @@ class Summarizer {
   host::Session& session_;
   DatasetSummary& summary_;
   std::map<PartIdentity, int> shown_parts_;
+  Progress progress_;
+  std::uint64_t done_ = 0;
 };
 
 // The geometry steps to look for motion in: all of them, or the first and the last; none when there is only
@@ -246,11 +261,21 @@ std::vector<int> steps_to_compare(int geometry_steps, SummaryDetail detail) {
   return steps;
 }
 
+// How often something is read for a part or a variable, if all steps have as many parts as this one.
+std::size_t count_requests(host::Session& session, SummaryDetail detail) {
+  if (detail == SummaryDetail::structure) return 0;
+  const auto geometry_steps = static_cast<int>(session.geometry_times().times.size());
+  const std::size_t compared = steps_to_compare(geometry_steps, detail).size();
+  const std::size_t shown =
+      detail == SummaryDetail::all_steps ? 1 + static_cast<std::size_t>(session.step_count()) : 1;
+  return shown * (session.parts().size() + session.variables().size()) + compared * session.parts().size();
+}
+
 }  // namespace
 
 DatasetSummary summarize(host::Session& session, const std::string& library, SummaryDetail detail) {
   DatasetSummary summary;
-  Summarizer summarizer(session, summary);
+  Summarizer summarizer(session, summary, count_requests(session, detail));
   summary.file = session.path().string();
   summary.reader = session.reader();
   summary.library = library;

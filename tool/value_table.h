@@ -8,6 +8,8 @@
 
 #include "host/session.h"
 #include "tool/output.h"
+#include "tool/progress.h"
+#include "tool/row_range.h"
 
 namespace tool {
 
@@ -22,8 +24,6 @@ struct ValueTable {
 
   std::string row_name;         // "node" or "element"; rows are numbered from 1
   std::vector<Column> columns;  // x, y, z, then the values
-
-  std::size_t rows() const { return columns.front().values().size(); }
 };
 
 // The table of a variable on a part at the session's step; all components of a vector or the given one.
@@ -31,12 +31,12 @@ struct ValueTable {
 // hex), and their coordinates are the means of their nodes'. Throws CommandError when there are no values.
 ValueTable make_value_table(host::Session& session, int variable, int part, std::optional<int> component);
 
-// Comma-separated: a header line, then per row its number and the columns. A value that is undefined is left
-// empty.
-void write_csv(const ValueTable& table, Output& output);
+// Comma-separated: a header line, then per row of the range its number and the columns. A value that is
+// undefined is left empty. `progress` is told how many rows are done.
+void write_csv(const ValueTable& table, RowRange rows, Output& output, Progress& progress);
 
 // NumPy's format 1.0: a float32 array of rows by columns, without the row numbers. A value that is undefined
 // is NaN.
-void write_npy(const ValueTable& table, Output& output);
+void write_npy(const ValueTable& table, RowRange rows, Output& output, Progress& progress);
 
 }  // namespace tool

@@ -27,12 +27,13 @@ std::string csv_field(const std::string& name) {
   return quoted;
 }
 
-// Calls `add_rows(from, to)` for block after block of a table's rows.
+// Calls `add_rows(from, to)` for block after block of the rows.
 template <typename AddRows>
-void for_each_block(std::size_t rows, AddRows add_rows) {
-  for (std::size_t from = 0; from < rows; from += kRowsPerBlock) {
+void for_each_block(RowRange rows, Progress& progress, AddRows add_rows) {
+  for (std::size_t from = rows.first; from < rows.end; from += kRowsPerBlock) {
     stop_if_interrupted();
-    add_rows(from, std::min(rows, from + kRowsPerBlock));
+    progress.update(from - rows.first);
+    add_rows(from, std::min(rows.end, from + kRowsPerBlock));
   }
 }
 
@@ -51,7 +52,7 @@ std::string npy_header(std::size_t rows, std::size_t columns) {
 
 }  // namespace
 
-void write_csv(const ValueTable& table, Output& output) {
+void write_csv(const ValueTable& table, RowRange rows, Output& output, Progress& progress) {
   std::string header = table.row_name;
   for (const ValueTable::Column& column : table.columns) {
     header += ',';
@@ -60,7 +61,7 @@ void write_csv(const ValueTable& table, Output& output) {
   header += '\n';
   output.write(header);
   fmt::memory_buffer text;
-  for_each_block(table.rows(), [&](std::size_t from, std::size_t to) {
+  for_each_block(rows, progress, [&](std::size_t from, std::size_t to) {
     text.clear();
     for (std::size_t row = from; row < to; ++row) {
       fmt::format_to(std::back_inserter(text), "{}", row + 1);
@@ -75,12 +76,12 @@ void write_csv(const ValueTable& table, Output& output) {
   });
 }
 
-void write_npy(const ValueTable& table, Output& output) {
+void write_npy(const ValueTable& table, RowRange rows, Output& output, Progress& progress) {
   static_assert(std::endian::native == std::endian::little,
                 "the array is written in the order of this machine");
-  output.write(npy_header(table.rows(), table.columns.size()));
+  output.write(npy_header(rows.size(), table.columns.size()));
   std::vector<float> block;
-  for_each_block(table.rows(), [&](std::size_t from, std::size_t to) {
+  for_each_block(rows, progress, [&](std::size_t from, std::size_t to) {
     block.clear();
     for (std::size_t row = from; row < to; ++row) {
       for (const ValueTable::Column& column : table.columns) {

@@ -1,10 +1,12 @@
 // What commands do that take long: they tell how far they are on a terminal, and stop on Ctrl-C.
 #include "gtest/gtest.h"
 #include <csignal>
+#include <filesystem>
 #include <string>
 #include <vector>
 
 #include "testkit/box_dataset.h"
+#include "testkit/file_writer.h"
 #include "tests/tool/run_fldtool.h"
 #include "tests/tool/tool_datasets.h"
 
@@ -55,6 +57,54 @@ TEST(LongWork, WalksOverTitlesStopWhenTheyAreInterrupted) {
     EXPECT_EQ(result.output.find("  end\n"), std::string::npos);
     EXPECT_EQ(result.output.find("no findings"), std::string::npos);
   }
+}
+
+TEST(LongWork, InfoTellsProgressOfWhatItReads) {
+  const OneFile file(one_of_each_file());
+  // Five boxes and three ranges; for all steps those of the only step once more.
+  EXPECT_EQ(tool_test::run_fldtool_on_terminal({"info", file.path(), "--ranges"}).errors,
+            std::string(kErase) + "info: 0 of 8, 0 %" + kErase);
+  EXPECT_EQ(tool_test::run_fldtool_on_terminal({"info", file.path(), "--all-steps"}).errors,
+            std::string(kErase) + "info: 0 of 16, 0 %" + kErase);
+  EXPECT_EQ(tool_test::run_fldtool_on_terminal({"info", file.path()}).errors, "");
+}
+
+TEST(LongWork, InfoTellsProgressOfTheSearchForMotion) {
+  const testkit::TemporaryDirectory directory;
+  testkit::File file = one_of_each_file();
+  for (const int cycle : {1, 2, 3}) {
+    file.header.set_cycle(cycle, 0.1 * cycle);
+    testkit::write_file(file, directory / ("s_" + std::to_string(cycle) + ".fld"));
+  }
+  const std::string path = (directory / "s_1.fld").string();
+  // Five boxes and three ranges of one step, five parts at the first and the last step.
+  const std::string ranges = tool_test::run_fldtool_on_terminal({"info", path, "--ranges"}).errors;
+  EXPECT_EQ(ranges.find(std::string(kErase) + "info: 0 of 18, 0 %"), 0U) << ranges;
+  // One step and then all three of them; five parts at all steps.
+  const std::string all = tool_test::run_fldtool_on_terminal({"info", path, "--all-steps"}).errors;
+  EXPECT_EQ(all.find(std::string(kErase) + "info: 0 of 47, 0 %"), 0U) << all;
+}
+
+TEST(LongWork, SampleTellsProgress) {
+  const testkit::TemporaryDirectory directory;
+  const Result result = tool_test::run_fldtool_on_terminal({"sample", directory.path().string()});
+  EXPECT_EQ(result.status, 0);
+  EXPECT_EQ(result.errors.find(std::string(kErase) + "samples: 0 of 4, 0 %"), 0U) << result.errors;
+  EXPECT_TRUE(result.errors.ends_with(kErase)) << result.errors;
+}
+
+TEST(LongWork, InfoAndSampleStopWhenTheyAreInterrupted) {
+  const OneFile box(testkit::box_file({.nx = 60, .ny = 60, .nz = 60}));
+  const testkit::TemporaryDirectory directory;
+  using Words = std::vector<std::string>;
+  for (const Words& words :
+       {Words{"info", box.path(), "--ranges"}, Words{"sample", directory.path().string()}}) {
+    const Result result = tool_test::run_fldtool_on_terminal_and_interrupt(words, SIGINT);
+    EXPECT_EQ(result.status, 130) << words.front();
+    EXPECT_TRUE(result.errors.ends_with(kErase + std::string("fldtool: interrupted\r\n"))) << result.errors;
+    EXPECT_EQ(result.output, "");
+  }
+  EXPECT_FALSE(std::filesystem::exists(directory / "sector"));
 }
 
 TEST(LongWork, LayoutStopsWhenItIsInterrupted) {

@@ -92,6 +92,55 @@ TEST_F(Values, PartsAreFoundByNamesInUtf8AndInTheFilesBytes) {
   EXPECT_EQ(lines(tool_test::kOutsideBytes, "p"), by_number);
 }
 
+TEST_F(Values, SomeRowsKeepTheirNumbers) {
+  EXPECT_EQ(lines("@between", "p", {"--rows", "2-3"}), (Lines{"node,x,y,z,p", "2,1,1,0,2", "3,1,0,1,5"}));
+  EXPECT_EQ(lines("@between", "p", {"--rows", "4"}), (Lines{"node,x,y,z,p", "4,1,1,1,6"}));
+  EXPECT_EQ(lines("@between", "p", {"--rows", "1-4"}), lines("@between", "p"));
+  EXPECT_EQ(lines("ALL_ELEMENTS", "MatOfElements", {"--rows", "3-4"}),
+            (Lines{"element,x,y,z,MatOfElements", "3,1.3333334,0.5,0.5,1", "4,0.5,0.5,0.5,1"}));
+}
+
+TEST_F(Values, SomeRowsOfANumPyFile) {
+  const std::string path = (dataset.directory() / "values.npy").string();
+  lines("@between", "p", {"-o", path, "--rows", "2-3"});
+  const tool_test::NpyArray array = tool_test::read_npy(read_file("values.npy"));
+  ASSERT_EQ(array.rows, 2U);
+  ASSERT_EQ(array.columns, 4U);
+  EXPECT_EQ(array.at(0, 1), 1.0F);
+  EXPECT_EQ(array.at(0, 3), 2.0F);
+  EXPECT_EQ(array.at(1, 2), 1.0F);
+  EXPECT_EQ(array.at(1, 3), 5.0F);
+}
+
+TEST_F(Values, RowsAcrossTheBlocksOfWriting) {
+  const tool_test::OneFile box(testkit::box_file({.nx = 20, .ny = 20, .nz = 20}));
+  const Result all = run_fldtool({"values", box.path(), "-p", "ALL_ELEMENTS", "--variable", "1"});
+  const Result some =
+      run_fldtool({"values", box.path(), "-p", "ALL_ELEMENTS", "--variable", "1", "--rows", "4000-9000"});
+  const std::size_t from = all.output.find("\n4000,") + 1;
+  const std::size_t to = all.output.find("\n9001,") + 1;
+  EXPECT_EQ(some.output, "node,x,y,z,scalar_1\n" + all.output.substr(from, to - from));
+}
+
+TEST_F(Values, RejectsRowsThatAreNone) {
+  for (const std::string rows : {"0", "5", "0-2", "3-5", "3-2", "2-", "-2", "-", "x", "1-2-3", " 1", "1,2"}) {
+    const Result result =
+        run_fldtool({"values", dataset.path(), "-p", "@between", "--variable", "p", "--rows=" + rows});
+    EXPECT_EQ(result.status, 2) << rows;
+    EXPECT_EQ(result.errors,
+              "fldtool: " + dataset.path() + ": there are no rows '" + rows + "': the rows are 1 to 4\n");
+    EXPECT_EQ(result.output, "");
+  }
+}
+
+TEST_F(Values, TellsProgressOnATerminal) {
+  const Result result = tool_test::run_fldtool_on_terminal(
+      {"values", dataset.path(), "-p", "@between", "--variable", "p", "--rows", "1-3"});
+  EXPECT_EQ(result.status, 0);
+  EXPECT_EQ(result.output, "node,x,y,z,p\n1,1,0,0,1\n2,1,1,0,2\n3,1,0,1,5\n");
+  EXPECT_EQ(result.errors, "\r\x1b[Krows: 0 of 3, 0 %\r\x1b[K");
+}
+
 TEST_F(Values, ToAFile) {
   const std::string path = (dataset.directory() / "values.csv").string();
   EXPECT_TRUE(lines("@between", "p", {"--output", path}).empty());
@@ -162,6 +211,9 @@ TEST_F(Values, APartWithoutNodesGivesTheHeaderAlone) {
   const Result npy =
       run_fldtool({"values", other.path(), "-p", "empty", "--variable", "1", "--format", "npy", "-o", "-"});
   EXPECT_EQ(tool_test::read_npy(npy.output).rows, 0U);
+  const Result none = run_fldtool({"values", other.path(), "-p", "empty", "--variable", "1", "--rows", "1"});
+  EXPECT_EQ(none.status, 2);
+  EXPECT_EQ(none.errors, "fldtool: " + other.path() + ": there are no rows '1': the part has none\n");
 }
 
 TEST_F(Values, StopsWhenItIsInterrupted) {
