@@ -1,14 +1,37 @@
 #include "inspect/layout.h"
 
-#include <algorithm>
 #include <fnmatch.h>
 
 #include "inspect/text_check.h"
 
 namespace inspect {
 
-Layout::Layout(std::vector<std::string> patterns, Use use)
-    : patterns_(std::move(patterns)), use_(std::move(use)), is_picked_(patterns_.empty()) {}
+Layout::Layout(const std::vector<std::string>& patterns, Decode decode, Use use)
+    : decode_(std::move(decode)), use_(std::move(use)), is_picked_(patterns.empty()) {
+  for (const std::string& pattern : patterns) patterns_.push_back({pattern});
+}
+
+bool Layout::picks(const std::string& title) {
+  bool is_match = patterns_.empty();
+  const std::string decoded = decode_(shown(title));
+  for (Pattern& pattern : patterns_) {
+    const auto matches = [&](const std::string& text) {
+      return fnmatch(pattern.text.c_str(), text.c_str(), 0) == 0;
+    };
+    if (!matches(title) && !matches(decoded)) continue;
+    pattern.is_matched = true;
+    is_match = true;
+  }
+  return is_match;
+}
+
+std::vector<std::string> Layout::unmatched() const {
+  std::vector<std::string> texts;
+  for (const Pattern& pattern : patterns_) {
+    if (!pattern.is_matched) texts.push_back(pattern.text);
+  }
+  return texts;
+}
 
 void Layout::identification(const Record& record) {
   tell({.type = EntryType::identification, .offset = record.offset, .length = record.size()});
@@ -19,10 +42,7 @@ void Layout::version(const Record& record, std::int32_t version) {
 }
 
 void Layout::title(const Title& title) {
-  is_picked_ =
-      patterns_.empty() || std::any_of(patterns_.begin(), patterns_.end(), [&](const std::string& pattern) {
-        return fnmatch(pattern.c_str(), title.text.c_str(), 0) == 0;
-      });
+  is_picked_ = picks(title.text);
   tell({.type = EntryType::title,
         .offset = title.record.offset,
         .length = title.record.size(),

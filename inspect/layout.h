@@ -38,15 +38,21 @@ struct LayoutEntry {
   std::optional<Finding> finding{};
 };
 
+// Texts of the file as UTF-8.
+using Decode = std::function<std::string(const std::string& bytes)>;
+
 class Layout : public Visitor {
  public:
   using Use = std::function<void(const LayoutEntry& entry)>;
 
-  // Tells the entries of the sections and header items whose titles match one of the patterns, which may have
-  // the wildcards * and ?; without patterns everything. Problems are always told.
-  Layout(std::vector<std::string> patterns, Use use);
+  // Tells the entries of the sections and header items whose titles match one of the patterns, as they stand
+  // in the file or decoded. Patterns may have the wildcards * and ?; without patterns everything is told.
+  // Problems are always told.
+  Layout(const std::vector<std::string>& patterns, Decode decode, Use use);
 
   std::int64_t errors() const { return errors_; }
+  // The patterns that no title matched.
+  std::vector<std::string> unmatched() const;
   // To be called after the walk.
   void finish() { flush(); }
 
@@ -63,10 +69,18 @@ class Layout : public Visitor {
   void problem(const Finding& finding) override;
 
  private:
+  struct Pattern {
+    std::string text;
+    bool is_matched = false;
+  };
+
+  // Whether the title matches a pattern, of which it takes note; all of them when there are none.
+  bool picks(const std::string& title);
   void tell(const LayoutEntry& entry);
   void flush();
 
-  std::vector<std::string> patterns_;
+  std::vector<Pattern> patterns_;
+  Decode decode_;
   Use use_;
   bool is_picked_ = true;
   std::optional<LayoutEntry> record_;  // the last one, whose value comes after it
@@ -76,9 +90,6 @@ class Layout : public Visitor {
 // The heading of the table that layout_line makes, and an entry's line. Texts are as in the file.
 std::string layout_heading();
 std::string layout_line(const LayoutEntry& entry);
-
-// Texts of the file as UTF-8.
-using Decode = std::function<std::string(const std::string& bytes)>;
 
 nlohmann::ordered_json layout_json(const LayoutEntry& entry, const Decode& decode);
 

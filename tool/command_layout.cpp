@@ -27,7 +27,7 @@ something is wrong, a line with !! and the number of the finding says so; docs/f
 line says where the file ended, or where reading stopped.
 
 --title shows the header items and sections of that title alone; it may have the wildcards * and ?, and may be given
-several times: --title 'LS_Scalar:*'.
+several times: --title 'LS_Scalar:*'. One that no title matches is a finding.
 
 --json prints one JSON object:
   file, size        the file as given, its bytes
@@ -54,10 +54,6 @@ struct LayoutOptions {
   bool json = false;
 };
 
-std::string decoded(const std::string& bytes) {
-  return host::to_utf8(bytes);
-}
-
 // Prints the entries as they come.
 class Printer {
  public:
@@ -75,9 +71,9 @@ class Printer {
     stop_if_interrupted();
     if (output_.is_terminal()) progress_.erase();
     if (options_.json) {
-      output_.write((is_first_ ? "\n" : ",\n") + inspect::layout_json(entry, decoded).dump());
+      output_.write((is_first_ ? "\n" : ",\n") + inspect::layout_json(entry, host::to_utf8).dump());
     } else {
-      output_.write(decoded(inspect::layout_line(entry)));
+      output_.write(host::to_utf8(inspect::layout_line(entry)));
     }
     is_first_ = false;
   }
@@ -111,10 +107,15 @@ void run_layout(const LayoutOptions& options) {
     }
     WalkProgress progress("reading");
     Printer printer(options, source.size(), progress);
-    inspect::Layout layout(options.titles, [&](const inspect::LayoutEntry& entry) { printer.print(entry); });
+    inspect::Layout layout(options.titles, host::to_utf8,
+                           [&](const inspect::LayoutEntry& entry) { printer.print(entry); });
     const inspect::WalkResult walk = inspect::walk(source, layout, std::ref(progress));
     layout.finish();
     printer.finish(walk, source.size());
+    if (const std::vector<std::string> missing = layout.unmatched(); !missing.empty()) {
+      throw CommandError(ExitStatus::findings, options.file,
+                         fmt::format("there is no title '{}'", fmt::join(missing, "', '")));
+    }
     if (layout.errors() > 0) throw QuietExit(ExitStatus::findings);
   } catch (const inspect::ReadError& error) {
     throw CommandError(ExitStatus::unreadable, options.file, error.what());

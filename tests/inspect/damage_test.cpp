@@ -22,7 +22,8 @@ using inspect::EntryType;
 std::vector<Entry> entries_of(const std::string& bytes) {
   std::vector<Entry> entries;
   inspect::StringSource source(bytes);
-  inspect::Layout layout({}, [&](const Entry& entry) { entries.push_back(entry); });
+  const auto undecoded = [](const std::string& text) { return text; };
+  inspect::Layout layout({}, undecoded, [&](const Entry& entry) { entries.push_back(entry); });
   inspect::walk(source, layout);
   layout.finish();
   return entries;

@@ -15,10 +15,11 @@ using inspect::EntryType;
 using inspect::LayoutEntry;
 using inspect_test::Written;
 
-std::vector<LayoutEntry> entries_of(const std::string& bytes, std::vector<std::string> titles = {}) {
+std::vector<LayoutEntry> entries_of(const std::string& bytes, const std::vector<std::string>& titles = {}) {
   std::vector<LayoutEntry> entries;
   inspect::StringSource source(bytes);
-  inspect::Layout layout(std::move(titles), [&](const LayoutEntry& entry) { entries.push_back(entry); });
+  const auto undecoded = [](const std::string& bytes) { return bytes; };
+  inspect::Layout layout(titles, undecoded, [&](const LayoutEntry& entry) { entries.push_back(entry); });
   inspect::walk(source, layout);
   layout.finish();
   return entries;
@@ -75,6 +76,25 @@ TEST(Layout, PicksByTitle) {
     if (entry.type == EntryType::title) titles.push_back(entry.what);
   }
   EXPECT_EQ(titles, (std::vector<std::string>{"LS_Nodes", "LS_Scalar:p"}));
+}
+
+TEST(Layout, PicksByDecodedTitleAndTellsWhatNothingMatches) {
+  testkit::File file = inspect_test::small_file();
+  file.region_sets.front().section("LS_Scalar:p").title = "LS_Scalar:\x88\xb3";
+  inspect::StringSource source(testkit::to_bytes(file));
+  const auto decode = [](const std::string& bytes) {
+    const std::size_t place = bytes.find("\x88\xb3");
+    return place == std::string::npos ? bytes : bytes.substr(0, place) + "pressure";
+  };
+  std::vector<std::string> titles;
+  inspect::Layout layout({"*:pres*", "LS_Scalar:\x88\xb3", "LS_Nodes", "LS_Node", "pressure"}, decode,
+                         [&](const LayoutEntry& entry) {
+                           if (entry.type == EntryType::title) titles.push_back(entry.what);
+                         });
+  inspect::walk(source, layout);
+  layout.finish();
+  EXPECT_EQ(titles, (std::vector<std::string>{"LS_Nodes", "LS_Scalar:\x88\xb3"}));
+  EXPECT_EQ(layout.unmatched(), (std::vector<std::string>{"LS_Node", "pressure"}));
 }
 
 TEST(Layout, TellsWhereItStopsAndWhy) {

@@ -46,6 +46,30 @@ TEST(LayoutCommand, PicksByTitle) {
   EXPECT_EQ(output.find("LS_Nodes"), std::string::npos) << output;
 }
 
+TEST(LayoutCommand, PicksByTitleInUtf8) {
+  testkit::File file = one_of_each_file();
+  file.region_sets.front().section("LS_Scalar:p").title =
+      std::string("LS_Scalar:") + tool_test::kPressureBytes;
+  const OneFile written(file);
+  for (const std::string title : {"LS_Scalar:圧力", "LS_Scalar:*力", "LS_Scalar:\x88\xb3\x97\xcd"}) {
+    const Result result = run_fldtool({"layout", written.path(), "--title", title});
+    EXPECT_EQ(result.status, 0) << result.errors;
+    EXPECT_NE(result.output.find("  LS_Scalar:圧力\n"), std::string::npos) << result.output;
+    EXPECT_EQ(result.output.find("LS_Vector"), std::string::npos) << result.output;
+  }
+}
+
+TEST(LayoutCommand, ATitleThatIsNotThere) {
+  const OneFile file(one_of_each_file());
+  for (const std::string option : {"--title=LS_Nodes", "--json"}) {
+    const Result result = run_fldtool(
+        {"layout", file.path(), option, "--title", "LS_Node", "--title", "Cycle", "--title", "圧力"});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(result.errors, "fldtool: " + file.path() + ": there is no title 'LS_Node', '圧力'\n");
+    EXPECT_NE(result.output.find("Cycle"), std::string::npos) << result.output;
+  }
+}
+
 TEST(LayoutCommand, ABrokenFile) {
   testkit::Places places;
   const std::string bytes = testkit::to_bytes(one_of_each_file(), &places);
