@@ -50,6 +50,11 @@ struct Block {
   std::int64_t region = -1;  // of a section that has its regions one after the other; -1: not of one region
 };
 
+// Where a block's first value stands: behind the rule record and a marker.
+inline std::uint64_t first_value(const Block& block) {
+  return block.record.end() + 4;
+}
+
 // Whole elements of a block.
 struct Piece {
   std::uint64_t offset = 0;  // of the first byte

@@ -27,6 +27,15 @@ std::string summary(const FileReport& report, bool notes) {
                      report.size);
 }
 
+// The finding with what comes from the file decoded.
+Finding decoded(Finding finding, const Decode& decode) {
+  finding.place = decode(finding.place);
+  finding.wanted = decode(finding.wanted);
+  // What is found there is a path.
+  if (finding.kind != Kind::cycle_twice) finding.found = decode(finding.found);
+  return finding;
+}
+
 }  // namespace
 
 std::string finding_text(const Finding& finding) {
@@ -41,7 +50,7 @@ std::string report_text(const FileReport& report, bool notes, const Decode& deco
   std::string text;
   for (const Finding& finding : report.findings.kept()) {
     if (is_shown(finding.kind, notes))
-      text += fmt::format("{}: {}\n", report.path, decode(finding_text(finding)));
+      text += fmt::format("{}: {}\n", report.path, finding_text(decoded(finding, decode)));
   }
   for (const auto& [kind, count] : report.findings.counts()) {
     const std::uint64_t left_out = report.findings.left_out(kind);
@@ -53,10 +62,14 @@ std::string report_text(const FileReport& report, bool notes, const Decode& deco
 
 nlohmann::ordered_json finding_json(const Finding& finding, const Decode& decode) {
   const KindInfo& kind = info(finding.kind);
-  return {{"number", number_text(kind.kind)}, {"severity", std::string(name(kind.severity))},
-          {"offset", finding.offset},         {"text", std::string(kind.text)},
-          {"place", decode(finding.place)},   {"wanted", decode(finding.wanted)},
-          {"found", decode(finding.found)}};
+  const Finding text = decoded(finding, decode);
+  return {{"number", number_text(kind.kind)},
+          {"severity", std::string(name(kind.severity))},
+          {"offset", text.offset},
+          {"text", std::string(kind.text)},
+          {"place", text.place},
+          {"wanted", text.wanted},
+          {"found", text.found}};
 }
 
 nlohmann::ordered_json report_json(const FileReport& report, const Decode& decode) {

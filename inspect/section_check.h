@@ -78,9 +78,4 @@ inline std::uint64_t offset_of(const Piece& piece, std::size_t i, std::size_t wi
   return piece.offset + i * width;
 }
 
-// Where a block's first value stands: behind the rule record and a marker.
-inline std::uint64_t first_value(const Block& block) {
-  return block.record.end() + 4;
-}
-
 }  // namespace inspect

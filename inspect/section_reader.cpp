@@ -10,7 +10,6 @@ namespace inspect {
 namespace {
 
 constexpr std::uint64_t kRuleLength = 12;
-constexpr std::size_t kTitleLength = 32;
 constexpr std::size_t kKeptText = 256;
 
 std::string in_words(const Rule& rule) {

@@ -48,7 +48,7 @@ void StructureCheck::data(const Block& block, const Piece& piece) {
 
 void StructureCheck::integer(const Block& block, std::int64_t value) {
   OutlineTaker::integer(block, value);
-  const std::uint64_t offset = block.record.end() + 4;  // of the value, in the one record behind the rule
+  const std::uint64_t offset = first_value(block);
   const std::string found = std::to_string(value);
   if (block.content == Content::dimension && value == 2) add(Kind::dimension_two, offset, "3", found);
   if (block.content == Content::dimension && value != 2 && value != 3) {

@@ -1,6 +1,7 @@
 // The titles of a file, and which blocks follow each.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <span>
 #include <string_view>
@@ -8,6 +9,9 @@
 namespace inspect {
 
 class SectionReader;
+
+// Bytes of a title, filled up with blanks.
+inline constexpr std::size_t kTitleLength = 32;
 
 enum class TitleId : std::uint8_t {
   application,

@@ -15,7 +15,6 @@ namespace {
 
 constexpr char kMagic[] = "VTRL-FLD";
 constexpr std::size_t kMagicLength = 8;
-constexpr std::size_t kTitleLength = 32;
 constexpr std::int32_t kVersion = 4;
 
 class Walker : private Reporter {

@@ -3,7 +3,9 @@
 
 #include "gtest/gtest.h"
 #include <filesystem>
+#include <span>
 #include <sys/stat.h>
+#include <vector>
 
 #include "testkit/byte_sink.h"
 #include "testkit/temporary_directory.h"
@@ -99,6 +101,24 @@ TEST(FileSource, NoticesAFileThatShrinks) {
   testkit::write_bytes(directory / "file", "0123");
   ByteReader reader(source);
   EXPECT_THROW(reader.take(10), inspect::ReadError);
+}
+
+TEST(FileSource, AFileThatBecomesShorter) {
+  const testkit::TemporaryDirectory directory;
+  const std::filesystem::path path = directory / "a.fld";
+  testkit::write_bytes(path, counted_bytes(100));
+  inspect::FileSource source(path);
+  EXPECT_EQ(source.size(), 100U);
+  std::filesystem::resize_file(path, 40);
+  std::vector<unsigned char> bytes(41);
+  source.read(0, std::span(bytes).first(40));
+  EXPECT_EQ(bytes[39], static_cast<unsigned char>(39 * 7));
+  try {
+    source.read(0, bytes);
+    FAIL() << "nothing was noticed";
+  } catch (const inspect::ReadError& error) {
+    EXPECT_STREQ(error.what(), "became shorter while it was read");
+  }
 }
 
 }  // namespace
