@@ -78,4 +78,26 @@ std::string to_utf8(std::string_view bytes) {
   return text;
 }
 
+std::string message_to_utf8(std::string_view bytes) {
+  return is_utf8(bytes) ? std::string(bytes) : to_utf8(bytes);
+}
+
+std::string without_controls(std::string_view text) {
+  constexpr unsigned char kLead = 0xC2;  // of U+0080 to U+00BF, the first half of which are controls
+  const auto byte_at = [&](std::size_t i) { return static_cast<unsigned char>(text[i]); };
+  std::string result;
+  result.reserve(text.size());
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    const bool is_late_control =
+        byte_at(i) == kLead && i + 1 < text.size() && byte_at(i + 1) >= 0x80 && byte_at(i + 1) < 0xA0;
+    if (is_late_control) ++i;
+    result += is_late_control || byte_at(i) < 0x20 || byte_at(i) == 0x7F ? ' ' : text[i];
+  }
+  return result;
+}
+
+std::string printable(std::string_view bytes) {
+  return without_controls(to_utf8(bytes));
+}
+
 }  // namespace host

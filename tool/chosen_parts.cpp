@@ -1,10 +1,11 @@
 #include "tool/chosen_parts.h"
 
-#include <cstdio>
+#include <unistd.h>
 #include <utility>
 
 #include "fmt/format.h"
 #include "host/text_encoding.h"
+#include "tool/hopeful_write.h"
 #include "tool/summary.h"
 
 namespace tool {
@@ -55,8 +56,9 @@ void ChosenParts::tell_missing(const host::Session& session, Progress& progress)
   }
   if (missing.empty()) return;
   progress.erase();
-  fmt::print(stderr, "fldtool: {}: step {} does not have: {}\n", session.path().string(), session.step(),
-             missing);
+  const std::string line =
+      fmt::format("fldtool: {}: step {} does not have: {}", session.path().string(), session.step(), missing);
+  write_if_possible(STDERR_FILENO, host::without_controls(line) + "\n");
 }
 
 }  // namespace tool

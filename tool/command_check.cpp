@@ -52,10 +52,6 @@ struct CheckCommand {
   bool json = false;
 };
 
-std::string decoded(const std::string& bytes) {
-  return host::to_utf8(bytes);
-}
-
 void run_check(const CheckCommand& command) {
   Output output("");
   if (command.json) output.write(fmt::format("{{\n\"full\": {},\n\"files\": [", command.options.full));
@@ -68,9 +64,9 @@ void run_check(const CheckCommand& command) {
     stop_if_interrupted();
     progress.erase();
     if (command.json) {
-      output.write((is_first ? "\n" : ",\n") + json_text(inspect::report_json(report, decoded), -1));
+      output.write((is_first ? "\n" : ",\n") + json_text(inspect::report_json(report, host::to_utf8), -1));
     } else {
-      output.write(inspect::report_text(report, command.notes, decoded));
+      output.write(inspect::report_text(report, command.notes, host::to_utf8));
     }
     is_first = false;
     if (!report.is_readable()) {

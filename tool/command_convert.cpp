@@ -82,7 +82,7 @@ void run_convert(const ConvertOptions& options) {
     output.write(collection.string() + "\n");
     output.finish();
   } catch (const host::Error& error) {
-    throw CommandError(ExitStatus::unreadable, options.dataset.file, host::to_utf8(error.reason()));
+    throw CommandError(ExitStatus::unreadable, options.dataset.file, host::message_to_utf8(error.reason()));
   }
 }
 

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "fmt/format.h"
+#include "host/text_encoding.h"
 #include "host/undefined_value.h"
 #include "tool/choice.h"
 #include "tool/commands.h"
@@ -114,7 +115,7 @@ class Printer {
     if (is_json_) {
       output_.write((count_ == 0 ? "\n" : ",\n") + json_text(difference_json(difference), -1));
     } else {
-      output_.write(difference_text(difference) + "\n");
+      output_.write(host::without_controls(difference_text(difference)) + "\n");
     }
     ++count_;
   }

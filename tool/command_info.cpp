@@ -75,7 +75,7 @@ DatasetSummary read_summary(const InfoOptions& options) {
   try {
     return summarize(dataset.session(), dataset.library().path().string(), options.detail());
   } catch (const host::Error& error) {
-    throw CommandError(ExitStatus::unreadable, options.dataset.file, host::to_utf8(error.reason()));
+    throw CommandError(ExitStatus::unreadable, options.dataset.file, host::message_to_utf8(error.reason()));
   }
 }
 

@@ -164,7 +164,7 @@ ValueRange range_of_steps(host::Session& session, const Choice& choice, Progress
 
 std::string usual_title(const host::Session& session) {
   const float time = session.variable_times().times[static_cast<std::size_t>(session.step())];
-  return fmt::format("{}    step {}    t = {}", host::to_utf8(session.path().filename().string()),
+  return fmt::format("{}    step {}    t = {}", host::message_to_utf8(session.path().filename().string()),
                      session.step(), time);
 }
 
@@ -203,8 +203,8 @@ class Renderer {
       session_.select_step(step);
       choice_.parts.tell_missing(session_, progress);
       choice_.faint.tell_missing(session_, progress);
+      progress.update(done++);
       draw(step);
-      progress.update(++done);
     }
   }
 
@@ -249,7 +249,7 @@ void run_render(const RenderOptions& options) {
   try {
     Renderer(dataset.session(), options).draw_all();
   } catch (const host::Error& error) {
-    throw CommandError(ExitStatus::unreadable, options.dataset.file, host::to_utf8(error.reason()));
+    throw CommandError(ExitStatus::unreadable, options.dataset.file, host::message_to_utf8(error.reason()));
   }
 }
 

@@ -91,16 +91,18 @@ std::string component_text(const ComponentStatistics& component) {
 }
 
 std::string variable_text(const host::Session& session, const VariableStatistics& found) {
-  const std::string label = host::to_utf8(found.variable.label);
-  std::string text = fmt::format("  {}{}{}, per {}\n", host::to_utf8(found.variable.name),
+  const std::string label = host::printable(found.variable.label);
+  std::string text = fmt::format("  {}{}{}, per {}\n", host::printable(found.variable.name),
                                  label.empty() ? "" : ", ", label, location_word(found.variable.location));
   text += fmt::format("    {:>4}  {:<24}  {:<10}{:>11}{:>11}{:>13}{:>13}{:>13}{:>13}\n", "part", "name", "of",
                       "values", "undefined", "not numbers", "minimum", "maximum", "mean");
   for (const PartStatistics& part : found.parts) {
-    const std::string beginning = fmt::format("    {:>4}  {:<24}  ", part.part, part_name(session, part));
+    const std::string beginning =
+        fmt::format("    {:>4}  {:<24}  ", part.part, host::without_controls(part_name(session, part)));
     if (part.availability != host::Availability::given) {
       text += fmt::format("{}{}{}{}\n", beginning, availability_word(part.availability),
-                          part.reason.empty() ? "" : ": ", host::to_utf8(part.reason));
+                          part.reason.empty() ? "" : ": ",
+                          host::without_controls(host::message_to_utf8(part.reason)));
     }
     for (std::size_t i = 0; i < part.components.size(); ++i) {
       text += i == 0 ? beginning : fmt::format("    {:>4}  {:<24}  ", "", "");
@@ -128,7 +130,7 @@ Json variable_json(const host::Session& session, const VariableStatistics& found
     Json entry{{"part", part.part},
                {"name", part_name(session, part)},
                {"availability", availability_word(part.availability)}};
-    if (!part.reason.empty()) entry["reason"] = host::to_utf8(part.reason);
+    if (!part.reason.empty()) entry["reason"] = host::message_to_utf8(part.reason);
     entry["components"] = Json::array();
     for (const ComponentStatistics& component : part.components)
       entry["components"].push_back(component_json(component));
@@ -179,7 +181,7 @@ class StatsRun {
       session_.select_step(step);
       return true;
     } catch (const host::Error& error) {
-      problems_.push_back(fmt::format("step {}: {}", step, host::to_utf8(error.reason())));
+      problems_.push_back(fmt::format("step {}: {}", step, host::message_to_utf8(error.reason())));
       return false;
     }
   }
@@ -205,7 +207,7 @@ class StatsRun {
     const PartStatistics& part = found.parts.back();
     if (part.availability != host::Availability::failed) return;
     std::string problem = fmt::format("variable {} at step {}: {}", host::to_utf8(found.variable.name),
-                                      session_.step(), host::to_utf8(part.reason));
+                                      session_.step(), host::message_to_utf8(part.reason));
     // It is the same for every part, as a rule.
     if (problems_.empty() || problems_.back() != problem) problems_.push_back(std::move(problem));
   }
@@ -242,7 +244,7 @@ void run_stats(const StatsOptions& options) {
   try {
     StatsRun(options, dataset.session()).run();
   } catch (const host::Error& error) {
-    throw CommandError(ExitStatus::unreadable, options.dataset.file, host::to_utf8(error.reason()));
+    throw CommandError(ExitStatus::unreadable, options.dataset.file, host::message_to_utf8(error.reason()));
   }
 }
 

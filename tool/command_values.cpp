@@ -93,7 +93,7 @@ void run_values(const ValuesOptions& options) {
     is_npy ? write_npy(table, rows, output, progress) : write_csv(table, rows, output, progress);
     output.finish();
   } catch (const host::Error& error) {
-    throw CommandError(ExitStatus::unreadable, options.dataset.file, host::to_utf8(error.reason()));
+    throw CommandError(ExitStatus::unreadable, options.dataset.file, host::message_to_utf8(error.reason()));
   }
 }
 

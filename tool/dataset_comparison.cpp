@@ -32,7 +32,7 @@ bool DatasetComparison::reads(OpenDataset& dataset, Read read) {
     read(dataset.session());
     return true;
   } catch (const host::Error& error) {
-    problems_.emplace_back(dataset.file(), host::to_utf8(error.reason()));
+    problems_.emplace_back(dataset.file(), host::message_to_utf8(error.reason()));
     return false;
   }
 }
@@ -240,8 +240,8 @@ bool DatasetComparison::compare_component(const Pair& variable, const Pair& part
   }
   for (const auto& [dataset, values] : {std::pair(&a_, &in_a), std::pair(&b_, &in_b)}) {
     if (values->availability != host::Availability::failed) continue;
-    problems_.emplace_back(dataset->file(),
-                           fmt::format("variable {}: {}", variable.name, host::to_utf8(values->reason)));
+    problems_.emplace_back(dataset->file(), fmt::format("variable {}: {}", variable.name,
+                                                        host::message_to_utf8(values->reason)));
     return false;
   }
   if (in_a.availability != in_b.availability) {

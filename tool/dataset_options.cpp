@@ -62,7 +62,7 @@ OpenDataset::OpenDataset(const DatasetOptions& options, Globals globals)
     open(options);
   } catch (const host::Error& error) {
     close();
-    throw CommandError(ExitStatus::unreadable, options.file, host::to_utf8(error.reason()));
+    throw CommandError(ExitStatus::unreadable, options.file, host::message_to_utf8(error.reason()));
   }
 }
 
@@ -89,7 +89,7 @@ void OpenDataset::close() {
   if (!session_) return;
   try {
     if (!session_->is_lost()) session_->close();
-    if (verbose_) fmt::print(stderr, "{}", host::to_utf8(session_->diagnostics()));
+    if (verbose_) fmt::print(stderr, "{}", host::message_to_utf8(session_->diagnostics()));
   } catch (const std::exception&) {
     // The answer stands; a reader that fails to let go changes nothing about it.
     verbose_ = false;

@@ -6,7 +6,7 @@
 #include <unistd.h>
 
 #include "CLI/CLI.hpp"
-#include "host/error.h"
+#include "host/text_encoding.h"
 #include "tool/commands.h"
 #include "tool/exit_status.h"
 #include "tool/hopeful_write.h"
@@ -17,7 +17,7 @@ namespace {
 
 // The status tells the caller also where the line cannot be written.
 int report(tool::ExitStatus status, const std::string& message) {
-  tool::write_if_possible(STDERR_FILENO, "fldtool: " + message + "\n");
+  tool::write_if_possible(STDERR_FILENO, "fldtool: " + host::without_controls(message) + "\n");
   return static_cast<int>(status);
 }
 

@@ -55,13 +55,13 @@ std::optional<Remains> find_remains(const std::string& file) {
 }
 
 std::string remains_text(const std::string& file, const std::string& reason, const Remains& remains) {
-  std::string text =
-      fmt::format("file         {}\nsize         {} bytes\nunreadable   {}\n", file, remains.size, reason);
+  std::string text = fmt::format("file         {}\nsize         {} bytes\nunreadable   {}\n",
+                                 host::without_controls(file), remains.size, host::without_controls(reason));
   text += fmt::format("\nwhat is there\n  {:>10}  {:>3}  title\n", "offset", "set");
   for (const Remains::Entry& entry : remains.entries) {
     text += fmt::format("  {:>10}  {:>3}  {}{}\n", entry.offset,
-                        entry.region_set < 0 ? "-" : std::to_string(entry.region_set), entry.title,
-                        entry.is_whole ? "" : "  (not whole)");
+                        entry.region_set < 0 ? "-" : std::to_string(entry.region_set),
+                        host::without_controls(entry.title), entry.is_whole ? "" : "  (not whole)");
   }
   text += remains.walk.end == inspect::WalkEnd::complete
               ? fmt::format("  {:>10}       end of the file\n", remains.walk.offset)

@@ -152,7 +152,7 @@ class Summarizer {
       read_it();
       return true;
     } catch (const host::Error& error) {
-      if (!was_lost) note(what + ": " + host::to_utf8(error.reason()));
+      if (!was_lost) note(what + ": " + host::message_to_utf8(error.reason()));
       return false;
     }
   }
@@ -212,7 +212,7 @@ class Summarizer {
       summary.reason = error.reason();
     }
     if (summary.availability != host::Availability::given) summary.components.clear();
-    summary.reason = host::to_utf8(summary.reason);
+    summary.reason = host::message_to_utf8(summary.reason);
     if (summary.availability == host::Availability::failed && !was_lost) {
       note("variable " + summary.name + " at step " + std::to_string(session_.step()) + ": " +
            summary.reason);
@@ -294,7 +294,7 @@ DatasetSummary summarize(host::Session& session, const std::string& library, Sum
   const auto geometry_steps = static_cast<int>(session.geometry_times().times.size());
   summary.motion = summarizer.motion(steps_to_compare(geometry_steps, detail));
   for (const std::string& warning : host::warnings(session.diagnostics())) {
-    summary.warnings.push_back(host::to_utf8(warning));
+    summary.warnings.push_back(host::message_to_utf8(warning));
   }
   return summary;
 }

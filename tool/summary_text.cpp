@@ -5,12 +5,14 @@
 #include <string>
 
 #include "fmt/format.h"
+#include "host/text_encoding.h"
 #include "tool/axes.h"
 #include "tool/summary.h"
 
 namespace tool {
 namespace {
 
+using host::without_controls;
 using Text = fmt::memory_buffer;
 
 template <typename... Arguments>
@@ -47,7 +49,7 @@ std::string time_text(const DatasetSummary& summary, int step) {
 }
 
 void add_overview(Text& text, const DatasetSummary& summary) {
-  add(text, "file         {}\n", summary.file);
+  add(text, "file         {}\n", without_controls(summary.file));
   add(text, "reader       {} {}, interface {}\n", summary.reader.name, summary.reader.release,
       summary.reader.api_version);
   std::string options;
@@ -90,7 +92,7 @@ void add_motion(Text& text, const DatasetSummary& summary) {
 void add_step_line(Text& text, const StepSummary& step) {
   const std::string cycle = step.cycle ? std::to_string(*step.cycle) : "-";
   add(text, "  {:>5}  {:>12}  {:>8}  {:>8}  {}\n", step.step, step.time, step.geometry_step, cycle,
-      step.file.value_or("-"));
+      without_controls(step.file.value_or("-")));
 }
 
 void add_steps(Text& text, const DatasetSummary& summary, std::size_t shown_steps) {
@@ -118,7 +120,7 @@ void add_parts(Text& text, const DatasetSummary& summary) {
   for (std::size_t i = 0; i < summary.parts.size(); ++i) {
     const PartSummary& part = summary.parts[i];
     add(text, "  {:>4}  {:<7}{}  {:<{}}  {:>9}  {}{}\n", part.part.number, kind_word(part.part.kind),
-        set_text(summary, part), part.name, width, part.part.nodes, counts_text(part.part),
+        set_text(summary, part), without_controls(part.name), width, part.part.nodes, counts_text(part.part),
         summary.has_ranges ? "; " + box_text(summary.shown.boxes[i]) : "");
   }
 }
@@ -134,9 +136,9 @@ void add_range(Text& text, const host::ValueStatistics& range) {
 }
 
 void add_variable_line(Text& text, const VariableSummary& variable, bool with_range) {
-  const std::string label = variable.label.empty() ? "-" : variable.label;
+  const std::string label = variable.label.empty() ? "-" : without_controls(variable.label);
   add(text, "  {:>4}  {:<6}  {:<7}  {:<16}  ", variable.variable.number, kind_word(variable.variable.kind),
-      location_word(variable.variable.location), variable.name);
+      location_word(variable.variable.location), without_controls(variable.name));
   if (!with_range) {
     add(text, "{}\n", label);
     return;
@@ -144,7 +146,7 @@ void add_variable_line(Text& text, const VariableSummary& variable, bool with_ra
   add(text, "{:<32}  ", label);
   if (variable.availability != host::Availability::given) {
     add(text, "{}", availability_word(variable.availability));
-    if (!variable.reason.empty()) add(text, ": {}", variable.reason);
+    if (!variable.reason.empty()) add(text, ": {}", without_controls(variable.reason));
   }
   for (std::size_t i = 0; i < variable.components.size(); ++i) {
     if (variable.components.size() > 1)
@@ -175,14 +177,16 @@ void add_boxes(Text& text, const DatasetSummary& summary, const StepContents& co
 void add_warnings(Text& text, const DatasetSummary& summary) {
   if (summary.warnings.empty()) return;
   add(text, "\nwarnings of the reader\n");
-  for (const std::string& warning : summary.warnings) add(text, "  {}\n", warning);
+  for (const std::string& warning : summary.warnings) add(text, "  {}\n", without_controls(warning));
 }
 
 void add_groups(Text& text, const DatasetSummary& summary) {
   if (summary.groups.empty()) return;
   add(text, "\ngroups\n");
   for (const host::PartGroup& group : summary.groups) {
-    add(text, "  {}: {}\n", group.name, fmt::join(group.parts, ", "));
+    std::string parts;
+    for (const std::string& part : group.parts) parts += (parts.empty() ? "" : ", ") + part;
+    add(text, "  {}: {}\n", without_controls(group.name), without_controls(parts));
   }
 }
 

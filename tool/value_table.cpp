@@ -50,7 +50,7 @@ host::HostArray values_of(host::Session& session, const host::Variable& variable
       throw CommandError(ExitStatus::failure, file,
                          fmt::format("the reader offers no values of variable {}", name));
     case host::Availability::failed:
-      throw CommandError(ExitStatus::unreadable, file, host::to_utf8(values.reason));
+      throw CommandError(ExitStatus::unreadable, file, host::message_to_utf8(values.reason));
   }
   return std::move(values.array);
 }
@@ -70,7 +70,7 @@ ValueTable make_value_table(host::Session& session, int variable, int part, std:
   for (std::size_t axis = 0; axis < 3; ++axis)
     table.columns.push_back({kAxes[axis], std::move(points.axes[axis])});
 
-  const std::string name = host::to_utf8(asked.name);
+  const std::string name = host::printable(asked.name);
   const int first = component.value_or(0);
   const int last = component.value_or(asked.components() - 1);
   for (int i = first; i <= last; ++i) {

@@ -16,7 +16,7 @@ namespace tool {
 struct ValueTable {
   // One column of numbers; the column's values are in the order of the nodes or elements.
   struct Column {
-    std::string name;  // UTF-8
+    std::string name;  // UTF-8 without control characters
     host::HostArray array;
 
     std::span<const float> values() const { return array.values(); }

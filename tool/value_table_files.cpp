@@ -17,7 +17,7 @@ constexpr std::size_t kRowsPerBlock = 4096;
 
 // A name as a field of a comma-separated line.
 std::string csv_field(const std::string& name) {
-  if (name.find_first_of(",\"\r\n") == std::string::npos) return name;
+  if (name.find_first_of(",\"") == std::string::npos) return name;
   std::string quoted = "\"";
   for (const char character : name) {
     if (character == '"') quoted += '"';

@@ -7,14 +7,10 @@
 namespace vtkdata {
 namespace {
 
-// The text in UTF-8 as XML can hold it: control characters become spaces, and the two code points that are no
-// characters U+FFFD.
-std::string printable(const std::string& bytes) {
-  std::string text = host::to_utf8(bytes);
-  for (char& character : text) {
-    const auto code = static_cast<unsigned char>(character);
-    if (code < 0x20 || code == 0x7F) character = ' ';
-  }
+// The text in UTF-8 as XML can hold it: without control characters, and with U+FFFD for the two code points
+// that are no characters.
+std::string xml_text(const std::string& bytes) {
+  std::string text = host::printable(bytes);
   for (const char* none : {"\xEF\xBF\xBE", "\xEF\xBF\xBF"}) {
     for (std::size_t at = text.find(none); at != std::string::npos; at = text.find(none, at))
       text.replace(at, 3, "\xEF\xBF\xBD");
@@ -30,7 +26,7 @@ std::vector<std::string> unique_names(const Items& items, const char* kind, Mark
   names.reserve(items.size());
   std::map<std::string, int> uses;
   for (const auto& item : items) {
-    std::string name = printable(item.name);
+    std::string name = xml_text(item.name);
     if (name.empty()) name = std::string(kind) + " " + std::to_string(item.number);
     ++uses[name];
     names.push_back(std::move(name));
@@ -67,7 +63,7 @@ vtkSmartPointer<vtkStringArray> make_labels(host::Session& session) {
   for (const host::Variable& variable : session.variables()) {
     if (variable.label.empty()) continue;
     labels->InsertNextValue(names[static_cast<std::size_t>(variable.number) - 1] + ": " +
-                            printable(variable.label));
+                            xml_text(variable.label));
   }
   return labels;
 }

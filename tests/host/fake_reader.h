@@ -13,6 +13,7 @@ inline constexpr char kOneSet[] = "one_set.fld";
 inline constexpr char kOneStep[] = "two_sets_one_step.fld";
 inline constexpr char kBadNodeNumber[] = "bad_node_number.fld";  // the first surface has a node 99
 inline constexpr char kGeometryFails[] = "geometry_fails.fld";   // the second step's geometry cannot be read
+inline constexpr char kNoValues[] = "no_values.fld";             // requests for values are answered with 3
 inline constexpr char kNegativeCount[] = "negative_count.fld";   // the first part has -1 nodes
 inline constexpr char kNoStatus[] = "no_status.fld";             // whether it changes cannot be told
 

@@ -42,6 +42,28 @@ TEST(TextEncoding, BytesThatAreNeitherAreReplaced) {
   EXPECT_EQ(host::to_utf8("a\xff\x8a\x4f"), "a\uFFFD外");
 }
 
+// As Shift_JIS the bytes of this name would be others.
+TEST(TextEncoding, MessagesStayUtf8) {
+  const std::string path = "FILE NOT FOUND : /data/ポンプ室.fld";
+  EXPECT_NE(host::to_utf8(path), path);
+  EXPECT_EQ(host::message_to_utf8(path), path);
+  EXPECT_EQ(host::message_to_utf8("/data/\x8a\x4f.fld"), "/data/外.fld");
+  EXPECT_EQ(host::message_to_utf8("a\xff"), "a\uFFFD");
+  EXPECT_EQ(host::message_to_utf8(""), "");
+}
+
+TEST(TextEncoding, ControlCharactersBecomeSpaces) {
+  EXPECT_EQ(host::without_controls("a\x1b[31mb\r\nc\td\x7f"), "a [31mb  c d ");
+  EXPECT_EQ(host::without_controls(std::string("a\0b", 3)), "a b");
+  // U+0080, U+009B and U+009F, which terminals know as well; then what begins in the same way, and a half.
+  EXPECT_EQ(host::without_controls("a\u0080b\u009b1mc\u009fd"), "a b 1mc d");
+  EXPECT_EQ(host::without_controls("\u00a0\u00b5\u0440外\xc2"), "\u00a0\u00b5\u0440外\xc2");
+}
+
+TEST(TextEncoding, PrintableNames) {
+  EXPECT_EQ(host::printable("\x8a\x4f\x1b[2J"), "外 [2J");
+}
+
 TEST(TextEncoding, TellsUtf8) {
   EXPECT_TRUE(host::is_utf8("外筒"));
   EXPECT_FALSE(host::is_utf8("\x8a\x4f"));

@@ -174,6 +174,19 @@ TEST(CheckCommand, TextsOfTheFileAreShownAsUtf8) {
       << result.output;
 }
 
+TEST(CheckCommand, PathsInFindingsStayAsTheyAre) {
+  const testkit::TemporaryDirectory directory;
+  testkit::File file = one_of_each_file();
+  file.header.set_cycle(10, 1.0);
+  for (const char* name : {"ポンプ室_010.fld", "ポンプ室_10.fld"})
+    testkit::write_file(file, directory / name);
+  const std::string first = (directory / "ポンプ室_010.fld").string();
+  const Result text = run_fldtool({"check", "--full", first});
+  EXPECT_NE(text.output.find("found 10 as in " + first + "\n"), std::string::npos) << text.output;
+  const json answer = json::parse(run_fldtool({"check", "--full", "--json", first}).output);
+  EXPECT_EQ(answer["files"][1]["findings"][0]["found"], "10 as in " + first);
+}
+
 // Ten million tetrahedra; nearly all of the file is holes.
 testkit::File large_file() {
   constexpr std::int64_t kElements = 10000000;

@@ -50,6 +50,12 @@ TEST_F(UnreadableFiles, AFileThatIsNotThere) {
   expect_reason(path, "FILE NOT FOUND : " + path);
 }
 
+// The bytes of this path are other characters in Shift_JIS, in which the names in files are.
+TEST_F(UnreadableFiles, AFileWhosePathIsUtf8) {
+  const std::string path = (directory / "none_ポンプ室.fld").string();
+  expect_reason(path, "FILE NOT FOUND : " + path);
+}
+
 TEST_F(UnreadableFiles, AnEmptyFile) {
   expect_reason(file("empty.fld", ""), "This is not FLD file.");
 }
