@@ -348,6 +348,15 @@ TEST_F(Convert, SaysWhenAFileIsFull) {
   EXPECT_FALSE(fs::exists(collection));
 }
 
+TEST_F(Convert, TellsProgressOnATerminal) {
+  const Result result = tool_test::run_fldtool_on_terminal({"convert", dataset.path(), collection.string()});
+  EXPECT_EQ(result.status, 0);
+  EXPECT_EQ(result.output, collection.string() + "\n");
+  // Two surfaces and two volumes of one step.
+  EXPECT_EQ(result.errors.find("\r\x1b[Kparts: 1 of 4, 25 %"), 0U) << result.errors;
+  EXPECT_TRUE(result.errors.ends_with("\r\x1b[K")) << result.errors;
+}
+
 TEST_F(Convert, SaysWhenItCannotTellTheName) {
   const Result result = run_fldtool({"convert", dataset.path(), collection.string()}, "/dev/full");
   EXPECT_EQ(result.status, 4);

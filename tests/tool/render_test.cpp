@@ -18,6 +18,7 @@
 #include "testkit/small_meshes.h"
 #include "tests/tool/run_fldtool.h"
 #include "tests/tool/tool_datasets.h"
+#include "tool/fonts.h"
 
 namespace {
 
@@ -261,9 +262,46 @@ TEST_F(Render, LeavesAPartOutWhereAStepLacksIt) {
   }
 }
 
+// Pixels of the title above the colours that are not as in the other picture.
+int differing_in_title(Picture& picture, Picture& other) {
+  int count = 0;
+  for (int x = 0; x < picture.width(); ++x) {
+    for (int y = 0; y < picture.height() / 4; ++y) {
+      const double across = (x + 0.5) / picture.width();
+      const double up = (y + 0.5) / picture.height();
+      count += picture.at(across, up) != other.at(across, up) ? 1 : 0;
+    }
+  }
+  return count;
+}
+
+// Without glyphs two characters look like any other two.
 TEST_F(Render, DrawsJapaneseLabels) {
-  const tool_test::OneFile japanese(tool_test::one_of_each_file());
-  draw_file(japanese.path(), {"--parts", "外"});
+  const std::string font = tool::font_for("圧力");
+  if (font.empty()) GTEST_SKIP() << "there is no font with Japanese letters";
+  const auto with_label = [](const std::string& bytes) {
+    testkit::File file = three_plates();
+    testkit::RegionSet& set = file.region_sets.front();
+    set.remove("LS_Scalar:p");
+    set.add(testkit::scalar_section({.name = "p", .label = bytes, .values = std::vector<double>(16, 1.0)}));
+    return file;
+  };
+  const tool_test::OneFile pressure(with_label(tool_test::kPressureBytes));
+  const tool_test::OneFile outside(
+      with_label(std::string(tool_test::kOutsideBytes) + tool_test::kOutsideBytes));
+  const Words plain = {"--title", "", "--range", "0,1"};
+  Picture first = draw_file(pressure.path(), plain);
+  Picture second = draw_file(outside.path(), plain);
+  Picture again = draw_file(pressure.path(), plain);
+  EXPECT_GT(differing_in_title(first, second), 20);
+  EXPECT_EQ(differing_in_title(first, again), 0);
+}
+
+TEST_F(Render, TellsProgressOnATerminal) {
+  const Result result = tool_test::run_fldtool_on_terminal(
+      {"render", dataset.path(), "-o", output().string(), "--size", "64x64"});
+  EXPECT_EQ(result.status, 0);
+  EXPECT_EQ(result.errors, "\r\x1b[Kpictures: 0 of 1, 0 %\r\x1b[K");
 }
 
 TEST_F(Render, WritesToTheStandardOutput) {

@@ -241,6 +241,14 @@ TEST_F(Values, AQuantityThatTheStepLacks) {
   EXPECT_EQ(result.errors, "fldtool: " + path + ": variable p is not there for part 2 at step 1\n");
 }
 
+TEST_F(Values, AReaderThatOffersNone) {
+  const Result result =
+      run_fldtool({"values", "no_values.fld", "-p", "1", "--variable", "P", "--plugin", FAKE_READER});
+  EXPECT_EQ(result.status, 4);
+  EXPECT_EQ(result.errors, "fldtool: no_values.fld: the reader offers no values of variable P\n");
+  EXPECT_EQ(result.output, "");
+}
+
 TEST_F(Values, TwoRegionSetsEachGiveTheirOwn) {
   testkit::File file;
   for (int set = 0; set < 2; ++set) {
