@@ -102,7 +102,7 @@ TEST_F(CommandLine, TakesAPluginByItsPath) {
 
 // What a caller has then is the exit status.
 TEST_F(CommandLine, EndsInTheSameWayWhenItsMessageCannotBeWritten) {
-  for (const std::string errors : {std::string("/dev/full"), std::string(tool_test::kClosed)}) {
+  for (const char* errors : {"/dev/full", tool_test::kClosed}) {
     EXPECT_EQ(run_fldtool({"info", "/no/such/file.fld"}, "", errors).status, 3) << errors;
     EXPECT_EQ(run_fldtool({"check", "/no/such/file.fld"}, "", errors).status, 3) << errors;
     EXPECT_EQ(run_fldtool({"show"}, "", errors).status, 2) << errors;
