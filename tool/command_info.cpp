@@ -24,8 +24,9 @@ the first; the geometry is the last one at or before it. --all-steps shows the v
 parts that move, with ranges. A part counts as moving when its coordinates differ between the first and the last geometry
 step, or between any two with --all-steps; one that only some steps have, between those.
 
-Of a file that the reader refuses, its titles with their offsets are printed as far as the file can be followed, and where
-that ended; the exit status is 3 all the same. 'fldtool check' tells more about such a file.
+Of a dataset that the reader refuses, the files of the series that have errors are shown, or FILE if none has any: their
+titles with the offsets, as far as the file can be followed, and where that ended; the exit status is 3 all the same.
+'fldtool check' tells more about such files.
 
 --json prints one JSON object, which follows docs/info.schema.json; bounds, availability and ranges are there with --ranges
 and --all-steps only:
@@ -48,8 +49,9 @@ and --all-steps only:
                             variables (number, name, availability, reason, ranges)
   warnings                  what the reader found doubtful about the geometry, in words
   problems                  what could not be read, in words; the exit status is then 3
-Of a file that the reader refuses:
-  file, reason, size        the file as given, why it is refused, its bytes
+Of a dataset that the reader refuses:
+  file, reason              the file as given, why it is refused
+  files                     per file that is shown: file, size (bytes), entries, complete, ended_at, problems
   entries                   per title: offset, region_set (from 0; null before the first), title, whole (up to its end)
   complete, ended_at        whether the file could be followed to its end, and the offset where that ended
   problems                  the first errors, in words
@@ -85,13 +87,13 @@ void print(const std::string& text) {
   output.finish();
 }
 
-// What is still there of a file that the reader refused with this error, if it is an FLD file.
-void print_remains(const InfoOptions& options, const CommandError& error) {
+// Prints what is still there of a dataset that the reader refused. The result is the error to end with, which
+// tells the files that are broken.
+CommandError print_remains(const InfoOptions& options, const CommandError& error) {
   const std::string& file = options.dataset.file;
-  const auto remains = find_remains(file);
-  if (!remains) return;
-  const std::string reason = std::string(error.what()).substr(file.size() + 2);
-  print(options.json ? remains_json(file, reason, *remains) : remains_text(file, reason, *remains));
+  const Remains remains = find_remains(file, std::string(error.what()).substr(file.size() + 2));
+  if (!remains.files.empty()) print(options.json ? remains_json(remains) : remains_text(remains));
+  return {error.status(), file, reason_with_files(remains)};
 }
 
 void run_info(const InfoOptions& options) {
@@ -99,7 +101,7 @@ void run_info(const InfoOptions& options) {
   try {
     summary = read_summary(options);
   } catch (const CommandError& error) {
-    if (error.status() == ExitStatus::unreadable) print_remains(options, error);
+    if (error.status() == ExitStatus::unreadable) throw print_remains(options, error);
     throw;
   }
   print(options.json ? summary_json(summary) : summary_text(summary));

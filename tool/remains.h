@@ -1,16 +1,14 @@
-// What can still be said about a file that the reader refuses, found out without the reader.
+// What can still be said about a dataset that the reader refuses, found out without the reader.
 #pragma once
 
 #include <cstdint>
-#include <optional>
 #include <string>
 #include <vector>
 
-#include "inspect/walker.h"
-
 namespace tool {
 
-struct Remains {
+// Of one file.
+struct FileRemains {
   // A title that was found, in file order.
   struct Entry {
     std::uint64_t offset = 0;
@@ -19,16 +17,30 @@ struct Remains {
     bool is_whole = false;         // it came to its end rule, or has no body
   };
 
+  std::string file;
   std::uint64_t size = 0;
   std::vector<Entry> entries;
+  bool is_complete = false;  // it could be followed to its end
+  std::uint64_t ended_at = 0;
   std::vector<std::string> problems;  // the first errors and warnings of the structure, in words
-  inspect::WalkResult walk;
+  bool is_fld = false;                // it can be opened and is an FLD file
+  bool has_errors = false;
 };
 
-// Empty for a file that cannot be opened or is not an FLD file.
-std::optional<Remains> find_remains(const std::string& file);
+struct Remains {
+  std::string file;    // the one that was given
+  std::string reason;  // of the reader
+  std::vector<FileRemains> files;
+};
 
-std::string remains_text(const std::string& file, const std::string& reason, const Remains& remains);
-std::string remains_json(const std::string& file, const std::string& reason, const Remains& remains);
+// Of the files with errors in the series that the file belongs to, or else of the file itself; none if that
+// cannot be opened or is not an FLD file.
+Remains find_remains(const std::string& file, const std::string& reason);
+
+// The reason, with the names of the files with errors unless that is the given one alone.
+std::string reason_with_files(const Remains& remains);
+
+std::string remains_text(const Remains& remains);
+std::string remains_json(const Remains& remains);
 
 }  // namespace tool

@@ -61,9 +61,12 @@ TEST_F(InfoRemains, TellWhatIsThereAndWhereItEnded) {
   const Result result = run_fldtool({"info", path()});
   EXPECT_EQ(result.status, 3);
   EXPECT_EQ(result.errors.find("fldtool: " + path() + ": "), 0U);
+  const json found = json::parse(run_fldtool({"info", "--json", path()}).output);
   EXPECT_EQ(
-      result.output.find("file         " + path() + "\nsize         " + std::to_string(size) + " bytes\n"),
-      0U);
+      result.output.find("file         " + path() + "\nunreadable   " + found["reason"].get<std::string>() +
+                         "\n\nwhat is there of " + path() + ", " + std::to_string(size) + " bytes\n"),
+      0U)
+      << result.output;
   for (const std::string& text :
        {std::string("    0  LS_Elements\n"), std::to_string(nodes) + "    0  LS_Nodes  (not whole)\n",
         std::to_string(end) + "       stopped here, 10 bytes before the end of the file\n",
@@ -90,14 +93,80 @@ TEST_F(InfoRemains, AreThereInJson) {
   const json found = json::parse(result.output);
   EXPECT_EQ(found["file"], path());
   EXPECT_EQ(result.errors, "fldtool: " + path() + ": " + found["reason"].get<std::string>() + "\n");
-  EXPECT_EQ(found["size"], size);
-  EXPECT_EQ(found["complete"], false);
-  EXPECT_EQ(found["ended_at"], end);
-  EXPECT_EQ(found["entries"].back(),
+  ASSERT_EQ(found["files"].size(), 1U);
+  const json& there = found["files"][0];
+  EXPECT_EQ(there["file"], path());
+  EXPECT_EQ(there["size"], size);
+  EXPECT_EQ(there["complete"], false);
+  EXPECT_EQ(there["ended_at"], end);
+  EXPECT_EQ(there["entries"].back(),
             json({{"offset", nodes}, {"region_set", 0}, {"title", "LS_Nodes"}, {"whole", false}}));
-  EXPECT_EQ(found["entries"][0]["region_set"], nullptr);
-  EXPECT_EQ(found["entries"][0]["whole"], true);
-  EXPECT_EQ(found["problems"].size(), 1U);
+  EXPECT_EQ(there["entries"][0]["region_set"], nullptr);
+  EXPECT_EQ(there["entries"][0]["whole"], true);
+  EXPECT_EQ(there["problems"].size(), 1U);
+}
+
+// Another file of the series than the one that is given is the broken one.
+class InfoRemainsOfSeries : public testing::Test {
+ protected:
+  InfoRemainsOfSeries() {
+    testkit::File file = one_of_each_file();
+    for (int cycle = 0; cycle < 3; ++cycle) {
+      file.header.set_cycle(cycle, cycle);
+      const std::string bytes = testkit::to_bytes(file);
+      testkit::write_bytes(directory / ("s_" + std::to_string(cycle) + ".fld"),
+                           cycle == 1 ? bytes.substr(0, bytes.size() / 2) : bytes);
+      half = bytes.size() / 2;
+    }
+  }
+
+  std::string path(int cycle) const { return (directory / ("s_" + std::to_string(cycle) + ".fld")).string(); }
+
+  testkit::TemporaryDirectory directory;
+  std::uint64_t half = 0;
+};
+
+TEST_F(InfoRemainsOfSeries, AreThoseOfTheBrokenFile) {
+  const Result result = run_fldtool({"info", path(0)});
+  EXPECT_EQ(result.status, 3);
+  EXPECT_TRUE(result.errors.starts_with("fldtool: " + path(0) + ": ")) << result.errors;
+  EXPECT_TRUE(result.errors.ends_with(" (with errors: " + path(1) + ")\n")) << result.errors;
+  EXPECT_NE(result.output.find("\nwhat is there of " + path(1) + ", " + std::to_string(half) + " bytes\n"),
+            std::string::npos)
+      << result.output;
+  EXPECT_EQ(result.output.find("what is there of " + path(0)), std::string::npos) << result.output;
+  EXPECT_EQ(result.output.find("end of the file\n\n"), std::string::npos) << result.output;
+  const json found = json::parse(run_fldtool({"info", "--json", path(0)}).output);
+  EXPECT_EQ(found["file"], path(0));
+  ASSERT_EQ(found["files"].size(), 1U);
+  EXPECT_EQ(found["files"][0]["file"], path(1));
+  EXPECT_EQ(found["files"][0]["size"], half);
+  EXPECT_EQ(found["files"][0]["complete"], false);
+}
+
+TEST_F(InfoRemainsOfSeries, TellTheGivenFileWhenThatIsTheBrokenOne) {
+  const Result result = run_fldtool({"info", path(1)});
+  EXPECT_EQ(result.status, 3);
+  EXPECT_EQ(result.errors.find("with errors"), std::string::npos) << result.errors;
+  EXPECT_NE(result.output.find("\nwhat is there of " + path(1) + ", "), std::string::npos) << result.output;
+}
+
+TEST_F(InfoRemainsOfSeries, HoldAFileThatIsNoneOfOurs) {
+  testkit::write_bytes(directory / "s_2.fld", "");
+  const json found = json::parse(run_fldtool({"info", "--json", path(0)}).output);
+  ASSERT_EQ(found["files"].size(), 2U);
+  EXPECT_EQ(found["files"][1]["file"], path(2));
+  EXPECT_EQ(found["files"][1]["size"], 0);
+  EXPECT_EQ(found["files"][1]["entries"], json::array());
+  EXPECT_EQ(found["files"][1]["complete"], false);
+  ASSERT_EQ(found["files"][1]["problems"].size(), 1U);
+  EXPECT_EQ(found["files"][1]["problems"][0].get<std::string>().find("error FLD-101 at 0: not an FLD file"),
+            0U)
+      << found["files"][1]["problems"];
+  const Result text = run_fldtool({"info", path(0)});
+  EXPECT_NE(text.output.find("\nwhat is there of " + path(2) + ", 0 bytes\nproblems\n  error FLD-101 at 0: "),
+            std::string::npos)
+      << text.output;
 }
 
 }  // namespace

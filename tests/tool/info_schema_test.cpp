@@ -69,6 +69,17 @@ TEST_F(InfoSchema, SmallAndBrokenFiles) {
   testkit::File without = one_of_each_file();
   without.region_sets.front().remove("LS_Nodes");
   expect_valid(OneFile(without).path());
+  expect_valid(OneFile(testkit::File{}).path());  // the reader gives up
+}
+
+TEST_F(InfoSchema, SeriesOfDifferentAndBrokenFiles) {
+  const testkit::TemporaryDirectory directory;
+  const std::string path = tool_test::write_series_that_loses_a_part(directory.path());
+  expect_valid(path);
+  testkit::write_bytes(directory / "s_2.fld", "");
+  testkit::write_bytes(directory / "s_3.fld", testkit::to_bytes(one_of_each_file()).substr(0, 1000));
+  EXPECT_EQ(json::parse(run_fldtool({"info", "--json", path}).output)["files"].size(), 2U);
+  expect_valid(path);
 }
 
 TEST_F(InfoSchema, RefusesOtherDocuments) {
