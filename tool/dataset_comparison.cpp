@@ -32,9 +32,14 @@ bool DatasetComparison::reads(OpenDataset& dataset, Read read) {
     read(dataset.session());
     return true;
   } catch (const host::Error& error) {
-    problems_.emplace_back(dataset.file(), host::message_to_utf8(error.reason()));
+    note_problem(dataset, host::message_to_utf8(error.reason()));
     return false;
   }
+}
+
+void DatasetComparison::note_problem(OpenDataset& dataset, const std::string& reason) {
+  const std::string step = steps_ ? fmt::format("step {}: ", dataset.session().step()) : "";
+  problems_.emplace_back(dataset.file(), step + reason);
 }
 
 void DatasetComparison::tell(Difference difference) {
@@ -144,11 +149,11 @@ void DatasetComparison::run() {
 }
 
 void DatasetComparison::compare_steps(int step_a, int step_b) {
+  steps_ = std::pair(step_a, step_b);
   if (!reads(a_, [&](host::Session& session) { session.select_step(step_a); }) ||
       !reads(b_, [&](host::Session& session) { session.select_step(step_b); })) {
     return;
   }
-  steps_ = std::pair(step_a, step_b);
   // Parts with as many nodes and elements in both; others have no values to compare.
   std::vector<Pair> comparable;
   for (const Pair& part : match_parts()) {
@@ -182,7 +187,6 @@ void DatasetComparison::compare_steps(int step_a, int step_b) {
       compare_variable(variable, part);
     }
   }
-  steps_.reset();
 }
 
 void DatasetComparison::compare_mesh(const Pair& part) {
@@ -240,8 +244,8 @@ bool DatasetComparison::compare_component(const Pair& variable, const Pair& part
   }
   for (const auto& [dataset, values] : {std::pair(&a_, &in_a), std::pair(&b_, &in_b)}) {
     if (values->availability != host::Availability::failed) continue;
-    problems_.emplace_back(dataset->file(), fmt::format("variable {}: {}", variable.name,
-                                                        host::message_to_utf8(values->reason)));
+    note_problem(*dataset,
+                 fmt::format("variable {}: {}", variable.name, host::message_to_utf8(values->reason)));
     return false;
   }
   if (in_a.availability != in_b.availability) {

@@ -57,6 +57,8 @@ class DatasetComparison {
   // before.
   template <typename Read>
   bool reads(OpenDataset& dataset, Read read);
+  // With the step in front, once steps are being compared.
+  void note_problem(OpenDataset& dataset, const std::string& reason);
   void tell(Difference difference);
   void advance();
 

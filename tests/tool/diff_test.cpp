@@ -264,7 +264,7 @@ TEST_F(DiffOfSeries, AStepThatCannotBeReadIsNotCompared) {
   write(broken, "t_1.fld");
   const Result result = run_fldtool({"diff", s(), t(), "--step", "1"});
   EXPECT_EQ(result.status, 3);
-  EXPECT_EQ(result.errors.find("fldtool: " + t() + ": "), 0U) << result.errors;
+  EXPECT_EQ(result.errors.find("fldtool: " + t() + ": step 1: "), 0U) << result.errors;
   EXPECT_EQ(result.output, "no differences in what could be read\n");
   const json found = json::parse(run_fldtool({"diff", s(), t(), "--step", "1", "--json"}).output);
   EXPECT_EQ(found["problems"][0]["file"], t());

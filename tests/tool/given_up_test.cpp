@@ -88,6 +88,7 @@ TEST_F(GivenUp, DiffComparesTheStepsBefore) {
   EXPECT_EQ(found["differences"], json::array());
   ASSERT_EQ(found["problems"].size(), 1U);
   EXPECT_EQ(found["problems"][0]["file"], path());
+  expect_reason(found["problems"][0]["reason"]);
   const Result steps = run_fldtool({"diff", path(), "--step", "2", "--step-b", "0"});
   EXPECT_EQ(steps.status, 3);
   EXPECT_EQ(steps.output, "no differences in what could be read\n");
