@@ -8,6 +8,7 @@
 #include <cstring>
 #include <exception>
 #include <fcntl.h>
+#include <string_view>
 #include <sys/mman.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -28,7 +29,6 @@ constexpr std::array kFatalSignals = {SIGABRT, SIGSEGV, SIGBUS, SIGFPE, SIGILL};
 struct ActiveScope {
   int memory_file = -1;
   int own_stream = -1;  // none where descriptor 2 was closed
-  DiagnosticsCapture::FatalHook on_fatal = nullptr;
   std::array<struct sigaction, kFatalSignals.size()> previous = {};
 };
 
@@ -68,10 +68,7 @@ void on_fatal_signal(int signal_number, siginfo_t* info, void* /*context*/) {
   if (fstat(active.memory_file, &status) == 0 && status.st_size > 0) {
     const auto size = static_cast<std::size_t>(status.st_size);
     void* text = mmap(nullptr, size, PROT_READ, MAP_SHARED, active.memory_file, 0);
-    if (text != MAP_FAILED) {
-      const std::string_view captured(static_cast<const char*>(text), size);
-      (active.on_fatal != nullptr ? active.on_fatal : write_to_stream)(captured);
-    }
+    if (text != MAP_FAILED) write_to_stream({static_cast<const char*>(text), size});
   }
   // A fault repeats itself on return; a signal that was sent has to be sent again.
   if (info->si_code <= 0) raise(signal_number);
@@ -79,7 +76,7 @@ void on_fatal_signal(int signal_number, siginfo_t* info, void* /*context*/) {
 
 }  // namespace
 
-DiagnosticsCapture::DiagnosticsCapture(FatalHook on_fatal) : on_fatal_(on_fatal) {
+DiagnosticsCapture::DiagnosticsCapture() {
   const int file = memfd_create("reader-diagnostics", MFD_CLOEXEC);
   if (file < 0) throw_failure(errno);
   // Where the process has closed its standard streams, this is one of their descriptors.
@@ -112,7 +109,6 @@ void DiagnosticsCapture::begin() {
   }
   active.memory_file = memory_file_;
   active.own_stream = own_stream_;
-  active.on_fatal = on_fatal_;
   struct sigaction action = {};
   action.sa_sigaction = on_fatal_signal;
   action.sa_flags = SA_SIGINFO;

@@ -4,25 +4,18 @@
 // For as long as a Scope lives, descriptor 2 leads into a memory file; afterwards it is the process's own
 // again, or closed if it was, and the text is added to the capture's. Whatever other threads write there in
 // the meantime is captured too. If a signal ends the process inside a scope, as a failing assertion of the
-// reader does, the captured text is not lost.
+// reader does, the captured text is written to descriptor 2 after all.
 #pragma once
 
 #include <cstddef>
 #include <string>
-#include <string_view>
 
 namespace host {
 
 class DiagnosticsCapture {
  public:
-  // What to do with the captured text when a signal is about to end the process inside a scope. Descriptor 2
-  // is the process's own again. It runs in the signal handler: only calls that are safe there, and it may end
-  // the process.
-  using FatalHook = void (*)(std::string_view captured);
-
-  // Without a hook the captured text is written to descriptor 2. Throws Error when the system gives no memory
-  // file.
-  explicit DiagnosticsCapture(FatalHook on_fatal = nullptr);
+  // Throws Error when the system gives no memory file.
+  DiagnosticsCapture();
   DiagnosticsCapture(const DiagnosticsCapture&) = delete;
   DiagnosticsCapture& operator=(const DiagnosticsCapture&) = delete;
   ~DiagnosticsCapture();
@@ -54,7 +47,6 @@ class DiagnosticsCapture {
 
   int memory_file_ = -1;
   int own_stream_ = -1;
-  FatalHook on_fatal_;
   std::string text_;
   std::string latest_;
   bool cut_ = false;

@@ -16,12 +16,11 @@ namespace host {
 
 class GuardedReader {
  public:
-  // Captures nothing.
-  explicit GuardedReader(const EntryPoints& entry_points) : entry_points_(&entry_points) {}
-
-  // Captures the diagnostics of every call; DiagnosticsCapture tells what `on_fatal` is.
-  GuardedReader(const EntryPoints& entry_points, DiagnosticsCapture::FatalHook on_fatal)
-      : entry_points_(&entry_points), capture_(std::in_place, on_fatal) {}
+  // Captures the diagnostics of every call, or none.
+  explicit GuardedReader(const EntryPoints& entry_points, bool captures = false)
+      : entry_points_(&entry_points) {
+    if (captures) capture_.emplace();
+  }
 
   const EntryPoints& entry_points() const { return *entry_points_; }
 

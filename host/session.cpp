@@ -18,11 +18,6 @@ constexpr std::size_t kShortText = 20;
 constexpr std::size_t kLabelText = 80;
 constexpr std::size_t kDescriptionText = 255;
 
-GuardedReader make_guarded(const Library& library, const SessionOptions& options) {
-  if (options.capture_diagnostics) return {library.entry_points(), options.on_fatal};
-  return GuardedReader(library.entry_points());
-}
-
 // A reader takes its strings through pointers to non-const.
 std::vector<char> writable(const std::string& text) {
   return {text.c_str(), text.c_str() + text.size() + 1};
@@ -31,7 +26,7 @@ std::vector<char> writable(const std::string& text) {
 }  // namespace
 
 Session::Session(const Library& library, const SessionOptions& options)
-    : guarded_(make_guarded(library, options)), entry_(library.entry_points()) {
+    : guarded_(library.entry_points(), options.capture_diagnostics), entry_(library.entry_points()) {
   if (options.recover_from_aborts) guarded_.recover_from_aborts();
   ask_identity();
   reader_options_ = ask_options(guarded_);

@@ -29,7 +29,6 @@ inline constexpr std::size_t kGroupsToggle = 1;    // "Make group of parts"
 struct SessionOptions {
   std::map<std::size_t, bool> toggles = {};  // the user's choices; other toggles keep the reader's default
   bool capture_diagnostics = false;          // keep what the reader writes to the standard error stream
-  DiagnosticsCapture::FatalHook on_fatal = nullptr;  // see DiagnosticsCapture
   bool recover_from_aborts = false;  // a call that aborts is an Error, after which the session is lost
 };
 

@@ -112,11 +112,10 @@ TEST(DiagnosticsCapture, PutsTheSignalsBack) {
 }
 
 // Opens a file of the made-up reader in a session that captures.
-void open_capturing(const char* name, host::DiagnosticsCapture::FatalHook on_fatal = nullptr) {
+void open_capturing(const char* name) {
   const fake::Reader reader;
   host::SessionOptions options;
   options.capture_diagnostics = true;
-  options.on_fatal = on_fatal;
   host::Session session(reader.library, options);
   session.open(fake::file(name));
 }
@@ -127,14 +126,6 @@ TEST(DiagnosticsCaptureDeathTest, BringsTheTextOutWhenTheReaderAborts) {
 
 TEST(DiagnosticsCaptureDeathTest, BringsTheTextOutWhenTheReaderFaults) {
   EXPECT_DEATH(open_capturing(fake::kFaults), "about to fault");
-}
-
-TEST(DiagnosticsCaptureDeathTest, HandsTheTextToTheHook) {
-  const auto hook = [](std::string_view text) {
-    const std::string line = "hook got: " + std::string(text);
-    if (write(STDERR_FILENO, line.data(), line.size()) > 0) _exit(7);
-  };
-  EXPECT_EXIT(open_capturing(fake::kAborts, hook), testing::ExitedWithCode(7), "hook got: about to abort");
 }
 
 TEST(DiagnosticsCapture, SessionsCaptureOnlyWhenAskedTo) {
