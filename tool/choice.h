@@ -13,8 +13,8 @@ namespace tool {
 inline constexpr char kChoiceText[] =
     R"(Lists are separated by commas. Parts and variables are given by number or name, and a name may be a pattern with *
 and ?. Parts can also be chosen by the words surfaces, volumes, whole and all. Numbers and names of parts are those of
-the first step; at other steps the part of the same kind and name is meant, whatever its number, and where a step has
-none, a line on the standard error stream says so. Steps count from 0; 2-5 is a range of them, and all are all.
+the first step; at other steps the part of the same kind and name is meant, whatever its number, and it is told where a
+step has none. Steps count from 0; 2-5 is a range of them, and all are all.
 
 )";
 
