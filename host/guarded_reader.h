@@ -5,7 +5,6 @@
 #include <optional>
 #include <string>
 #include <type_traits>
-#include <utility>
 
 #include "host/abort_recovery.h"
 #include "host/diagnostics_capture.h"
