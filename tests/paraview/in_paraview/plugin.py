@@ -5,11 +5,12 @@ from paraview import simple
 
 
 def arguments(*names):
-    """The command line: the plug-in, what `names` say, and --server HOST:PORT."""
+    """The command line: the plug-in, what `names` say, of which those that end in "..." may be any number, and --server
+    HOST:PORT."""
     parser = argparse.ArgumentParser()
     parser.add_argument("plugin")
     for name in names:
-        parser.add_argument(name)
+        parser.add_argument(name.removesuffix("..."), nargs="*" if name.endswith("...") else None)
     parser.add_argument("--server")
     return parser.parse_args()
 

@@ -1,5 +1,6 @@
-"""summary.py PLUGIN DATASET FILE: what there is at the first and last step, on all parts and on some, written to FILE as JSON. If
-FILE is there already, the summaries have to agree: runs on other numbers of ranks have the same dataset."""
+"""summary.py PLUGIN FOLDER FILE [SAMPLE...]: what there is of the samples (all, or those named) at the first and last step,
+on all parts and on some, written to FILE as JSON. If FILE is there already, the summaries have to agree: runs on other
+numbers of ranks have the same datasets. On each rank there has to be its share of every part and no more."""
 import json
 import math
 import os
@@ -7,7 +8,15 @@ import sys
 
 sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
 import plugin
+import shares
 from paraview import servermanager, simple
+
+SAMPLES = {
+    "channel": "channel/channel.fld",
+    "overset": "overset/overset.fld",
+    "sector": "sector/sector.fld",
+    "tank": "tank/tank_0.fld",
+}
 
 
 def arrays_of(attributes):
@@ -59,27 +68,36 @@ def agree(a, b, path=""):
         sys.exit(f"{path}: {a} before, {b} now")
 
 
-options = plugin.arguments("dataset", "file")
-plugin.load(options)
-reader = plugin.open_dataset(options.dataset)
-reader.UpdatePipelineInformation()
-times = list(reader.TimestepValues) if hasattr(reader.TimestepValues, "__len__") else [reader.TimestepValues]
-parts = list(reader.Parts.Available)
-if not parts or len(times) < 1:
-    sys.exit("the dataset did not open")
-steps = {}
-for time in sorted({times[0], times[-1]}):
+def summary_of_sample(sample, file):
+    reader = plugin.open_dataset(file)
+    reader.UpdatePipelineInformation()
+    # A single step's time is no list.
+    times = list(reader.TimestepValues) if hasattr(reader.TimestepValues, "__len__") else [reader.TimestepValues]
+    parts = list(reader.Parts.Available)
+    if not parts or len(times) < 1:
+        sys.exit(f"{file} did not open")
     reader.Parts = parts
-    steps[str(time)] = {"all": summary_of(reader, time), "integrals": integrals_of(reader, time)}
-# The whole mesh, which comes last, and some of the others.
-for part in parts[::-4]:
-    reader.Parts = [part]
-    steps[str(times[-1])][part] = summary_of(reader, times[-1])
-result = json.loads(json.dumps({"times": times, "parts": parts, "steps": steps}))
+    steps = {}
+    for time in sorted({times[0], times[-1]}):
+        steps[str(time)] = {"all": summary_of(reader, time), "integrals": integrals_of(reader, time)}
+    shares.check(reader, sample)
+    # The whole mesh, which comes last, and some of the others.
+    for part in parts[::-4]:
+        reader.Parts = [part]
+        steps[str(times[-1])][part] = summary_of(reader, times[-1])
+    simple.Delete(reader)
+    return {"times": times, "parts": parts, "steps": steps}
+
+
+options = plugin.arguments("folder", "file", "samples...")
+plugin.load(options)
+result = {sample: summary_of_sample(sample, os.path.join(options.folder, file))
+          for sample, file in SAMPLES.items() if sample in (options.samples or SAMPLES)}
+result = json.loads(json.dumps(result))
 if os.path.exists(options.file):
     with open(options.file) as before:
-        agree(json.load(before), result)
+        known = json.load(before)
+        agree({sample: known[sample] for sample in result}, result)
 else:
     with open(options.file, "w") as file:
         json.dump(result, file)
-print(len(parts), "parts,", len(steps), "steps")
