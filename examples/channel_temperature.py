@@ -5,14 +5,14 @@ wake is where the file holds undefined values.
 """
 import os
 
-from fld_plugin import arguments, colour, look, open_dataset, white_view
+from fld_plugin import arguments, colour, look, open_dataset, read, white_view
 from paraview import simple
 
 options = arguments(__doc__)
 channel = open_dataset(options.samples, "channel", "channel.fld")
 volumes = ["upstream", "around_obstacle", "wake"]
 channel.Parts = volumes + ["obstacle", "floor"]
-simple.UpdatePipeline(proxy=channel)
+read(channel)
 
 view = white_view(900, 400)
 fluid = simple.ExtractBlock(Input=channel, Assembly="Assembly", Selectors=["/Parts/Volumes"])

@@ -42,6 +42,13 @@ def open_dataset(*path):
     return reader
 
 
+def read(dataset):
+    """Reads what is switched on. The program ends when there is nothing of it."""
+    simple.UpdatePipeline(proxy=dataset)
+    if dataset.GetDataInformation().GetNumberOfCells() == 0:
+        raise SystemExit(f"{dataset.FileNames[0]}: no cells on the parts {', '.join(dataset.Parts)}")
+
+
 def white_view(width, height):
     view = simple.CreateView("RenderView")
     view.ViewSize = [width, height]

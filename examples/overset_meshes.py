@@ -4,13 +4,13 @@
 """
 import os
 
-from fld_plugin import arguments, colour, look, open_dataset, white_view
+from fld_plugin import arguments, colour, look, open_dataset, read, white_view
 from paraview import simple
 
 options = arguments(__doc__)
 overset = open_dataset(options.samples, "overset", "overset.fld")
 overset.Parts = ["floor", "ring_ceiling", "cylinder"]
-simple.UpdatePipeline(proxy=overset)
+read(overset)
 
 view = white_view(800, 500)
 shown = simple.Show(overset, view)

@@ -6,7 +6,7 @@ tank.0000.png, tank.0001.png, ... of which a program for films makes one:
 """
 import os
 
-from fld_plugin import arguments, colour, look, open_dataset, white_view
+from fld_plugin import arguments, colour, look, open_dataset, read, white_view
 from paraview import simple
 
 options = arguments(__doc__)
@@ -15,7 +15,7 @@ blades = [name for name in tank.Parts.Available if name.startswith("blade_")]
 tank.Parts = blades + ["disc", "hub", "shaft", "impeller_zone", "tank_zone"]
 tank.PointArrays = ["Velocity"]
 tank.CellArrays = []
-simple.UpdatePipeline(proxy=tank)
+read(tank)
 
 view = white_view(720, 480)
 steel = simple.ExtractBlock(Input=tank, Assembly="Assembly", Selectors=["/Parts/Surfaces"])
