@@ -27,13 +27,8 @@ int run(int argc, char** argv) {
   for (int step = 0; step < steps; ++step) {
     options.cycle = step;
     options.time = 0.1 * step;
-    testkit::File file = testkit::box_file(options);
-    if (step > 0) {
-      std::erase_if(file.region_sets.front().sections, [](const testkit::Section& section) {
-        return !section.title.text.starts_with("LS_Scalar") && !section.title.text.starts_with("LS_Vector");
-      });
-    }
-    testkit::write_file(file, folder / fmt::format("box_{}.fld", step));
+    testkit::write_file(step == 0 ? testkit::box_file(options) : testkit::box_values_file(options),
+                        folder / fmt::format("box_{}.fld", step));
   }
   return 0;
 }

@@ -17,7 +17,6 @@ constexpr int kNone = -1;
 
 vtkSmartPointer<vtkFloatArray> make_like(vtkDataArray* whole, vtkIdType tuples) {
   auto array = vtkSmartPointer<vtkFloatArray>::New();
-  array->SetName(whole->GetName());
   array->SetNumberOfComponents(whole->GetNumberOfComponents());
   array->SetNumberOfTuples(tuples);
   return array;

@@ -48,7 +48,7 @@ class ShareCutter {
 // The points of these nodes.
 vtkSmartPointer<vtkPoints> take_points(vtkPoints* whole, const std::vector<int>& nodes);
 
-// The tuples of these nodes, or of these cells, of an array of floats, under the array's name.
+// The tuples of these nodes, or of these cells, of an array of floats. They bear no name.
 vtkSmartPointer<vtkDataArray> take_tuples(vtkDataArray* whole, const std::vector<int>& nodes);
 vtkSmartPointer<vtkDataArray> take_tuples(vtkDataArray* whole, CellRange range);
 

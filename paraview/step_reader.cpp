@@ -184,8 +184,8 @@ void StepReader::deliver_values(int part, const VariableInfo& variable, Outlet& 
       values = variable.is_per_cell
                    ? take_tuples(whole, range_of_share(delivered.cell_count, share, share_count_))
                    : take_tuples(whole, delivered.nodes[share]);
+      set_identity(values, variable);
     }
-    if (values) set_identity(values, variable);
     outlet.values(share, part, variable.number, values);
   }
   delivered.variables.insert(variable.number);

@@ -7,6 +7,7 @@
 #include <string>
 
 #include "host/error.h"
+#include "testkit/temporary_directory.h"
 
 namespace {
 
@@ -59,10 +60,14 @@ TEST(Library, DoesNotSearchTheLoadersDirectoriesForABareName) {
 }
 
 TEST(Library, RejectsAFileThatIsNoLibrary) {
-  const auto path = std::filesystem::temp_directory_path() / "not-a-library.so";
+  const testkit::TemporaryDirectory directory;
+  const std::filesystem::path path = directory / "not-a-library.so";
   std::ofstream(path) << "plain text";
-  EXPECT_NE(loading_error(path).find("cannot load the reader library"), std::string::npos);
-  std::filesystem::remove(path);
+  const std::string message = loading_error(path);
+  EXPECT_TRUE(message.starts_with("cannot load the reader library: " + path.string() + ": ")) << message;
+  // The loader's reason, which is not that the file is missing.
+  EXPECT_GT(message.size(), ("cannot load the reader library: " + path.string() + ": ").size()) << message;
+  EXPECT_EQ(message.find("No such file"), std::string::npos) << message;
 }
 
 TEST(Library, NamesTheEntryPointThatIsMissing) {

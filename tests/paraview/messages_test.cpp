@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 #include <stdexcept>
+#include <string_view>
 
 #include "paraview/dataset_info.h"
 #include "paraview/share_store.h"
@@ -9,16 +10,18 @@
 namespace paraview {
 namespace {
 
+using std::string_view_literals::operator""sv;
+
 TEST(Messages, ComeOutAsTheyWentIn) {
   MessageWriter writer;
   writer.put(std::int64_t{-7});
   writer.put(0.25);
-  writer.put("two\0words");
+  writer.put("two\0words"sv);
   writer.put("");
   MessageReader reader(writer.bytes());
   EXPECT_EQ(reader.number(), -7);
   EXPECT_EQ(reader.real(), 0.25);
-  EXPECT_EQ(reader.text(), "two");
+  EXPECT_EQ(reader.text(), "two\0words"sv);
   EXPECT_EQ(reader.text(), "");
   EXPECT_THROW(reader.number(), std::out_of_range);
 }

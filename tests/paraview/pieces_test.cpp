@@ -5,6 +5,8 @@
 #include <gtest/gtest.h>
 #include <map>
 #include <vtkCellData.h>
+#include <vtkInformation.h>
+#include <vtkInformationStringKey.h>
 #include <vtkPointData.h>
 
 #include "samples/samples.h"
@@ -66,6 +68,18 @@ TEST(Pieces, TogetherAreTheWhole) {
       for (const std::string& part : whole.shown_parts())
         EXPECT_TRUE(are_same(together[part], cell_lines(whole.grid(part)))) << part;
     }
+  }
+}
+
+TEST(Pieces, HaveTheNamesAndUnitsOfTheValues) {
+  const testkit::TemporaryDirectory directory;
+  const samples::SampleInfo sample = samples::write_samples(directory.path()).front();
+  for (const int pieces : {1, 2}) {
+    Reader reader(sample.file);
+    ASSERT_TRUE(reader.update_piece(pieces - 1, pieces));
+    vtkDataArray* pressure = reader.grid("wake")->GetPointData()->GetArray("Pressure");
+    ASSERT_NE(pressure, nullptr);
+    EXPECT_STREQ(pressure->GetInformation()->Get(vtkDataArray::UNITS_LABEL()), "Pa");
   }
 }
 

@@ -39,13 +39,8 @@ class Steps : public testing::Test {
       options.nx = options.ny = options.nz = 4;
       options.cycle = step;
       options.time = 0.5 * step;
-      testkit::File file = testkit::box_file(options);
-      if (step > 0) {
-        std::erase_if(file.region_sets.front().sections, [](const testkit::Section& section) {
-          return !section.title.text.starts_with("LS_Scalar") && !section.title.text.starts_with("LS_Vector");
-        });
-      }
-      testkit::write_file(file, directory_ / ("box_" + std::to_string(step) + ".fld"));
+      testkit::write_file(step == 0 ? testkit::box_file(options) : testkit::box_values_file(options),
+                          directory_ / ("box_" + std::to_string(step) + ".fld"));
     }
     return directory_ / "box_0.fld";
   }
