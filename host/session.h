@@ -94,8 +94,8 @@ class Session {
   // The files that the reader traced while it opened the dataset, in the order of the steps; empty unless
   // diagnostics are captured.
   const std::vector<std::string>& traced_files() const { return traced_files_; }
-  // Whether these are the files of all steps. With kSimplifyToggle a reader may index the first one alone, and
-  // the last ones are missing where the diagnostics became too long to be kept.
+  // Whether these are the files of all steps. With kSimplifyToggle a reader may index the first one alone,
+  // and the last ones are missing where the diagnostics became too long to be kept.
   bool knows_every_file() const { return is_open_ && traced_files_.size() >= variable_times().times.size(); }
 
  private:

@@ -22,8 +22,8 @@ class FLDREADERMODULE_EXPORT vtkFLDReader : public vtkPartitionedDataSetCollecti
   vtkFLDReader& operator=(const vtkFLDReader&) = delete;
 
   // Any file of the dataset. Of several, which ParaView hands over when it groups numbered files, the first
-  // decides; a file that does not belong to its dataset is named in a warning, as far as the reader tells which
-  // files do.
+  // decides; a file that does not belong to its dataset is named in a warning, as far as the reader tells
+  // which files do.
   void SetFileName(const char* name);
   void AddFileName(const char* name);
   void RemoveAllFileNames();
