@@ -4,11 +4,11 @@
 // nothing: it is another one as soon as a step has a part more or less before it.
 #pragma once
 
-#include <compare>
 #include <cstddef>
 #include <map>
 #include <set>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "host/session.h"
@@ -21,7 +21,9 @@ struct PartIdentity {
   std::string name{};  // the file's bytes
   int occurrence = 0;  // from 0, among the parts of this kind and name
 
-  auto operator<=>(const PartIdentity&) const = default;
+  friend bool operator<(const PartIdentity& a, const PartIdentity& b) {
+    return std::tie(a.kind, a.name, a.occurrence) < std::tie(b.kind, b.name, b.occurrence);
+  }
 };
 
 // Who the session's parts are, in the order of their numbers.
