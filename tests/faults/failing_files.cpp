@@ -43,6 +43,9 @@ int descriptor_of(const void* cookie) {
   return static_cast<const Backing*>(cookie)->descriptor;
 }
 
+// As many bytes a read gives at most, so that small files, too, are read piece by piece.
+constexpr size_t kPiece = 128;
+
 ssize_t read_backing(void* cookie, char* out, size_t size) {
   if (strikes(FileFault::kReadError)) {
     errno = EIO;
@@ -50,7 +53,7 @@ ssize_t read_backing(void* cookie, char* out, size_t size) {
   }
   if (strikes(FileFault::kEnd)) return 0;
   if (strikes(FileFault::kShortRead)) size = std::min<size_t>(size, 1);
-  return read(descriptor_of(cookie), out, size);
+  return read(descriptor_of(cookie), out, std::min(size, kPiece));
 }
 
 int seek_backing(void* cookie, off64_t* offset, int whence) {
