@@ -6,7 +6,7 @@
 #include <filesystem>
 #include <fmt/core.h>
 
-#include "testkit/box_dataset.h"
+#include "testkit/box_values.h"
 
 namespace {
 

@@ -279,15 +279,20 @@ Mesh box_mesh(const SharedBox& box) {
   return mesh;
 }
 
-File box_header(const BoxOptions& options) {
+}  // namespace
+
+BoxCounts box_counts(const BoxOptions& options) {
+  return Box(options).counts();
+}
+
+File box_file(const BoxOptions& options) {
+  const auto box = std::make_shared<const Box>(options);
   File file;
   file.split = options.split;
   file.header.set_bias(options.bias);
   file.header.set_cycle(options.cycle, options.time);
-  return file;
-}
-
-void add_quantities(const std::shared_ptr<const Box>& box, const BoxOptions& options, RegionSet& set) {
+  RegionSet& set = file.add_region_set();
+  set.add(mesh_sections(box_mesh(box), options.layout));
   for (std::int32_t s = 1; s <= options.scalars; ++s) {
     set.add(scalar_section(
         {.name = "scalar_" + std::to_string(s),
@@ -306,26 +311,6 @@ void add_quantities(const std::shared_ptr<const Box>& box, const BoxOptions& opt
                             .z = component(2),
                             .precision = {options.values, options.values, options.values}}));
   }
-}
-
-}  // namespace
-
-BoxCounts box_counts(const BoxOptions& options) {
-  return Box(options).counts();
-}
-
-File box_file(const BoxOptions& options) {
-  const auto box = std::make_shared<const Box>(options);
-  File file = box_header(options);
-  RegionSet& set = file.add_region_set();
-  set.add(mesh_sections(box_mesh(box), options.layout));
-  add_quantities(box, options, set);
-  return file;
-}
-
-File box_values_file(const BoxOptions& options) {
-  File file = box_header(options);
-  add_quantities(std::make_shared<const Box>(options), options, file.add_region_set());
   return file;
 }
 

@@ -44,11 +44,6 @@ BoxCounts box_counts(const BoxOptions& options);
 // "y_high", "z_low", "z_high", linked to the elements. Throws std::invalid_argument for counts below 1 or
 // beyond 32 bits.
 File box_file(const BoxOptions& options);
-
-// What a later file of a series has whose mesh stays: the quantities of `options.cycle` and `options.time`
-// alone.
-File box_values_file(const BoxOptions& options);
-
 Places write_box_dataset(const std::filesystem::path& path, const BoxOptions& options);
 
 // The quantities, by number from 1 and component 0 to 2, at a node.

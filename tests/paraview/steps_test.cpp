@@ -6,6 +6,7 @@
 
 #include "samples/samples.h"
 #include "testkit/box_dataset.h"
+#include "testkit/box_values.h"
 #include "testkit/temporary_directory.h"
 #include "tests/paraview/paraview_reader.h"
 
