@@ -2,6 +2,7 @@
 // atomic: the host calls the reader from one thread at a time.
 #pragma once
 
+#include <memory>
 #include <utility>
 
 namespace fld {
@@ -42,8 +43,11 @@ class smart_ptr {
  private:
   // One block for both, as a dataset may have very many small regions.
   struct Shared {
+    template <class... Arguments>
+    explicit Shared(Arguments&&... arguments) : object(std::forward<Arguments>(arguments)...) {}
+
     T object;
-    int holders;
+    int holders = 1;
   };
 
   explicit smart_ptr(Shared* shared) : shared_(shared) {}
@@ -54,7 +58,7 @@ class smart_ptr {
 template <class T, class... Arguments>
 smart_ptr<T> make_smart(Arguments&&... arguments) {
   using Shared = typename smart_ptr<T>::Shared;
-  return smart_ptr<T>(new Shared{T(std::forward<Arguments>(arguments)...), 1});
+  return smart_ptr<T>(std::make_unique<Shared>(std::forward<Arguments>(arguments)...).release());
 }
 
 }  // namespace fld

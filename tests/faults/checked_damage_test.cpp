@@ -56,7 +56,8 @@ std::vector<bool> free_bytes(const std::string& bytes) {
               is_free.begin() + static_cast<std::ptrdiff_t>(to), true);
   };
   std::string block;
-  inspect::Layout layout({}, [&](const inspect::LayoutEntry& entry) {
+  const auto as_it_stands = [](std::string_view text) { return std::string(text); };
+  inspect::Layout layout({}, as_it_stands, [&](const inspect::LayoutEntry& entry) {
     const std::uint64_t payload = entry.offset + 4;
     const std::uint64_t end = entry.offset + entry.length - 4;
     if (entry.type == inspect::EntryType::rule) block = entry.what;
