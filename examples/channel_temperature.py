@@ -5,7 +5,7 @@ wake is where the file holds undefined values.
 """
 import os
 
-from fld_plugin import arguments, colour, look, open_dataset, read, white_view
+from fld_plugin import arguments, colour, look, open_dataset, read, streamlines, white_view
 from paraview import simple
 
 options = arguments(__doc__)
@@ -29,16 +29,7 @@ shown_cut = simple.Show(cut, view)
 colours = colour(shown_cut, view, ("POINTS", "Temperature"), 293.15, 325.0, "Temperature [K]")
 colours.NanOpacity = 0.0
 
-seeds = simple.StreamTracer(Input=fluid, SeedType="Line")
-seeds.Vectors = ["POINTS", "Velocity"]
-seeds.SeedType.Point1 = [-0.58, -0.38, 0.2]
-seeds.SeedType.Point2 = [-0.58, 0.38, 0.2]
-seeds.SeedType.Resolution = 24
-seeds.MaximumStreamlineLength = 4.0
-tubes = simple.Tube(Input=seeds, Radius=0.003)
-shown_lines = simple.Show(tubes, view)
-shown_lines.ColorArrayName = ["POINTS", ""]
-shown_lines.DiffuseColor = [0.15, 0.2, 0.3]
+streamlines(fluid, view, [-0.58, -0.38, 0.2], [-0.58, 0.38, 0.2], 24, 4.0, 0.003)
 
 look(view, [0.2, -2.2, 2.2], [0.6, 0.0, 0.1], 1.9)
 simple.SaveScreenshot(os.path.join(options.pictures, "channel.png"), view)

@@ -79,3 +79,16 @@ def colour(display, view, array, low, high, title):
     bar.AddRangeLabels = 0
     bar.Visibility = 1
     return colours
+
+
+def streamlines(fluid, view, first, last, count, length, radius):
+    """Dark tubes along the velocity, from `count` + 1 points of a line on."""
+    seeds = simple.StreamTracer(Input=fluid, SeedType="Line")
+    seeds.Vectors = ["POINTS", "Velocity"]
+    seeds.SeedType.Point1 = first
+    seeds.SeedType.Point2 = last
+    seeds.SeedType.Resolution = count
+    seeds.MaximumStreamlineLength = length
+    shown = simple.Show(simple.Tube(Input=seeds, Radius=radius), view)
+    shown.ColorArrayName = ["POINTS", ""]
+    shown.DiffuseColor = [0.15, 0.2, 0.3]

@@ -6,7 +6,7 @@ turned copies. The file has cylindrical coordinates; what comes out of it is Car
 import math
 import os
 
-from fld_plugin import arguments, colour, look, open_dataset, read, white_view
+from fld_plugin import arguments, colour, look, open_dataset, read, streamlines, white_view
 from paraview import simple
 
 options = arguments(__doc__)
@@ -24,16 +24,8 @@ for i in range(6):
     colour(shown, view, ("POINTS", "Pressure"), 100985.0, 101265.0, "Pressure [Pa]")
 
 angle = math.radians(5.0)
-seeds = simple.StreamTracer(Input=fluid, SeedType="Line")
-seeds.Vectors = ["POINTS", "Velocity"]
-seeds.SeedType.Point1 = [0.31 * math.cos(angle), 0.31 * math.sin(angle), 0.01]
-seeds.SeedType.Point2 = [0.59 * math.cos(angle), 0.59 * math.sin(angle), 0.01]
-seeds.SeedType.Resolution = 12
-seeds.MaximumStreamlineLength = 2.0
-tubes = simple.Tube(Input=seeds, Radius=0.004)
-shown_lines = simple.Show(tubes, view)
-shown_lines.ColorArrayName = ["POINTS", ""]
-shown_lines.DiffuseColor = [0.15, 0.2, 0.3]
+seeds = [[radius * math.cos(angle), radius * math.sin(angle), 0.01] for radius in (0.31, 0.59)]
+streamlines(fluid, view, seeds[0], seeds[1], 12, 2.0, 0.004)
 
 look(view, [1.2, 0.9, 1.3], [0.0, 0.0, 0.2], 1.3)
 simple.SaveScreenshot(os.path.join(options.pictures, "sector.png"), view)

@@ -1,21 +1,15 @@
 // `fldtool render`: the pictures have the expected colours at known places, and are made without a display.
 #include "gtest/gtest.h"
 #include <algorithm>
-#include <array>
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <string>
-#include <utility>
 #include <vector>
-#include <vtkImageData.h>
-#include <vtkNew.h>
-#include <vtkPNGReader.h>
 
 #include "testkit/file_writer.h"
 #include "testkit/quantity.h"
 #include "testkit/small_meshes.h"
+#include "tests/tool/pictures.h"
 #include "tests/tool/run_fldtool.h"
 #include "tests/tool/tool_datasets.h"
 #include "tool/fonts.h"
@@ -23,71 +17,21 @@
 namespace {
 
 namespace fs = std::filesystem;
+using tool_test::expect_near;
+using tool_test::kFirst;
+using tool_test::kHighest;
+using tool_test::kLowest;
+using tool_test::kMiddle;
+using tool_test::kSecond;
+using tool_test::kThird;
+using tool_test::kUndefined;
+using tool_test::kWhite;
+using tool_test::Picture;
+using tool_test::Pixel;
 using tool_test::Result;
 using tool_test::run_fldtool;
-using Pixel = std::array<int, 3>;
+using tool_test::three_plates;
 using Words = std::vector<std::string>;
-
-constexpr Pixel kWhite = {255, 255, 255};
-constexpr Pixel kLowest = {0x44, 0x01, 0x54};   // of viridis
-constexpr Pixel kHighest = {0xfd, 0xe7, 0x25};  // of viridis
-constexpr Pixel kUndefined = {158, 153, 153};
-
-class Picture {
- public:
-  explicit Picture(const fs::path& path) {
-    reader_->SetFileName(path.c_str());
-    reader_->Update();
-  }
-
-  int width() { return reader_->GetOutput()->GetDimensions()[0]; }
-  int height() { return reader_->GetOutput()->GetDimensions()[1]; }
-  // x from the left, y from below, as parts of the whole.
-  Pixel at(double x, double y) {
-    const auto* colour = static_cast<unsigned char*>(reader_->GetOutput()->GetScalarPointer(
-        static_cast<int>(x * width()), static_cast<int>(y * height()), 0));
-    return {colour[0], colour[1], colour[2]};
-  }
-
- private:
-  vtkNew<vtkPNGReader> reader_;
-};
-
-void expect_near(const Pixel& found, const Pixel& wanted) {
-  for (std::size_t i = 0; i < 3; ++i)
-    EXPECT_NEAR(found[i], wanted[i], 6) << found[0] << " " << found[1] << " " << found[2];
-}
-
-// Three square plates in a row along x: of the lowest value, the highest and an undefined one.
-testkit::File three_plates(double low = 0, double high = 10) {
-  testkit::Mesh mesh = testkit::one_tetrahedron();
-  mesh.surfaces.clear();
-  testkit::Surface plates{.name = "plates"};
-  std::vector<double> values(4, 0.0);
-  const std::array<double, 3> plate_values = {low, high, 1.0e30};
-  for (int i = 0; i < 3; ++i) {
-    const double x = 10.0 + i;
-    const std::int32_t first = mesh.nodes.add(x, 0, 0);
-    mesh.nodes.add(x + 1, 0, 0);
-    mesh.nodes.add(x + 1, 1, 0);
-    mesh.nodes.add(x, 1, 0);
-    plates.add(testkit::kQuadrilateralFace, {first, first + 1, first + 2, first + 3});
-    values.insert(values.end(), 4, plate_values[static_cast<std::size_t>(i)]);
-  }
-  mesh.surfaces.push_back(plates);
-  testkit::File file = testkit::file_of(mesh);
-  testkit::RegionSet& set = file.region_sets.front();
-  set.add(testkit::scalar_section({.name = "p", .label = "Pressure [Pa]", .values = values}));
-  set.add(testkit::vector_section(
-      {.name = "v", .label = "Velocity [m/s]", .x = values, .y = values, .z = values}));
-  return file;
-}
-
-// Where the plates are in a picture of 600 x 400 from +z, as parts of its width and height.
-constexpr double kFirst = 0.5 - 0.92 / 3;
-constexpr double kSecond = 0.5;
-constexpr double kThird = 0.5 + 0.92 / 3;
-constexpr double kMiddle = 0.55;
 
 bool can_draw() {
   static const bool kCan = [] {
@@ -394,73 +338,6 @@ TEST_F(Render, SaysWhenAQuantityCannotBeRead) {
   EXPECT_EQ(result.status, 3);
   EXPECT_TRUE(result.errors.starts_with("fldtool: " + broken.path() + ": ")) << result.errors;
   EXPECT_FALSE(fs::exists(output()));
-}
-
-// The way to EGL is barred by naming a driver list that does not exist.
-class RenderWithoutEgl : public testing::Test {
- protected:
-  RenderWithoutEgl() : dataset(three_plates()) {
-    setenv("__EGL_VENDOR_LIBRARY_FILENAMES", "/nonexistent", 1);
-  }
-  ~RenderWithoutEgl() override {
-    unsetenv("__EGL_VENDOR_LIBRARY_FILENAMES");
-    unsetenv("DISPLAY");
-  }
-
-  Result render() const {
-    return run_fldtool({"render", dataset.path(), "-o", (dataset.directory() / "p.png").string()});
-  }
-
-  tool_test::OneFile dataset;
-};
-
-TEST_F(RenderWithoutEgl, SaysThatThereIsNoDisplay) {
-  unsetenv("DISPLAY");
-  const Result result = render();
-  EXPECT_EQ(result.status, 4);
-  EXPECT_EQ(result.errors,
-            "fldtool: no way to draw: EGL has no surfaceless platform, and DISPLAY is not set\n");
-}
-
-TEST_F(RenderWithoutEgl, SaysThatTheDisplayCannotBeOpened) {
-  setenv("DISPLAY", ":54321", 1);
-  const Result result = render();
-  EXPECT_EQ(result.status, 4);
-  EXPECT_EQ(
-      result.errors,
-      "fldtool: no way to draw: EGL has no surfaceless platform, and the display :54321 cannot be opened\n");
-}
-
-bool has_xvfb() {
-  return std::system("command -v xvfb-run >/dev/null") == 0;
-}
-
-TEST_F(RenderWithoutEgl, SaysThatTheDisplayHasNoOpenGl) {
-  if (!has_xvfb()) GTEST_SKIP() << "there is no xvfb-run";
-  const fs::path said = dataset.directory() / "said";
-  const std::string command =
-      "timeout 60 xvfb-run -a -e /dev/null -s '-noreset -screen 0 1280x1024x24 -extension GLX' sh -c "
-      "'" FLDTOOL " render " +
-      dataset.path() + " 2>" + said.string() + "'";
-  EXPECT_NE(std::system(command.c_str()), 0);
-  std::ifstream file(said);
-  std::string line;
-  std::getline(file, line);
-  EXPECT_TRUE(line.starts_with("fldtool: no way to draw: EGL has no surfaceless platform, and the display :"))
-      << line;
-  EXPECT_TRUE(line.ends_with(" has no OpenGL")) << line;
-}
-
-TEST_F(RenderWithoutEgl, DrawsOnADisplay) {
-  if (!has_xvfb()) GTEST_SKIP() << "there is no xvfb-run";
-  const fs::path output = dataset.directory() / "p.png";
-  const std::string command = "timeout 60 xvfb-run -a -s '-noreset -screen 0 1280x1024x24' " FLDTOOL
-                              " render --view +z --size 600x400 " +
-                              dataset.path() + " -o " + output.string();
-  ASSERT_EQ(std::system(command.c_str()), 0);
-  Picture picture(output);
-  expect_near(picture.at(kFirst, kMiddle), kLowest);
-  expect_near(picture.at(kThird, kMiddle), kUndefined);
 }
 
 }  // namespace
