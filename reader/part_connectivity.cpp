@@ -52,34 +52,18 @@ void write_full_row(int* row, const int* nodes, Number number) {
   for (int j = 0; j < kNodes; ++j) row[j] = number(nodes[j]);
 }
 
-// Calls `work` with the number of nodes of the code as a compile-time constant; not at all for a code without
-// a shape.
-template <class Work>
+// Calls `work` with `nodes` as a compile-time constant when it is one of `kCounts`; not at all otherwise.
+template <int... kCounts, class Work>
 void with_node_count(int nodes, Work work) {
-  switch (nodes) {
-    case 3:
-      work.template operator()<3>();
-      break;
-    case 4:
-      work.template operator()<4>();
-      break;
-    case 5:
-      work.template operator()<5>();
-      break;
-    case 6:
-      work.template operator()<6>();
-      break;
-    case 8:
-      work.template operator()<8>();
-      break;
-    default:
-      break;
-  }
+  const auto try_count = [&]<int kNodes>() {
+    if (nodes == kNodes) work.template operator()<kNodes>();
+  };
+  (try_count.template operator()<kCounts>(), ...);
 }
 
 void write_surface_rows(const Part& part, int slot, int** rows) {
   const int wanted = face_code_of_slot(slot);
-  with_node_count(nodes_of_face(wanted), [&]<int kNodes>() {
+  with_node_count<3, 4>(nodes_of_face(wanted), [&]<int kNodes>() {
     with_numbering([&](auto unchecked) {
       const CheckedNumber<decltype(unchecked)> number = {unchecked, part.geo().node_count()};
       for_each_face(*part.surface, [&, next = rows](int code, const int* nodes, int given) mutable {
@@ -111,7 +95,7 @@ void with_row_writer(const Part& part, Number number, Write write) {
 void write_volume_rows(const Part& part, int slot, int** rows) {
   const int wanted = element_code_of_slot(slot);
   const long* const ele2head = element_offsets(part.geoIndex);
-  with_node_count(nodes_of_element(wanted), [&]<int kNodes>() {
+  with_node_count<3, 4, 5, 6, 8>(nodes_of_element(wanted), [&]<int kNodes>() {
     with_numbering([&](auto number) {
       with_row_writer<kNodes>(part, number, [&](const Elements& elements, auto write_row_of) {
         for_each_element(*part.volume, &elements, [&, next = rows](int e, int code) mutable {
@@ -124,7 +108,7 @@ void write_volume_rows(const Part& part, int slot, int** rows) {
 
 void write_mesh_rows(const Part& part, int slot, int** rows) {
   const int wanted = element_code_of_slot(slot);
-  with_node_count(nodes_of_element(wanted), [&]<int kNodes>() {
+  with_node_count<3, 4, 5, 6, 8>(nodes_of_element(wanted), [&]<int kNodes>() {
     with_row_writer<kNodes>(part, MeshNumber{}, [&](const Elements& elements, auto write_row_of) {
       const int nelem = elements.nelem;
       const int* const types = elements.type;
