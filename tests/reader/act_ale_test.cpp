@@ -51,13 +51,16 @@ class ActAle : public LinkedReader {
  protected:
   void SetUp() override { load(testkit::Precision::kDouble); }
 
-  void load(testkit::Precision precision) {
+  void load(testkit::Precision precision) { load({precision, precision, precision}); }
+
+  // The precision of x, y and z.
+  void load(const std::array<testkit::Precision, 3>& precision) {
     testkit::Mesh mesh;
     const std::vector<Place> places = {{0, 0, 0},  {1, 0, 0},    {0, 1, 0},  {0, 0, 1},
                                        {2, 3, 4},  {5, -1, 0.5}, {-2, 0, 7}, {10, 0, 0},
                                        {11, 0, 0}, {10, 1, 0},   {10, 0, 1}};
     for (const Place& p : places) mesh.nodes.add(p[0], p[1], p[2]);
-    mesh.nodes.precision = {precision, precision, precision};
+    mesh.nodes.precision = precision;
     for (const int first : {0, 3, 7}) add_element(mesh, testkit::kTetrahedron, first);
     add_volume(mesh, "A", {0});
     add_volume(mesh, "B", {1});
@@ -283,6 +286,36 @@ TEST_F(ActAle, SinglePrecisionIsRoundedAfterEveryAction) {
   load(testkit::Precision::kDouble);
   act_on_a({translate({16777217, 0, 0}), translate({-16777216, 0, 0})});
   EXPECT_EQ((Place{1, 0, 0}), at(0));
+}
+
+// In every mixture of widths: what is rounded to single precision tells it from what is not.
+TEST_F(ActAle, EveryMotionKeepsThePrecisionOfEachAxis) {
+  const double c = std::cos(1.0);
+  const double s = std::sin(1.0);
+  const std::array<Place, 4> corners = {{{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {0, 0, 1}}};
+  const std::array<Place, 4> shifted = {{{0.1, 0.2, 0.3}, {1.1, 0.2, 0.3}, {0.1, 1.2, 0.3}, {0.1, 0.2, 1.3}}};
+  const std::vector<std::pair<fld::ALE_ACT, Place>> motions = {
+      {translate({0.1, 0.2, 0.3}), {2.1, 3.2, 4.3}},
+      {scale({0, 0, 0}, {0.1, 0.2, 0.3}), {0.2, 0.6, 1.2}},
+      {rotate({0, 0, 0.1}, {0, 0, 1}, 1.0), {2 * c - 3 * s, 2 * s + 3 * c, 3.9}},
+      {four_points(corners, shifted), {2.1, 3.2, 4.3}},
+  };
+  for (int mixture = 0; mixture < 8; ++mixture) {
+    const auto is_double = [mixture](std::size_t axis) { return (mixture >> axis & 1) != 0; };
+    std::array<testkit::Precision, 3> precision;
+    for (std::size_t axis = 0; axis < 3; ++axis) {
+      precision[axis] = is_double(axis) ? testkit::Precision::kDouble : testkit::Precision::kSingle;
+    }
+    for (const auto& [motion, place] : motions) {
+      load(precision);
+      act({region({"B"}, {motion})});
+      for (std::size_t axis = 0; axis < 3; ++axis) {
+        const double expected = is_double(axis) ? place[axis] : static_cast<float>(place[axis]);
+        EXPECT_NEAR(expected, at(4)[axis], 1e-14)
+            << motion.kind << ", axis " << axis << ", mixture " << mixture;
+      }
+    }
+  }
 }
 
 TEST_F(ActAle, GeometryWithoutNodesOrElementsIsLeftAlone) {

@@ -1,6 +1,7 @@
 // Node, element and face numbers that point outside their tables: they are left out, and rows that the counts
 // promise are given all the same, with node 1 where the file gives no node of the mesh.
 #include <limits>
+#include <numeric>
 #include <string>
 
 #include "tests/reader/loaded_reader.h"
@@ -15,6 +16,19 @@ using testkit::Ints;
 
 constexpr int kMax = std::numeric_limits<int>::max();
 constexpr int kMin = std::numeric_limits<int>::min();
+
+// `count` numbers from `first`.
+std::vector<int> counted_from(int first, int count) {
+  std::vector<int> numbers(static_cast<std::size_t>(count));
+  std::iota(numbers.begin(), numbers.end(), first);
+  return numbers;
+}
+
+std::vector<int> with_ends(std::vector<int> row, int first, int last) {
+  row.front() = first;
+  row.back() = last;
+  return row;
+}
 
 class BadIndices : public LoadedReader {
  protected:
@@ -82,6 +96,48 @@ TEST_F(BadIndices, MissingConnectivityGivesRowsOfNode1) {
   EXPECT_EQ((PartInfo{1, 0, "all", 0, {{14, 1}}}), host.part(1));
   EXPECT_EQ((Rows{{1, 1, 1, 1}}), host.rows(1, 14));
   EXPECT_EQ((Rows{{1, 1, 1, 1}}), host.rows(2, 14));
+}
+
+// Whether there are nodes in front that are not the volume's, so that its numbers are not the mesh's, or not.
+TEST_F(BadIndices, RowsOfEveryShapeHaveNode1ForNodesOutsideTheMesh) {
+  for (const auto& [code, slot] : {std::pair{testkit::kTetrahedron, 14},
+                                   {testkit::kPyramid, 18},
+                                   {testkit::kPrism, 22},
+                                   {testkit::kHexahedron, 26}}) {
+    const int count = testkit::corner_count(code);
+    for (const int before : {0, 2}) {
+      SCOPED_TRACE("code " + std::to_string(code) + ", nodes before " + std::to_string(before));
+      testkit::Mesh mesh = numbered_nodes(before + count);
+      mesh.elements.add(testkit::kTetrahedron, {0, 1, 2, 0});
+      add_element(mesh, code, before);
+      mesh.elements.add(code, with_ends(counted_from(before, count), before + count, -1));
+      add_volume(mesh, "part", {2, 1});
+      EXPECT_EQ(warning(2, "NODE NUMBERS OF ELEMENTS OUT OF RANGE"), warnings_of(file_of(mesh)));
+
+      const std::vector<int> in_part = counted_from(1, count);
+      EXPECT_EQ((Rows{with_ends(in_part, 1, 1), in_part}), host.rows(1, slot));
+      const std::vector<int> in_mesh = counted_from(before + 1, count);
+      Rows expected = {in_mesh, with_ends(in_mesh, 1, 1)};
+      if (code == testkit::kTetrahedron) expected.insert(expected.begin(), {1, 2, 3, 1});
+      EXPECT_EQ(expected, host.rows(2, slot));
+    }
+  }
+}
+
+TEST_F(BadIndices, RowsOfFlatElementsToo) {
+  for (const auto& [code, slot] : {std::pair{testkit::kTriangle, 6}, {testkit::kQuadrilateral, 10}}) {
+    const int count = testkit::corner_count(code);
+    for (const int before : {0, 2}) {
+      SCOPED_TRACE("code " + std::to_string(code) + ", nodes before " + std::to_string(before));
+      testkit::Mesh mesh = numbered_nodes(before + count - 1);
+      mesh.elements.add(testkit::kTetrahedron, {0, 1, 0, 1});
+      add_element(mesh, code, before);
+      add_volume(mesh, "shell", {1});
+      write_and_open(file_of(mesh));
+      EXPECT_EQ((Rows{with_ends(counted_from(1, count), 1, 1)}), host.rows(1, slot));
+      EXPECT_EQ((Rows{with_ends(counted_from(before + 1, count), before + 1, 1)}), host.rows(2, slot));
+    }
+  }
 }
 
 TEST_F(BadIndices, NodesOfFacesOutsideTheMeshBecomeNode1) {

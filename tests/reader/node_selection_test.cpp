@@ -76,6 +76,45 @@ TEST_F(NodeSelection, OfAllNodesHasNoList) {
   }
 }
 
+// The connectivity of the whole mesh tells the nodes of a volume only when that has each element once ...
+TEST_F(NodeSelection, OfAVolumeAsLongAsTheMeshIsOfItsElements) {
+  testkit::Mesh mesh = numbered_nodes(9);
+  for (const int first : {0, 4}) add_element(mesh, testkit::kTetrahedron, first);
+  add_volume(mesh, "once", {0, 1});
+  add_volume(mesh, "turned", {1, 0});
+  add_volume(mesh, "twice", {1, 1});
+  write_and_open(testkit::file_of(mesh));
+  EXPECT_EQ((Nodes{0, 1, 2, 3, 4, 5, 6, 7}), select_part(1));
+  EXPECT_EQ((Nodes{0, 1, 2, 3, 4, 5, 6, 7}), select_part(2));
+  EXPECT_EQ((Nodes{4, 5, 6, 7}), select_part(3));
+}
+
+// ... and holds nothing besides.
+TEST_F(NodeSelection, LeavesOutNodesThatNoElementNames) {
+  testkit::Mesh mesh = numbered_nodes(8);
+  add_element(mesh, testkit::kTetrahedron, 0);
+  add_volume(mesh, "fluid", {0});
+  testkit::File file = testkit::file_of(mesh);
+  auto& blocks = file.region_sets[0].section("LS_Elements").blocks;
+  blocks[2] = testkit::Block::long_integer(8);
+  blocks[3] = testkit::Block::integers({0, 1, 2, 3, 4, 5, 6, 7});
+  write_and_open(file);
+  EXPECT_EQ((Nodes{0, 1, 2, 3}), select_part(1));
+}
+
+// Flat elements take no room in the offsets, so that the one behind begins where they do.
+TEST_F(NodeSelection, FollowsTheOffsetsWhereThereAreFlatElements) {
+  for (const auto& [code, expected] :
+       {std::pair{testkit::kTriangle, Nodes{0, 4, 5, 6}}, {testkit::kQuadrilateral, Nodes{4, 5, 6, 7}}}) {
+    testkit::Mesh mesh = numbered_nodes(9);
+    add_element(mesh, code, 4);
+    add_element(mesh, testkit::kTetrahedron, 0);
+    add_volume(mesh, "all", {0, 1});
+    write_and_open(testkit::file_of(mesh));
+    EXPECT_EQ(expected, select_part(1)) << code;
+  }
+}
+
 TEST_F(NodeSelection, IsRightBeyondTheRoomForLists) {
   constexpr int kCount = 20;
   constexpr int kParts = 6;  // there is room for the lists of two
