@@ -36,6 +36,7 @@ int FLDFile::checkSections() {
   const int status = read_file_header(file, m_path, *this);
   if (status != 0) return status;
   FILE* stream = file.stream();
+  header_end_ = ftello(stream);
   FLDSEEKOverlap outside;  // sections before the first region set belong to none and leave no trace
   FLDSEEKOverlap* overlap = &outside;
   QuantityNotes notes(stream, m_dimension);
@@ -51,7 +52,7 @@ int FLDFile::checkSections() {
     }
     if (title_starts_with(title, "OverlapEnd")) {
       noted_ = notes.take(title, n);
-      noted_from_ = file.stamp();
+      checked_ = file.stamp();
       return 0;
     }
     read_int(stream);
@@ -70,7 +71,7 @@ int FLDFile::checkSections() {
 
 int FLDFile::seekFLD() {
   trace_reading(m_path);
-  if (!noted_.empty() && noted_.size() == m_overlap.size() && noted_from_ == stamp_of(m_path)) {
+  if (!noted_.empty() && noted_.size() == m_overlap.size() && checked_ == stamp_of(m_path)) {
     take_noted_sections();
     return 0;
   }

@@ -1,6 +1,7 @@
 // One file of a dataset: its path, its header and, per region set, where its quantities stand.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -9,6 +10,9 @@
 #include "dataset/fldgeo.h"
 
 namespace fld {
+
+// The result of a geometry that could be read only in part.
+inline constexpr int kReadInPart = -5;
 
 class FLDFile : public FLDHeader {
  public:
@@ -36,9 +40,9 @@ class FLDFile : public FLDHeader {
   // Reads region set `region` of this file, as checkSections found it, into `geo`: every section that the
   // file has there replaces what `geo` holds, indices are brought to zero-based numbering, material numbers
   // to positive ones, and elements are counted by type. Returns 0, or writes a message and returns -1 (no
-  // such region set), -2 (cannot open), -3 (not an FLD file), -4 (wrong version or dimension) or -5 (the file
-  // cannot be read; `geo` keeps what was read before). An allocation failure outside the tracked allocator
-  // leaves as std::bad_alloc.
+  // such region set), -2 (cannot open), -3 (not an FLD file), -4 (wrong version or dimension) or kReadInPart
+  // (the file cannot be read; `geo` keeps what was read before). An allocation failure outside the tracked
+  // allocator leaves as std::bad_alloc.
   int readGeometry(int region, FLDGEO& geo) const;
 
   std::string m_path;
@@ -46,10 +50,17 @@ class FLDFile : public FLDHeader {
 
  private:
   void take_noted_sections();
+  // How region set `region` is best read.
+  Access access_to(size_t region) const;
+  // Brings the stream of `file` behind the opening title of region set `region`: where checkSections found it
+  // or, when the file has changed since, where a walk finds it. Results and exceptions as of
+  // read_file_header.
+  int go_to_region_set(const InputFile& file, size_t region) const;
 
   // Per region set, the quantities that checkSections met; only when seekFLD would find the very same ones.
   std::vector<FLDSEEK> noted_;
-  FileStamp noted_from_;
+  FileStamp checked_;       // of the file that checkSections walked
+  int64_t header_end_ = 0;  // offset of its first section
 };
 
 }  // namespace fld

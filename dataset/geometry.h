@@ -7,6 +7,9 @@
 
 namespace fld {
 
+// In place of a file's index: of a geometry that is not, or not wholly, that of one file.
+inline constexpr int kNoFile = -1;
+
 class Geometry {
  public:
   // Sums over all region sets.
@@ -20,7 +23,7 @@ class Geometry {
   smart_ptr<VolumeGeometry> getVolumeGeometry(unsigned long i, int& geoIndex) const;
 
   std::vector<FLDGEO> geos;
-  std::vector<int> loadedStep;  // per region set, the index of the file whose geometry it holds
+  std::vector<int> loadedStep;  // per region set, the file whose geometry it holds, or kNoFile
 };
 
 }  // namespace fld

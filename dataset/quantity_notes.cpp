@@ -30,11 +30,13 @@ bool QuantityNotes::pass(long offset, const char* title) {
 }
 
 void QuantityNotes::check_motion(off_t body) {
+  // A second disagreement says nothing new, and each may cost a walk through the rest of the file.
+  if (!agree_) return;
   const off_t end = ftello(stream_);
   go_to(stream_, body);
   try {
     FLDV4_I_SKIP(stream_);
-    agree_ = agree_ && !sets_.empty() && ftello(stream_) == end;
+    agree_ = !sets_.empty() && ftello(stream_) == end;
   } catch (const FLDReadException&) {
     clearerr(stream_);
     agree_ = false;

@@ -48,11 +48,12 @@ void read_section(FILE* stream, const char* title, int n, FLDGEO& geo, LoadedSec
   }
 }
 
-// Whether the title of a region set stands at `offset`; the stream is behind it then.
-bool is_opening_title_at(FILE* stream, int64_t offset) {
+}  // namespace
+
+bool is_region_set_at(FILE* stream, int64_t begin) {
   char title[kTitleLength + 1];
   try {
-    if (fseeko(stream, offset, SEEK_SET) != 0) return false;
+    if (fseeko(stream, begin, SEEK_SET) != 0) return false;
     FLDV4_I_TITLE(stream, title);
   } catch (const FLDReadException&) {
     return false;  // the file has become shorter
@@ -60,11 +61,9 @@ bool is_opening_title_at(FILE* stream, int64_t offset) {
   return title_starts_with(title, "OverlapStart_");
 }
 
-}  // namespace
-
 void find_region_set(FILE* stream, int64_t begin, int region) {
   const off_t header_end = ftello(stream);
-  if (is_opening_title_at(stream, begin)) return;
+  if (is_region_set_at(stream, begin)) return;
   if (fseeko(stream, header_end, SEEK_SET) != 0) throw FLDReadException("A REGION SET CANNOT BE FOUND.");
   for (;;) {
     char title[kTitleLength + 1];

@@ -16,6 +16,9 @@ struct LoadedSections {
   bool materials = false;
 };
 
+// Whether the opening title of a region set stands at `begin`; the stream is behind it then.
+bool is_region_set_at(FILE* stream, int64_t begin);
+
 // Brings the stream, which stands behind the header, behind the opening title of region set `region`. It is
 // looked for at `begin` first; a file that has changed since it was indexed there is walked from the header
 // on. Throws FLDReadException.

@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstring>
+#include <utility>
 
 #include "interface/userd_api.h"
 #include "reader/globals.h"
@@ -44,20 +45,32 @@ int file_of_geometry_step(int step) {
   return -1;
 }
 
-// Reads region set `g` of file `reference` into the current geometry. A reference that has no node
-// coordinates there is read on top of the file that has: a motion never starts from what an earlier step has
-// moved.
+// Reads region set `g` of `file` into the current geometry, and keeps account of whose geometry that is:
+// nobody's when only some of it was read.
+int read_region(const FLDFile& file, int g) {
+  int& holder = g_fldgeo->loadedStep[static_cast<size_t>(g)];
+  const int before = std::exchange(holder, kNoFile);
+  const int result = file.readGeometry(g, g_fldgeo->geos[static_cast<size_t>(g)]);
+  if (result == 0) {
+    holder = g_fld->index_of(&file);
+  } else if (result != kReadInPart) {
+    holder = before;
+  }
+  return result;
+}
+
+// Reads region set `g` of file `reference`. A reference that has no node coordinates there is read on top of
+// the file that has: a motion never starts from what an earlier step has moved.
 int reload_region(const FLDFile& reference, int g) {
-  FLDGEO& geo = g_fldgeo->geos[static_cast<size_t>(g)];
   const auto region = static_cast<size_t>(g);
   if (region < reference.m_overlap.size() && !reference.m_overlap[region].m_hasGeometry) {
     const FLDFile* unmoved = g_fld->nearestGeometryFLDFile(g_fld->index_of(&reference), g);
     if (unmoved != nullptr) {
-      const int result = unmoved->readGeometry(g, geo);
+      const int result = read_region(*unmoved, g);
       if (result != 0) return result;
     }
   }
-  return reference.readGeometry(g, geo);
+  return read_region(reference, g);
 }
 
 // Brings region set `g` to the step of file `current`; false when its geometry cannot be read.
@@ -85,7 +98,6 @@ bool bring_region_to_step(int current, int g) {
       fprintf(stderr, "FAILED TO READ GEOMETRY DATA IN %s.\n", ref_fldfile->m_path.c_str());
       return false;
     }
-    g_fldgeo->loadedStep[region] = reference;
   }
   if (overlap.m_hasALE) actALE(overlap.m_ale, g_fldgeo->geos[region], element_offsets(g));
   return true;

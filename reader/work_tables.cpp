@@ -166,7 +166,7 @@ void fit_work_tables(Geometry& geometry, int g) {
   geo.nodes = {};
   geo.elements = {};
   release_elements();
-  geometry.loadedStep[static_cast<size_t>(g)] = -1;
+  geometry.loadedStep[static_cast<size_t>(g)] = kNoFile;
   count_types(geo);
 }
 

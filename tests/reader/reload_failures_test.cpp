@@ -139,6 +139,31 @@ TEST_F(ReloadFailures, IndexBaseOfAHalfReadStepIsTakenOffOnce) {
   }
 }
 
+// A region set that was read in part is no file's, so that going back reads the first file again.
+TEST_F(ReloadFailures, StepBeforeABrokenOneIsServedAsEver) {
+  testkit::File file = file_at(2);
+  testkit::Mesh mesh = numbered_mesh(6);
+  add_element(mesh, testkit::kTetrahedron, 1);
+  add_triangle_surface(mesh, "wall", {3, 0, 2});
+  for (int g = 0; g < 3; ++g) file.add_region_set().add(testkit::mesh_sections(mesh));
+  file.region_sets[1].section("LS_Nodes").blocks.pop_back();
+  write_step(2, file);
+  select(1, 1);
+  const Rows broken = {{1, 2, 3, 4}, {2, 3, 4, 5}};
+  EXPECT_EQ(broken, host.rows(4, 14));
+  EXPECT_EQ(broken, host.rows(5, 14)) << "elements come before nodes";
+  EXPECT_EQ(trace(path(1)) + trace(path(1)), select(1, 0)) << "for the region sets 0 and 1";
+  EXPECT_EQ((Floats{100, 101, 102}), marks());
+  expect_all_parts_served();
+}
+
+TEST_F(ReloadFailures, FileThatIsGoneLeavesNothingToReadAgain) {
+  std::filesystem::remove(path(2));
+  select(1, 1);
+  EXPECT_EQ("", select(1, 0));
+  EXPECT_EQ((Floats{100, 101, 102}), marks());
+}
+
 TEST_F(ReloadFailures, NextStepIsServedInFull) {
   std::filesystem::remove(path(2));
   select(1, 1);
