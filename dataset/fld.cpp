@@ -62,7 +62,8 @@ int FLD::seekFLD(bool full) {
     }
   }
   m_anyALE = std::any_of(m_fld.begin(), m_fld.end(), [](const FLDFile& file) { return file.hasALE(); });
-  for (const FLDFile& file : m_fld) m_field.append(file);
+  // Files that were not indexed have no names besides.
+  std::for_each(m_fld.begin(), indexed_end, [this](const FLDFile& file) { m_field.append(file); });
   return 0;
 }
 

@@ -14,19 +14,14 @@ namespace {
 
 // The entry of `list` for a quantity's name; null when there is none.
 template <class Title>
-const Title* find_title(const std::vector<Title>& list, const char* name) {
+const Title* find_title(const SharedList<Title>& list, const char* name) {
   const auto found = std::find_if(list.begin(), list.end(),
                                   [name](const Title& title) { return strcmp(title.m_name, name) == 0; });
-  return found == list.end() ? nullptr : &*found;
+  return found == list.end() ? nullptr : found;
 }
 
 bool any_of(const std::vector<FLDSEEKOverlap>& overlaps, bool FLDSEEKOverlap::*flag) {
   return std::any_of(overlaps.begin(), overlaps.end(), [flag](const auto& overlap) { return overlap.*flag; });
-}
-
-template <class Title>
-void append(std::vector<Title>& list, const std::vector<Title>& more) {
-  list.insert(list.end(), more.begin(), more.end());
 }
 
 }  // namespace
@@ -93,9 +88,9 @@ int FLDFile::seekFLD() {
     FLD_ASSERT(overlap != m_overlap.end(), "fld", "int FLDFile::seekFLD()");
     read_int(stream);
     if (title_starts_with(title, "LS_Scalar:")) {
-      FLDV4_Scalar_SEEK(stream, offset, title, overlap->m_scalars);
+      FLDV4_Scalar_SEEK(stream, offset, title, overlap->m_scalars.own());
     } else if (title_starts_with(title, "LS_Vector:")) {
-      FLDV4_Vector_SEEK(stream, offset, title, overlap->m_vectors, m_dimension);
+      FLDV4_Vector_SEEK(stream, offset, title, overlap->m_vectors.own(), m_dimension);
     } else {
       FLDV4_I_SKIP(stream);
     }
@@ -104,8 +99,8 @@ int FLDFile::seekFLD() {
 
 void FLDFile::take_noted_sections() {
   for (size_t i = 0; i < noted_.size(); ++i) {
-    append(m_overlap[i].m_scalars, noted_[i].m_scalars);
-    append(m_overlap[i].m_vectors, noted_[i].m_vectors);
+    m_overlap[i].m_scalars.append(noted_[i].m_scalars);
+    m_overlap[i].m_vectors.append(noted_[i].m_vectors);
   }
   noted_ = {};
 }

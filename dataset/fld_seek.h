@@ -2,8 +2,8 @@
 #pragma once
 
 #include <cstdint>
-#include <vector>
 
+#include "dataset/shared_list.h"
 #include "format/ale.h"
 #include "format/quantity_index.h"
 
@@ -11,8 +11,8 @@ namespace fld {
 
 // The quantity sections of one region set, in the order in which they stand in the file.
 struct FLDSEEK {
-  std::vector<FLDTITLE_Scalar> m_scalars;
-  std::vector<FLDTITLE_Vector> m_vectors;
+  SharedList<FLDTITLE_Scalar> m_scalars;
+  SharedList<FLDTITLE_Vector> m_vectors;
 };
 
 // One region set of one file: its quantities, its motion and what else it carries.

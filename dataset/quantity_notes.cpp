@@ -11,8 +11,8 @@ bool QuantityNotes::read_quantity(long offset, const char* title) {
   FLDSEEK& set = sets_.back();
   try {
     return title_starts_with(title, "LS_Scalar:")
-               ? FLDV4_Scalar_SEEK(stream_, offset, title, set.m_scalars)
-               : FLDV4_Vector_SEEK(stream_, offset, title, set.m_vectors, dimension_);
+               ? FLDV4_Scalar_SEEK(stream_, offset, title, set.m_scalars.own())
+               : FLDV4_Vector_SEEK(stream_, offset, title, set.m_vectors.own(), dimension_);
   } catch (const FLDReadException&) {
     clearerr(stream_);
     return false;

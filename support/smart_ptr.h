@@ -40,6 +40,9 @@ class smart_ptr {
   T& operator*() const { return shared_->object; }
   explicit operator bool() const { return shared_ != nullptr; }
 
+  // Whether it holds an object that nobody else holds.
+  bool is_only_holder() const { return shared_ != nullptr && shared_->holders == 1; }
+
  private:
   // One block for both, as a dataset may have very many small regions.
   struct Shared {

@@ -10,9 +10,9 @@ using Names = std::vector<std::string>;
 
 // Appends titles of these names, each with the label.
 template <class Title>
-void add(std::vector<Title>& titles, const Names& names, const std::string& label = "label") {
+void add(fld::SharedList<Title>& titles, const Names& names, const std::string& label = "label") {
   for (const std::string& name : names) {
-    Title& title = titles.emplace_back();
+    Title& title = titles.own().emplace_back();
     name.copy(title.m_name, 32);
     label.copy(title.m_label, 32);
   }

@@ -282,7 +282,7 @@ TEST(FindSeek, FindsTheNameInItsRegionSetAndItsKind) {
   FLDFile file("file");
   file.m_overlap.resize(2);
   const auto add = [](auto& titles, const char* name) {
-    std::string(name).copy(titles.emplace_back().m_name, 32);
+    std::string(name).copy(titles.own().emplace_back().m_name, 32);
   };
   add(file.m_overlap[0].m_scalars, "P");
   add(file.m_overlap[0].m_scalars, "T");
@@ -300,7 +300,7 @@ TEST(FindSeek, FindsTheNameInItsRegionSetAndItsKind) {
 TEST(FindSeek, ComparesTheWholeNameWithItsCase) {
   FLDFile file("file");
   file.m_overlap.resize(1);
-  std::string("Pres").copy(file.m_overlap[0].m_scalars.emplace_back().m_name, 32);
+  std::string("Pres").copy(file.m_overlap[0].m_scalars.own().emplace_back().m_name, 32);
   for (const char* name : {"pres", "Pre", "Press", "", " Pres", "Pres "}) {
     EXPECT_EQ(file.findSeekScalar(name, 0), nullptr) << name;
   }
@@ -312,8 +312,8 @@ TEST(FindSeek, RegionSetThatDoesNotExistHasNothing) {
   EXPECT_EQ(file.findSeekScalar("P", 0), nullptr);
   EXPECT_EQ(file.findSeekVector("P", 0), nullptr);
   file.m_overlap.resize(1);
-  std::string("P").copy(file.m_overlap[0].m_scalars.emplace_back().m_name, 32);
-  std::string("P").copy(file.m_overlap[0].m_vectors.emplace_back().m_name, 32);
+  std::string("P").copy(file.m_overlap[0].m_scalars.own().emplace_back().m_name, 32);
+  std::string("P").copy(file.m_overlap[0].m_vectors.own().emplace_back().m_name, 32);
   for (const int region : {1, -1, 2147483647, -2147483647 - 1}) {
     EXPECT_EQ(file.findSeekScalar("P", region), nullptr) << region;
     EXPECT_EQ(file.findSeekVector("P", region), nullptr) << region;

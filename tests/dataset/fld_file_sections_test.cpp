@@ -159,7 +159,7 @@ TEST_F(CheckSections, SaysNothing) {
 TEST_F(CheckSections, CopyIsIndependent) {
   const FLDFile original = checked(test::plain_file());
   FLDFile copy = original;
-  copy.m_overlap[0].m_scalars.emplace_back();
+  copy.m_overlap[0].m_scalars.own().emplace_back();
   copy.m_path += "x";
   EXPECT_TRUE(original.m_overlap[0].m_scalars.empty());
   EXPECT_NE(original.m_path, copy.m_path);

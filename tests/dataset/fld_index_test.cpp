@@ -153,6 +153,16 @@ TEST_F(SeekSeries, CatalogueHasTheQuantitiesOfAllFiles) {
   EXPECT_EQ(fld_.m_field.vector_names(), std::vector<std::string>{"V"});
 }
 
+// A copy of the entries per file would take files times quantities of memory.
+TEST_F(SeekSeries, SimplifiedIndexIsHeldOnce) {
+  ASSERT_NO_FATAL_FAILURE(search());
+  EXPECT_EQ(seek(false).status, 0);
+  for (const FLDFile& file : fld_.m_fld) {
+    EXPECT_EQ(file.m_overlap[0].m_scalars.begin(), fld_.m_fld[0].m_overlap[0].m_scalars.begin());
+    EXPECT_EQ(file.m_overlap[0].m_vectors.begin(), fld_.m_fld[0].m_overlap[0].m_vectors.begin());
+  }
+}
+
 TEST_F(SeekSeries, CatalogueOfTheSimplifiedIndexIsThatOfTheFirstFile) {
   files_[1].region_sets[0].add(scalar("B"));
   ASSERT_NO_FATAL_FAILURE(search());
