@@ -2,10 +2,8 @@
 #include <algorithm>
 #include <array>
 #include <chrono>
-#include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
-#include <iterator>
 #include <vector>
 
 #include "host/library.h"
@@ -13,6 +11,7 @@
 #include "testkit/temporary_directory.h"
 #include "tests/faults/fault_datasets.h"
 #include "tests/faults/memory_meter.h"
+#include "tests/faults/open_descriptors.h"
 #include "tests/faults/stderr_file.h"
 #include "tests/faults/whole_session.h"
 
@@ -24,11 +23,6 @@ using Clock = std::chrono::steady_clock;
 constexpr int kRounds = 2500;   // of four sessions each
 constexpr int kWarmUp = 25;     // rounds: the first hundred sessions
 constexpr int kCompared = 500;  // rounds whose times are compared
-
-std::ptrdiff_t open_descriptors() {
-  const std::filesystem::directory_iterator descriptors("/proc/self/fd");
-  return std::distance(begin(descriptors), end(descriptors));
-}
 
 Clock::duration median(std::vector<Clock::duration> times) {
   const auto middle = times.begin() + static_cast<std::ptrdiff_t>(times.size() / 2);

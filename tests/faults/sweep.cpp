@@ -6,12 +6,14 @@
 #include <stdexcept>
 #include <string_view>
 #include <unistd.h>
+#include <utility>
 
 #include "testkit/byte_sink.h"
 #include "testkit/file_writer.h"
 #include "tests/faults/documented.h"
 #include "tests/faults/fault_datasets.h"
 #include "tests/faults/memory_meter.h"
+#include "tests/faults/open_descriptors.h"
 #include "tests/faults/stderr_file.h"
 
 namespace faults {
@@ -45,25 +47,43 @@ Sweep::Sweep() : library_(FLD_THROWING_PLUGIN_FILE), good_(directory_ / "good.fl
   good_digest_ = ending.digest;
 }
 
+// What the two sessions leave behind, beside what they say. Nothing may stay: what the reader makes once was
+// made by the session in the constructor.
 Sweep::Case Sweep::try_file(const std::filesystem::path& path, std::size_t size,
                             const SessionOptions& options) {
+  const std::ptrdiff_t descriptors = open_descriptors();
+  const MemoryMeter meter;
+  Case tried = judge_sessions(path, size, options);
+  // A complaint takes memory itself.
+  if (tried.complaint.empty() && meter.held() != 0)
+    tried.complaint = std::to_string(meter.held()) + " bytes of memory are lost";
+  const std::ptrdiff_t lost_descriptors = open_descriptors() - descriptors;
+  if (lost_descriptors != 0) tried.complaint += " file descriptors lost: " + std::to_string(lost_descriptors);
+  return tried;
+}
+
+Sweep::Case Sweep::judge_sessions(const std::filesystem::path& path, std::size_t size,
+                                  const SessionOptions& options) {
   StderrFile diagnostics;
   const Watchdog watchdog;
   const MemoryMeter meter;
   const std::clock_t start = std::clock();
-  Case tried{.ending = whole_session(library_.entry_points(), path, options), .complaint = ""};
+  const Ending ending = whole_session(library_.entry_points(), path, options);
   const std::clock_t time = std::clock() - start;
   const std::ptrdiff_t memory = meter.peak();
-  tried.complaint = undocumented(tried.ending, diagnostics.take());
-  if (time > kTimeLimit) tried.complaint += " took over a second";
+  std::string lines = diagnostics.take();
+  std::string complaint = undocumented(ending, lines);
+  if (time > kTimeLimit) complaint += " took over a second";
   if (memory > kMemoryFloor + kMemoryPerByte * static_cast<std::ptrdiff_t>(size)) {
-    tried.complaint.append(" took ").append(std::to_string(memory)).append(" bytes of memory");
+    complaint.append(" took ").append(std::to_string(memory)).append(" bytes of memory");
   }
   const Ending after = whole_session(library_.entry_points(), good_);
   if (after.outcome != Outcome::kServed || after.digest != good_digest_) {
-    tried.complaint += " the good dataset is not served as ever afterwards: " + after.detail;
+    complaint += " the good dataset is not served as ever afterwards: " + after.detail;
   }
-  return tried;
+  lines += diagnostics.take();
+  if (lines.find("MEMORY LEAK DETECTED") != std::string::npos) complaint += " the reader reports a leak";
+  return {.outcome = ending.outcome, .complaint = std::move(complaint)};
 }
 
 Tally Sweep::run(const Damages& damages, std::string_view name, std::size_t stride,
@@ -74,7 +94,7 @@ Tally Sweep::run(const Damages& damages, std::string_view name, std::size_t stri
     const std::string bytes = damages.damaged(number);
     testkit::write_bytes(path, bytes);
     const Case tried = try_file(path, bytes.size(), options);
-    tally.add(tried.ending.outcome);
+    tally.add(tried.outcome);
     EXPECT_EQ("", tried.complaint) << damages.describe(number);
   }
   return tally;

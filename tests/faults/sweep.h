@@ -29,10 +29,11 @@ class Sweep {
 
  private:
   struct Case {
-    Ending ending;
+    Outcome outcome;
     std::string complaint;  // empty: as it should be
   };
   Case try_file(const std::filesystem::path& path, std::size_t size, const SessionOptions& options);
+  Case judge_sessions(const std::filesystem::path& path, std::size_t size, const SessionOptions& options);
 
   testkit::TemporaryDirectory directory_;
   host::Library library_;
