@@ -58,10 +58,10 @@ constexpr std::array<std::pair<std::string_view, std::string_view>, 12> kAsserti
     {"Convert_common", "0"},
 }};
 
-bool has_failure_message(const std::string& diagnostics) {
-  for (std::size_t begin = 0; begin < diagnostics.size();) {
-    const std::size_t end = std::min(diagnostics.find('\n', begin), diagnostics.size());
-    const std::string_view line = std::string_view(diagnostics).substr(begin, end - begin);
+bool has_failure_message(const std::string& lines) {
+  for (std::size_t begin = 0; begin < lines.size();) {
+    const std::size_t end = std::min(lines.find('\n', begin), lines.size());
+    const std::string_view line = std::string_view(lines).substr(begin, end - begin);
     const auto ends_line = [line](std::string_view pattern) {
       // A message that has no line end of its own may stand before it.
       const std::size_t start = line.find(pattern.substr(0, pattern.find('%')));
@@ -89,13 +89,13 @@ bool matches(std::string_view pattern, std::string_view text) {
   }
 }
 
-std::string undocumented(const Ending& ending, const std::string& diagnostics) {
-  const std::string& detail = ending.detail;
-  switch (ending.outcome) {
+std::string undocumented(const CallEnding& call) {
+  const std::string& detail = call.detail;
+  switch (call.outcome) {
     case Outcome::kServed:
       return "";
     case Outcome::kFailed:
-      return has_failure_message(diagnostics) ? "" : detail + " failed without a documented message";
+      return has_failure_message(call.lines) ? "" : detail + " failed without a documented message";
     case Outcome::kException: {
       const std::string text = detail.substr(detail.find(": ") + 2);
       const bool is_known = std::any_of(kExceptionTexts.begin(), kExceptionTexts.end(),
@@ -115,6 +115,17 @@ std::string undocumented(const Ending& ending, const std::string& diagnostics) {
       break;
   }
   return detail;
+}
+
+std::string undocumented(const Ending& ending) {
+  std::string reasons;
+  for (const CallEnding& call : ending.unserved) {
+    const std::string reason = undocumented(call);
+    if (reason.empty()) continue;
+    if (!reasons.empty()) reasons += "; ";
+    reasons += reason;
+  }
+  return reasons;
 }
 
 }  // namespace faults

@@ -35,10 +35,11 @@ class FailingRequests : public testing::TestWithParam<Lasting> {
     testkit::write_file(large_of_changing_series(), directory_ / "changing_1.fld");
   }
 
-  using Judge = std::function<std::string(const Ending&, const std::string&)>;
+  using Judge = std::function<std::string(const CallEnding&)>;
 
   // Repeats the session over a dataset of which a request fails, until one of them has no failing request.
-  // `judge` says what is wrong with an ending.
+  // `judge` says what is wrong with the ending of a call that
+  // was not served.
   template <class Failing, class... Arguments>
   void sweep(const char* dataset, const Judge& judge, Arguments... arguments) {
     const std::filesystem::path path = directory_ / dataset;
@@ -56,8 +57,9 @@ class FailingRequests : public testing::TestWithParam<Lasting> {
         if (!Failing::has_failed()) break;
         failing.reset();
         tally.add(tried.ending.outcome);
-        EXPECT_EQ("", judge(tried.ending, tried.diagnostics)) << "request " << request << "\n"
-                                                              << tried.diagnostics;
+        for (const CallEnding& call : tried.ending.unserved) {
+          EXPECT_EQ("", judge(call)) << "request " << request << "\n" << tried.diagnostics;
+        }
         EXPECT_EQ(std::string::npos, tried.diagnostics.find("MEMORY LEAK DETECTED")) << "request " << request;
         const Case after = session(path);
         EXPECT_EQ(Outcome::kServed, after.ending.outcome)
@@ -79,49 +81,52 @@ class FailingRequests : public testing::TestWithParam<Lasting> {
   };
   static Case session(const std::filesystem::path& path) {
     StderrFile diagnostics;
-    Ending ending = whole_session(armed_entry_points(), path);
+    Ending ending = whole_session(armed_entry_points(), path, {.lines = &diagnostics});
     return {std::move(ending), diagnostics.take()};
   }
 
   testkit::TemporaryDirectory directory_;
 };
 
+const auto judge_as_documented = [](const CallEnding& call) { return undocumented(call); };
+
 constexpr std::array<const char*, 3> kDatasets = {"whole.fld", "case_0.fld", "changing_0.fld"};
 
 TEST_P(FailingRequests, Memory) {
   // Memory that runs out is never taken for a damaged file.
-  const auto judge = [](const Ending& ending, const std::string& text) -> std::string {
-    if (ending.outcome == Outcome::kOutOfMemory) return "";
-    if (ending.outcome == Outcome::kException && !ending.detail.ends_with(": NOT ENOUGH MEMORY")) {
-      return ending.detail;
+  const auto judge = [](const CallEnding& call) -> std::string {
+    if (call.outcome == Outcome::kOutOfMemory) return "";
+    if (call.outcome == Outcome::kException && !call.detail.ends_with(": NOT ENOUGH MEMORY")) {
+      return call.detail;
     }
-    if (ending.outcome == Outcome::kAssertion) return ending.detail;
-    return undocumented(ending, text);
+    if (call.outcome == Outcome::kAssertion) return call.detail;
+    return undocumented(call);
   };
   for (const char* dataset : kDatasets) sweep<FailingMemory>(dataset, judge);
 }
 
 TEST_P(FailingRequests, ReadErrors) {
-  for (const char* dataset : kDatasets) sweep<FailingFiles>(dataset, undocumented, FileFault::kReadError);
+  for (const char* dataset : kDatasets)
+    sweep<FailingFiles>(dataset, judge_as_documented, FileFault::kReadError);
 }
 
 TEST_P(FailingRequests, EarlyEnds) {
-  for (const char* dataset : kDatasets) sweep<FailingFiles>(dataset, undocumented, FileFault::kEnd);
+  for (const char* dataset : kDatasets) sweep<FailingFiles>(dataset, judge_as_documented, FileFault::kEnd);
 }
 
 TEST_P(FailingRequests, ShortReadsChangeNothing) {
-  const auto judge = [](const Ending& ending, const std::string&) {
-    return ending.outcome == Outcome::kServed ? "" : ending.detail;
-  };
+  const auto judge = [](const CallEnding& call) { return call.detail; };
   for (const char* dataset : kDatasets) sweep<FailingFiles>(dataset, judge, FileFault::kShortRead);
 }
 
 TEST_P(FailingRequests, SeekErrors) {
-  for (const char* dataset : kDatasets) sweep<FailingFiles>(dataset, undocumented, FileFault::kSeekError);
+  for (const char* dataset : kDatasets)
+    sweep<FailingFiles>(dataset, judge_as_documented, FileFault::kSeekError);
 }
 
 TEST_P(FailingRequests, OpenErrors) {
-  for (const char* dataset : kDatasets) sweep<FailingFiles>(dataset, undocumented, FileFault::kOpenError);
+  for (const char* dataset : kDatasets)
+    sweep<FailingFiles>(dataset, judge_as_documented, FileFault::kOpenError);
 }
 
 INSTANTIATE_TEST_SUITE_P(All, FailingRequests, testing::Values(Lasting::kOnce, Lasting::kForEver),

@@ -20,12 +20,20 @@ StderrFile::~StderrFile() {
   close(file_);
 }
 
-std::string StderrFile::take() {
+std::size_t StderrFile::length() const {
   fflush(stderr);
-  const off_t end = lseek(file_, 0, SEEK_CUR);
-  std::string text(static_cast<std::size_t>(end), '\0');
-  const ssize_t count = pread(file_, text.data(), text.size(), 0);
+  return static_cast<std::size_t>(lseek(file_, 0, SEEK_CUR));
+}
+
+std::string StderrFile::since(std::size_t begin) const {
+  std::string text(length() - begin, '\0');
+  const ssize_t count = pread(file_, text.data(), text.size(), static_cast<off_t>(begin));
   text.resize(count > 0 ? static_cast<std::size_t>(count) : 0);
+  return text;
+}
+
+std::string StderrFile::take() {
+  std::string text = since(0);
   if (ftruncate(file_, 0) != 0 || lseek(file_, 0, SEEK_SET) != 0) {
     throw std::system_error(errno, std::generic_category(), "standard error stream");
   }

@@ -68,11 +68,12 @@ Sweep::Case Sweep::judge_sessions(const std::filesystem::path& path, std::size_t
   const Watchdog watchdog;
   const MemoryMeter meter;
   const std::clock_t start = std::clock();
-  const Ending ending = whole_session(library_.entry_points(), path, options);
+  SessionOptions with_lines = options;
+  with_lines.lines = &diagnostics;
+  const Ending ending = whole_session(library_.entry_points(), path, with_lines);
   const std::clock_t time = std::clock() - start;
   const std::ptrdiff_t memory = meter.peak();
-  std::string lines = diagnostics.take();
-  std::string complaint = undocumented(ending, lines);
+  std::string complaint = undocumented(ending);
   if (time > kTimeLimit) complaint += " took over a second";
   if (memory > kMemoryFloor + kMemoryPerByte * static_cast<std::ptrdiff_t>(size)) {
     complaint.append(" took ").append(std::to_string(memory)).append(" bytes of memory");
@@ -81,8 +82,8 @@ Sweep::Case Sweep::judge_sessions(const std::filesystem::path& path, std::size_t
   if (after.outcome != Outcome::kServed || after.digest != good_digest_) {
     complaint += " the good dataset is not served as ever afterwards: " + after.detail;
   }
-  lines += diagnostics.take();
-  if (lines.find("MEMORY LEAK DETECTED") != std::string::npos) complaint += " the reader reports a leak";
+  if (diagnostics.take().find("MEMORY LEAK DETECTED") != std::string::npos)
+    complaint += " the reader reports a leak";
   return {.outcome = ending.outcome, .complaint = std::move(complaint)};
 }
 

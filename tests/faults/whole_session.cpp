@@ -57,6 +57,7 @@ class Session {
   explicit Session(const host::EntryPoints& api) : api_(api) {}
 
   Ending run(const std::filesystem::path& path, const SessionOptions& options) {
+    lines_ = options.lines;
     introduce(options);
     std::string name = path.string();
     std::string second;
@@ -72,20 +73,23 @@ class Session {
   template <class Result, class... Parameters, class... Arguments>
   int call(const host::EntryPoint<Result(Parameters...)>& entry_point, Arguments... arguments) {
     int result = -1;
+    const std::size_t spoken = lines_ != nullptr ? lines_->length() : 0;
     try {
       if constexpr (std::is_same_v<Result, int>) {
         result = entry_point(arguments...);
-        if (result < 0) ending_.note(Outcome::kFailed, entry_point.name);
+        if (result < 0) {
+          ending_.note({Outcome::kFailed, entry_point.name, lines_ != nullptr ? lines_->since(spoken) : ""});
+        }
       } else {
         entry_point(arguments...);
         result = 0;
       }
     } catch (const fld::FLDException& exception) {
-      ending_.note(Outcome::kException, std::string(entry_point.name) + ": " + exception.getMessage());
+      note(Outcome::kException, std::string(entry_point.name) + ": " + exception.getMessage());
     } catch (const std::bad_alloc&) {
-      ending_.note(Outcome::kOutOfMemory, entry_point.name);
+      note(Outcome::kOutOfMemory, entry_point.name);
     } catch (const AssertionFailure& failure) {
-      ending_.note(Outcome::kAssertion, failure.what());
+      note(Outcome::kAssertion, failure.what());
     }
     mix(result);
     return result;
@@ -110,7 +114,10 @@ class Session {
     for (int i = 0; i < rows.count(); ++i) mix(rows[i], rows.width());
   }
 
-  void broken(const std::string& what) { ending_.note(Outcome::kBrokenPromise, what); }
+  void note(Outcome outcome, const std::string& detail) {
+    ending_.note({.outcome = outcome, .detail = detail, .lines = ""});
+  }
+  void broken(const std::string& what) { note(Outcome::kBrokenPromise, what); }
 
   void introduce(const SessionOptions& options) {
     std::vector<char> description(255);
@@ -259,6 +266,7 @@ class Session {
   int elements_of(int part, int slot) const { return (*elements_)[part - 1][slot]; }
 
   const host::EntryPoints& api_;
+  const SpokenLines* lines_ = nullptr;
   Ending ending_;
   std::vector<int> nodes_;
   std::unique_ptr<Rows<int>> elements_;
@@ -272,10 +280,12 @@ const char* name_of(Outcome outcome) {
   return kNames.at(static_cast<std::size_t>(outcome));
 }
 
-void Ending::note(Outcome ended, const std::string& what) {
-  if (ended <= outcome) return;
-  outcome = ended;
-  detail = what;
+void Ending::note(CallEnding call) {
+  if (call.outcome > outcome) {
+    outcome = call.outcome;
+    detail = call.detail;
+  }
+  unserved.insert(std::move(call));
 }
 
 Ending whole_session(const host::EntryPoints& api, const std::filesystem::path& path,

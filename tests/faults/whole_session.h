@@ -3,11 +3,14 @@
 // from being made.
 #pragma once
 
+#include <compare>
 #include <cstdint>
 #include <filesystem>
+#include <set>
 #include <string>
 
 #include "host/entry_points.h"
+#include "tests/faults/spoken_lines.h"
 
 namespace faults {
 
@@ -24,19 +27,30 @@ enum class Outcome {
 inline constexpr int kOutcomes = 6;
 const char* name_of(Outcome outcome);
 
+// How a call ended that was not served.
+struct CallEnding {
+  Outcome outcome;
+  std::string detail;  // the entry point, and what the exception says
+  std::string lines;   // of a failure result: what the reader wrote meanwhile
+
+  auto operator<=>(const CallEnding&) const = default;
+};
+
 struct Ending {
   Outcome outcome = Outcome::kServed;  // the worst of all calls
-  std::string detail{};                // of the first call that ended so: the entry point, and what it said
+  std::string detail{};                // of the first call that ended so
+  std::set<CallEnding> unserved{};     // calls that ended alike once
   bool is_open = false;                // whether the opening succeeded
   std::uint64_t digest = 0;            // of all answers, arrays included: the same session has the same
 
-  void note(Outcome ended, const std::string& what);
+  void note(CallEnding call);
 };
 
 struct SessionOptions {
-  bool simplify_sequential = false;  // "Simplify reading sequential FLD files"
-  bool group_parts = true;           // "Make group of parts"
-  bool ends = true;                  // whether USERD_exit_routine ends it
+  bool simplify_sequential = false;    // "Simplify reading sequential FLD files"
+  bool group_parts = true;             // "Make group of parts"
+  bool ends = true;                    // whether USERD_exit_routine ends it
+  const SpokenLines* lines = nullptr;  // where the reader's lines are found
 };
 
 // Exceptions other than those above leave it, with the session where it was. Of more than 64 steps, parts or
