@@ -25,6 +25,21 @@ namespace {
 
 using Lasting = FaultPlan::Lasting;
 
+// A dataset, and how many requests of each kind its session makes at least: fewer tell that requests of the
+// reader no longer come by where they are made to fail.
+struct Dataset {
+  const char* file;
+  std::size_t memory;
+  std::size_t reads;
+  std::size_t positionings;
+  std::size_t openings;
+};
+constexpr std::array<Dataset, 3> kDatasets = {{
+    {.file = "whole.fld", .memory = 200, .reads = 125, .positionings = 25, .openings = 12},
+    {.file = "case_0.fld", .memory = 150, .reads = 80, .positionings = 19, .openings = 12},
+    {.file = "changing_0.fld", .memory = 85, .reads = 50, .positionings = 10, .openings = 6},
+}};
+
 class FailingRequests : public testing::TestWithParam<Lasting> {
  protected:
   FailingRequests() {
@@ -37,11 +52,11 @@ class FailingRequests : public testing::TestWithParam<Lasting> {
 
   using Judge = std::function<std::string(const CallEnding&)>;
 
-  // Repeats the session over a dataset of which a request fails, until one of them has no failing request.
-  // `judge` says what is wrong with the ending of a call that
-  // was not served.
+  // Repeats the session over a dataset of which a request fails, until one of them has no failing request,
+  // which has to be after `least` of them. `judge` says what is wrong with the ending of a call that was not
+  // served.
   template <class Failing, class... Arguments>
-  void sweep(const char* dataset, const Judge& judge, Arguments... arguments) {
+  void sweep(const char* dataset, std::size_t least, const Judge& judge, Arguments... arguments) {
     const std::filesystem::path path = directory_ / dataset;
     // Twice, so that what is made once is there.
     session(path);
@@ -70,7 +85,7 @@ class FailingRequests : public testing::TestWithParam<Lasting> {
         EXPECT_EQ(0, meter.held()) << "memory is lost after request " << request;
       }
     }
-    EXPECT_LT(0U, tally.cases);
+    EXPECT_LE(least, tally.cases) << dataset;
     std::cout << dataset << ": " << tally.text() << '\n';
   }
 
@@ -90,8 +105,6 @@ class FailingRequests : public testing::TestWithParam<Lasting> {
 
 const auto judge_as_documented = [](const CallEnding& call) { return undocumented(call); };
 
-constexpr std::array<const char*, 3> kDatasets = {"whole.fld", "case_0.fld", "changing_0.fld"};
-
 TEST_P(FailingRequests, Memory) {
   // Memory that runs out is never taken for a damaged file.
   const auto judge = [](const CallEnding& call) -> std::string {
@@ -102,31 +115,33 @@ TEST_P(FailingRequests, Memory) {
     if (call.outcome == Outcome::kAssertion) return call.detail;
     return undocumented(call);
   };
-  for (const char* dataset : kDatasets) sweep<FailingMemory>(dataset, judge);
+  for (const Dataset& dataset : kDatasets) sweep<FailingMemory>(dataset.file, dataset.memory, judge);
 }
 
 TEST_P(FailingRequests, ReadErrors) {
-  for (const char* dataset : kDatasets)
-    sweep<FailingFiles>(dataset, judge_as_documented, FileFault::kReadError);
+  for (const Dataset& dataset : kDatasets)
+    sweep<FailingFiles>(dataset.file, dataset.reads, judge_as_documented, FileFault::kReadError);
 }
 
 TEST_P(FailingRequests, EarlyEnds) {
-  for (const char* dataset : kDatasets) sweep<FailingFiles>(dataset, judge_as_documented, FileFault::kEnd);
+  for (const Dataset& dataset : kDatasets)
+    sweep<FailingFiles>(dataset.file, dataset.reads, judge_as_documented, FileFault::kEnd);
 }
 
 TEST_P(FailingRequests, ShortReadsChangeNothing) {
   const auto judge = [](const CallEnding& call) { return call.detail; };
-  for (const char* dataset : kDatasets) sweep<FailingFiles>(dataset, judge, FileFault::kShortRead);
+  for (const Dataset& dataset : kDatasets)
+    sweep<FailingFiles>(dataset.file, dataset.reads, judge, FileFault::kShortRead);
 }
 
 TEST_P(FailingRequests, SeekErrors) {
-  for (const char* dataset : kDatasets)
-    sweep<FailingFiles>(dataset, judge_as_documented, FileFault::kSeekError);
+  for (const Dataset& dataset : kDatasets)
+    sweep<FailingFiles>(dataset.file, dataset.positionings, judge_as_documented, FileFault::kSeekError);
 }
 
 TEST_P(FailingRequests, OpenErrors) {
-  for (const char* dataset : kDatasets)
-    sweep<FailingFiles>(dataset, judge_as_documented, FileFault::kOpenError);
+  for (const Dataset& dataset : kDatasets)
+    sweep<FailingFiles>(dataset.file, dataset.openings, judge_as_documented, FileFault::kOpenError);
 }
 
 INSTANTIATE_TEST_SUITE_P(All, FailingRequests, testing::Values(Lasting::kOnce, Lasting::kForEver),
