@@ -87,13 +87,13 @@ Sweep::Case Sweep::judge_sessions(const std::filesystem::path& path, std::size_t
   return {.outcome = ending.outcome, .complaint = std::move(complaint)};
 }
 
-Tally Sweep::run(const Damages& damages, std::string_view name, std::size_t stride,
-                 const SessionOptions& options) {
+Tally Sweep::run(const Damages& damages, std::string_view name, std::size_t stride, SessionOptions options) {
   Tally tally;
   const std::filesystem::path path = in(name);
   for (std::size_t number = 0; number < damages.count(); number += stride) {
     const std::string bytes = damages.damaged(number);
     testkit::write_bytes(path, bytes);
+    options.ends = number % 2 == 0;
     const Case tried = try_file(path, bytes.size(), options);
     tally.add(tried.outcome);
     EXPECT_EQ("", tried.complaint) << damages.describe(number);
