@@ -22,6 +22,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const auto border = std::min(input.find(kIdentification, 1), input.size());
   const auto first = scratch.write("case_1.fld", input.substr(0, border));
   scratch.write("case_2.fld", input.substr(border));
-  fuzz::run_session(first, size, {.simplify_sequential = simplify});
+  fuzz::run_session(first, input, {.simplify_sequential = simplify});
   return 0;
 }

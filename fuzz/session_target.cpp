@@ -6,7 +6,7 @@
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   static const fuzz::ScratchDirectory scratch;
-  const auto file = scratch.write("case.fld", fuzz::as_text(data, size));
-  fuzz::run_session(file, size);
+  const std::string_view input = fuzz::as_text(data, size);
+  fuzz::run_session(scratch.write("case.fld", input), input);
   return 0;
 }
