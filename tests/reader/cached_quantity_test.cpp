@@ -121,8 +121,8 @@ TEST_F(CachedQuantity, SectionWithOneBlockTooManyThrows) {
 }
 
 TEST_F(CachedQuantity, TitleWithOffset0HasNothingToDeliver) {
-  fld::g_fld->m_fld[0].m_overlap[0].m_scalars[0].m_seek = 0;
-  fld::g_fld->m_fld[0].m_overlap[0].m_vectors[0].m_seek = 0;
+  fld::g_fld->m_fld[0].m_overlap[0].m_scalars.own()[0].m_seek = 0;
+  fld::g_fld->m_fld[0].m_overlap[0].m_vectors.own()[0].m_seek = 0;
   EXPECT_EQ(
       "", stderr_of([&] {
         EXPECT_EQ((Answer{1, {kUntouchedFloat}}), host.ask({.variable = 1, .part = 1}, 1));
