@@ -22,8 +22,23 @@ class Geometry {
   smart_ptr<SurfaceGeometry> getSurfaceGeometry(unsigned long i, int& geoIndex) const;
   smart_ptr<VolumeGeometry> getVolumeGeometry(unsigned long i, int& geoIndex) const;
 
+  // Says that the surfaces and volumes of a region set change. They are counted when they are first asked
+  // for, so that a question costs no walk over the region sets; adding region sets needs no word.
+  void regions_change() { is_counted_ = false; }
+
   std::vector<FLDGEO> geos;
   std::vector<int> loadedStep;  // per region set, the file whose geometry it holds, or kNoFile
+
+ private:
+  // Per region set, how many surfaces (volumes) there are in it and those before it.
+  struct Ends {
+    std::vector<unsigned long> surfaces;
+    std::vector<unsigned long> volumes;
+  };
+  const Ends& ends() const;
+
+  mutable Ends ends_;
+  mutable bool is_counted_ = false;
 };
 
 }  // namespace fld

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <cstring>
+#include <utility>
 
 #include "reader/region_walk.h"
 #include "reader/work_tables.h"
@@ -21,7 +22,8 @@ struct Selection {
 };
 Selection selection;
 
-size_t remembered_end = 0;  // in g_part_nodes
+size_t remembered_end = 0;    // in g_part_nodes
+bool any_remembered = false;  // some entry of g_part_lists is set
 
 // Where the next list goes; there is room for a list of the whole mesh.
 int* next_list() {
@@ -98,6 +100,7 @@ void remember(PartNodes& entry, std::span<const int> nodes, int nnode) {
   const size_t end = remembered_end + (all ? 0 : nodes.size());
   if (end + g_mark_node.size() > g_part_nodes.size()) return;
   entry = {remembered_end, static_cast<int>(nodes.size()), true};
+  any_remembered = true;
   remembered_end = end;
 }
 
@@ -190,7 +193,8 @@ void forget_selection() {
 
 void forget_node_lists() {
   forget_selection();
-  std::fill(g_part_lists.begin(), g_part_lists.end(), PartNodes{});
+  // Many region sets read one after the other clear the lists of all parts once.
+  if (std::exchange(any_remembered, false)) std::fill(g_part_lists.begin(), g_part_lists.end(), PartNodes{});
   remembered_end = 0;
 }
 

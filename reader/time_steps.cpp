@@ -85,6 +85,7 @@ bool bring_region_to_step(int current, int g) {
   if (read) {
     forget_node_lists();
     release_elements();
+    g_fldgeo->regions_change();
     int result = 0;
     try {
       result = reload_region(*ref_fldfile, g);

@@ -74,7 +74,8 @@ struct WorkTables {
 
 // Tables for all region sets; without nodes there are none but the offsets that elements need. Throws
 // std::bad_alloc and MemoryAllocException.
-WorkTables make_work_tables(const std::vector<FLDGEO>& geos) {
+WorkTables make_work_tables(const Geometry& geometry) {
+  const std::vector<FLDGEO>& geos = geometry.geos;
   WorkTables tables;
   const auto largest = std::max_element(geos.begin(), geos.end(), [](const FLDGEO& a, const FLDGEO& b) {
     return a.node_count() < b.node_count();
@@ -84,9 +85,7 @@ WorkTables make_work_tables(const std::vector<FLDGEO>& geos) {
   tables.mark_node.resize(nnode);
   tables.global_to_local.resize(nnode);
   tables.part_nodes.resize(nnode + kRememberedMeshes * nnode);
-  size_t regions = 0;
-  for (const FLDGEO& geo : geos) regions += geo.surfaces.size() + geo.volumes.size();
-  tables.part_lists.resize(regions);
+  tables.part_lists.resize(geometry.nsurface() + geometry.nvolume());
   tables.own_offsets.resize(geos.size());
   if (nnode > 0) tables.offsets = geos.size() == 1 ? make_unfilled_offsets(*largest) : make_offsets(*largest);
   for (size_t g = 0; g < geos.size(); ++g) {
@@ -119,7 +118,7 @@ bool fits(const FLDGEO& geo, int g) {
 int allocMemoryForGeometry(const smart_ptr<Geometry>& geometry) {
   WorkTables tables;
   try {
-    tables = make_work_tables(geometry->geos);
+    tables = make_work_tables(*geometry);
   } catch (const std::bad_alloc&) {
     return 1;
   }
@@ -157,7 +156,7 @@ void fit_work_tables(Geometry& geometry, int g) {
   FLDGEO& geo = geometry.geos[static_cast<size_t>(g)];
   if (fits(geo, g)) return;
   try {
-    publish(make_work_tables(geometry.geos));
+    publish(make_work_tables(geometry));
     return;
   } catch (const std::bad_alloc&) {
   } catch (const MemoryAllocException&) {

@@ -1,0 +1,122 @@
+// Files of a megabyte that hold as many of one thing as fit: what a call takes follows the file, not the
+// number of things times the number of others.
+#include <array>
+#include <ctime>
+#include <gtest/gtest.h>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "host/element_slots.h"
+#include "host/library.h"
+#include "testkit/byte_sink.h"
+#include "testkit/file_writer.h"
+#include "testkit/temporary_directory.h"
+#include "tests/faults/stderr_file.h"
+#include "tests/faults/whole_session.h"
+#include "tests/reader/small_datasets.h"
+
+namespace faults {
+namespace {
+
+constexpr int kGeometrySet = 1;
+
+class HostileSizes : public testing::Test {
+ protected:
+  ~HostileSizes() override { api_.exit_routine(); }
+
+  // A file of the dataset; "case_0.fld", "case_1.fld" ... make a series.
+  void write(const std::string& name, const std::string& bytes) {
+    testkit::write_bytes(directory_ / name, bytes);
+  }
+  void write(const std::string& name, const testkit::File& file) { write(name, testkit::to_bytes(file)); }
+
+  // Expects that the call takes less than a second of processor time.
+  template <class Call>
+  void expect_in_time(const std::string& what, Call call) {
+    const std::clock_t start = std::clock();
+    call();
+    const double seconds = static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC;
+    EXPECT_GT(1.0, seconds) << what;
+    RecordProperty(what, std::to_string(seconds));
+  }
+
+  void expect_session_in_time(const std::string& name) {
+    expect_in_time("session", [&] {
+      const Ending ending = whole_session(api_, directory_ / name);
+      EXPECT_TRUE(ending.is_open) << ending.detail;
+    });
+  }
+
+  void expect_opened_in_time(const std::string& name) {
+    std::string path = directory_ / name;
+    std::string none;
+    expect_in_time("opening",
+                   [&] { EXPECT_EQ(1, api_.set_filenames(path.data(), none.data(), none.data(), 0)); });
+  }
+
+  // Goes to each step in turn.
+  void expect_steps_in_time(const std::vector<int>& steps) {
+    expect_in_time("steps", [&] {
+      for (const int step : steps) api_.set_time_set_and_step(kGeometrySet, step);
+    });
+  }
+
+  // Asks for the parts several times, as a host does at every step. They may all share their arrays.
+  void expect_parts_in_time(int times) {
+    const int parts = api_.get_number_of_model_parts();
+    ASSERT_LT(0, parts);
+    const auto count = static_cast<std::size_t>(parts);
+    std::vector<int> ids(count);
+    std::vector<int> types(count);
+    std::vector<int> nodes(count);
+    std::array<char, 80> text{};
+    std::array<int, host::kElementSlots> slots{};
+    std::vector<char*> descriptions(count, text.data());
+    std::vector<int*> elements(count, slots.data());
+    expect_in_time("parts", [&] {
+      for (int i = 0; i < times; ++i) {
+        api_.get_gold_part_build_info(ids.data(), types.data(), descriptions.data(), nodes.data(),
+                                      elements.data(), nullptr, nullptr);
+      }
+    });
+    EXPECT_EQ(parts, ids.back());
+  }
+
+ private:
+  StderrFile silence_;
+  testkit::TemporaryDirectory directory_;
+  host::Library library_{FLD_THROWING_PLUGIN_FILE};
+
+ protected:
+  const host::EntryPoints& api_ = library_.entry_points();
+};
+
+// A file with so many region sets that hold nothing, behind those of `file`.
+testkit::File with_empty_region_sets(testkit::File file, int count) {
+  for (int i = 0; i < count; ++i) file.add_region_set().add(testkit::nodes_section({}));
+  return file;
+}
+
+TEST_F(HostileSizes, RegionSetsOfNothing) {
+  write("empty.fld", with_empty_region_sets(reader_test::file_at(0), 5000));
+  expect_opened_in_time("empty.fld");
+  expect_parts_in_time(60);
+  expect_session_in_time("empty.fld");
+}
+
+// The first file has volumes by the hundred thousand, the others take the region sets' place again and again.
+TEST_F(HostileSizes, StepsOfManyRegionSetsOnceThereWereManyParts) {
+  testkit::Mesh mesh = testkit::one_tetrahedron();
+  for (const int cycle : {0, 1, 2}) {
+    mesh.volumes.assign(cycle == 0 ? 400000 : 1, {});
+    testkit::File file = reader_test::file_at(cycle);
+    file.add_region_set().add(testkit::mesh_sections(mesh, {.volume_form = testkit::RegionForm::kArray}));
+    write("case_" + std::to_string(cycle) + ".fld", with_empty_region_sets(std::move(file), 1500));
+  }
+  expect_opened_in_time("case_0.fld");
+  expect_steps_in_time({1, 2, 1, 2, 1, 2});
+}
+
+}  // namespace
+}  // namespace faults
