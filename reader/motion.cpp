@@ -1,37 +1,19 @@
 #include "reader/motion.h"
 
 #include <algorithm>
-#include <cstring>
 #include <span>
+#include <utility>
 #include <vector>
 
 #include "reader/affine_motion.h"
 #include "reader/node_selection.h"
 #include "reader/region_walk.h"
+#include "reader/volume_names.h"
 #include "reader/work_tables.h"
 
 namespace fld {
 
 namespace {
-
-// A copy of one coordinate array, in its own precision.
-class SavedAxis {
- public:
-  SavedAxis(const VFPA& axis, int n) : bytes_(static_cast<size_t>(axis.precision) * static_cast<size_t>(n)) {
-    if (!bytes_.empty()) memcpy(bytes_.data(), axis.data, bytes_.size());
-  }
-
-  // Puts the values of `nodes` back into the array.
-  void restore(const VFPA& axis, std::span<const int> nodes) const {
-    visit_elements(axis, [&](auto* values) {
-      constexpr size_t kWidth = sizeof *values;
-      for (const int node : nodes) memcpy(&values[node], &bytes_[static_cast<size_t>(node) * kWidth], kWidth);
-    });
-  }
-
- private:
-  std::vector<char> bytes_;
-};
 
 // Applies `map` to the coordinates of `nodes`, each read as double and rounded to its array's precision.
 template <class Map>
@@ -71,50 +53,51 @@ void apply(const ALE_ACT& act, const Nodes& coordinates, std::span<const int> no
   }
 }
 
-// The first volume region whose name is a prefix of `name`; null when there is none.
-const VolumeGeometry* find_volume(const FLDGEO& geo, const std::string& name) {
-  const auto found = std::find_if(geo.volumes.begin(), geo.volumes.end(),
-                                  [&](const auto& volume) { return name.starts_with(volume->name); });
-  return found == geo.volumes.end() ? nullptr : found->get();
-}
+// For each moving region the volume regions whose nodes it moves: the last region that names a volume has it.
+using MovedVolumes = std::vector<std::vector<const VolumeGeometry*>>;
 
-void clear_all_marks() {
-  std::fill(g_mark_node.begin(), g_mark_node.end(), 0);
-}
-
-// Marks and lists the nodes of all volume regions that the moving region names.
-std::span<const int> moving_nodes(const ALE_REGION& region, const FLDGEO& geo, const long* ele2head) {
-  clear_all_marks();
-  const int nnode = geo.node_count();
-  for (const std::string& name : region.names) {
-    const VolumeGeometry* volume = find_volume(geo, name);
-    if (volume == nullptr) continue;
-    for_each_node(*volume, geo.elements.get(), ele2head, nnode,
-                  [](int node) { g_mark_node[static_cast<size_t>(node)] = 1; });
+MovedVolumes share_out_volumes(const ALE& ale, const FLDGEO& geo) {
+  const VolumeNames volumes(geo.volumes);
+  std::vector<char> is_taken(geo.volumes.size());
+  MovedVolumes moved(ale.regions.size());
+  for (size_t r = ale.regions.size(); r-- > 0;) {
+    for (const std::string& name : ale.regions[r].names) {
+      const int found = volumes.find(name);
+      if (found < 0 || std::exchange(is_taken[static_cast<size_t>(found)], 1) != 0) continue;
+      moved[r].push_back(geo.volumes[static_cast<size_t>(found)].get());
+    }
   }
-  return list_marked_nodes(nnode);
+  return moved;
 }
 
 }  // namespace
 
+// A node ends with the motion of the last region that has it, from where it was on entry. So the last region
+// comes first and each node is moved once, however many regions name it.
 void actALE(const ALE& ale, FLDGEO& geo, const long* ele2head) {
   const int nnode = geo.node_count();
   if (nnode == 0 || ale.regions.empty()) return;
-  const Nodes& coordinates = *geo.nodes;
+  const MovedVolumes moved = share_out_volumes(ale, geo);
   forget_selection();
-  const VFPA* const axes[] = {&coordinates.x, &coordinates.y, &coordinates.z};
-  // A single region finds the entry coordinates in place; only further ones may meet nodes that were moved
-  // already.
-  std::vector<SavedAxis> entry;
-  if (ale.regions.size() > 1) {
-    for (const VFPA* axis : axes) entry.emplace_back(*axis, nnode);
+  std::fill_n(g_mark_node.begin(), nnode, 0);
+  bool any_marked = false;
+  for (size_t r = moved.size(); r-- > 0;) {
+    if (moved[r].empty()) continue;
+    const auto visit = [&](auto on_node) {
+      for (const VolumeGeometry* volume : moved[r]) {
+        for_each_node(*volume, geo.elements.get(), ele2head, nnode, on_node);
+      }
+    };
+    std::span<const int> nodes;
+    if (std::exchange(any_marked, true)) {
+      nodes = mark_and_list(visit);
+    } else {
+      visit([](int node) { g_mark_node[static_cast<size_t>(node)] = 1; });
+      nodes = list_marked_nodes(nnode);
+    }
+    for (const ALE_ACT& act : ale.regions[r].actions) apply(act, *geo.nodes, nodes);
   }
-  for (const ALE_REGION& region : ale.regions) {
-    const auto nodes = moving_nodes(region, geo, ele2head);
-    for (size_t axis = 0; axis < entry.size(); ++axis) entry[axis].restore(*axes[axis], nodes);
-    for (const ALE_ACT& act : region.actions) apply(act, coordinates, nodes);
-  }
-  clear_all_marks();
+  std::fill_n(g_mark_node.begin(), nnode, 0);
 }
 
 }  // namespace fld

@@ -25,28 +25,17 @@ Selection selection;
 size_t remembered_end = 0;    // in g_part_nodes
 bool any_remembered = false;  // some entry of g_part_lists is set
 
-// Where the next list goes; there is room for a list of the whole mesh.
-int* next_list() {
-  return g_part_nodes.data() + remembered_end;
-}
-
 void mark(int node) {
   g_mark_node[static_cast<size_t>(node)] = 1;
 }
 
-// Marks and collects the nodes that `visit` calls back with, then sorts them: the way for parts that are
-// small beside the mesh.
+// Marks and lists the nodes that `visit` calls back with in ascending order: the way for parts that are small
+// beside the mesh.
 template <class Visit>
 std::span<const int> collect_nodes(Visit visit) {
-  int* const list = next_list();
-  int* end = list;
-  visit([&end](int node) {
-    if (g_mark_node[static_cast<size_t>(node)] != 0) return;
-    mark(node);
-    *end++ = node;
-  });
-  std::sort(list, end);
-  return {list, end};
+  const std::span<int> nodes = mark_and_list(visit);
+  std::sort(nodes.begin(), nodes.end());
+  return nodes;
 }
 
 // Passing over all marks costs less than sorting when the region names more nodes than this share of the
@@ -131,6 +120,10 @@ void select_region(const Part& part) {
 }
 
 }  // namespace
+
+int* next_list() {
+  return g_part_nodes.data() + remembered_end;
+}
 
 int select_nodes(const Part& part) {
   if (part.kind == Part::Kind::none) return 0;

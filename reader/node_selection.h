@@ -6,6 +6,7 @@
 #include <span>
 
 #include "reader/parts.h"
+#include "reader/work_tables.h"
 
 namespace fld {
 
@@ -27,6 +28,24 @@ const int* local_numbers();
 // The nodes below `nnode` that are marked, in ascending order; valid until a part is selected. For users that
 // set the marks on their own.
 std::span<const int> list_marked_nodes(int nnode);
+
+// Where these lists go, behind those that are remembered; there is room for a list of the whole mesh.
+int* next_list();
+
+// Marks the nodes that `visit` calls back with and lists those that were not marked before, in the order of
+// the calls. The time it takes follows the calls, not the mesh.
+template <class Visit>
+std::span<int> mark_and_list(Visit visit) {
+  int* const list = next_list();
+  int* end = list;
+  char* const marks = g_mark_node.data();
+  visit([&end, marks](int node) {
+    if (marks[node] != 0) return;
+    marks[node] = 1;
+    *end++ = node;
+  });
+  return {list, end};
+}
 
 // Clears the marks of the selected part and forgets which it is.
 void forget_selection();

@@ -19,6 +19,9 @@
 namespace faults {
 namespace {
 
+using reader_test::motion_of;
+using testkit::MovingRegion;
+
 constexpr int kGeometrySet = 1;
 
 class HostileSizes : public testing::Test {
@@ -116,6 +119,69 @@ TEST_F(HostileSizes, StepsOfManyRegionSetsOnceThereWereManyParts) {
   }
   expect_opened_in_time("case_0.fld");
   expect_steps_in_time({1, 2, 1, 2, 1, 2});
+}
+
+// The mesh of a motion, which the first file of a series holds, and its motion, which the second one has.
+class HostileMotions : public HostileSizes {
+ protected:
+  // Comes to the motion's step so many times.
+  void expect_moved_in_time(const testkit::Mesh& mesh, std::vector<MovingRegion> regions,
+                            std::size_t times = 1) {
+    testkit::File base = reader_test::file_at(0);
+    base.add_region_set().add(testkit::mesh_sections(mesh, {.volume_form = testkit::RegionForm::kArray}));
+    write("case_0.fld", base);
+    testkit::File moved = reader_test::file_at(1);
+    moved.add_region_set().add(motion_of(0, std::move(regions)));
+    write("case_1.fld", moved);
+    expect_opened_in_time("case_0.fld");
+    expect_steps_in_time(std::vector<int>(times, 1));
+  }
+
+  static std::vector<MovingRegion> regions_named(std::size_t count, const std::string& name) {
+    return {count, {.names = {name}, .actions = {}}};
+  }
+
+  // A mesh of that many nodes and as many elements as `elements`, all of them in the volume "all".
+  static testkit::Mesh mesh_of(int nodes, int elements) {
+    testkit::Mesh mesh = reader_test::numbered_nodes(nodes);
+    std::vector<std::int32_t> all;
+    for (int e = 0; e < elements; ++e) {
+      reader_test::add_element(mesh, testkit::kTetrahedron, e);
+      all.push_back(e);
+    }
+    reader_test::add_volume(mesh, "all", all);
+    return mesh;
+  }
+};
+
+TEST_F(HostileMotions, NamesAgainstVolumes) {
+  testkit::Mesh mesh = mesh_of(4, 1);
+  mesh.volumes.resize(100000, {.name = "none"});
+  expect_moved_in_time(mesh, {{.names = std::vector<std::string>(17000, "else"), .actions = {}}});
+}
+
+TEST_F(HostileMotions, NamesOfTheSameVolume) {
+  expect_moved_in_time(mesh_of(40000, 39000),
+                       {{.names = std::vector<std::string>(30000, "all"), .actions = {}}});
+}
+
+TEST_F(HostileMotions, RegionsOfTheSameVolume) {
+  expect_moved_in_time(mesh_of(40000, 39000), regions_named(15000, "all"));
+}
+
+TEST_F(HostileMotions, RegionsOfNoVolume) {
+  expect_moved_in_time(mesh_of(80000, 1), regions_named(10000, "none"), 100);
+}
+
+TEST_F(HostileMotions, RegionsOfFewNodes) {
+  testkit::Mesh mesh = mesh_of(80000, 10000);
+  std::vector<MovingRegion> regions;
+  for (int i = 0; i < 10000; ++i) {
+    const std::string name = std::to_string(10000 + i);
+    reader_test::add_volume(mesh, name, {i});
+    regions.push_back({.names = {name}, .actions = {}});
+  }
+  expect_moved_in_time(mesh, std::move(regions), 20);
 }
 
 }  // namespace

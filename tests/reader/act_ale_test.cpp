@@ -239,6 +239,18 @@ TEST_F(ActAle, NamesOfOneRegionMoveTogetherAndOnce) {
   expect_unmoved({7, 8, 9, 10});
 }
 
+TEST_F(ActAle, EachNodeFollowsTheLastOfItsRegionsWhicheverVolumesTheyShare) {
+  act({region({"A", "B", "C"}, {translate({100, 0, 0})}), region({"C", "B"}, {translate({0, 1, 0})}),
+       region({"A", "nobody"}, {translate({0, 0, 1}), scale({0, 0, 0}, {1, 1, 2})}),
+       region({"C", "C"}, {translate({0, 7, 0})})});
+  expect_at(0, {0, 0, 2});
+  expect_at(3, {0, 0, 4});
+  expect_at(4, {2, 4, 4});
+  expect_at(6, {-2, 1, 7});
+  expect_at(7, {10, 7, 0});
+  expect_at(10, {10, 7, 1});
+}
+
 TEST_F(ActAle, VolumeWhoseNameBeginsTheRegionsNameIsMeant) {
   act({region({"B_1"}, {translate({1, 0, 0})})});
   expect_at(4, {3, 3, 4});
