@@ -17,6 +17,8 @@ namespace {
 // mesh, twice.
 constexpr size_t kRememberedMeshes = 2;
 constexpr int kOffsetsTag = 1000165;
+// Up to so many region sets all tables are made anew when one does not fit, so that none outlives its mesh.
+constexpr size_t kFewRegionSets = 64;
 
 void fill_offsets(long* heads, int nelem, const int* type) {
   long head = 0;
@@ -108,9 +110,8 @@ ElementOffsets& offsets_of(size_t g) {
   return g < g_own_ele2head.size() && g_own_ele2head[g].nelem > 0 ? g_own_ele2head[g] : g_ele2head;
 }
 
-bool fits(const FLDGEO& geo, int g) {
-  return static_cast<size_t>(geo.node_count()) <= g_mark_node.size() &&
-         agrees(offsets_of(static_cast<size_t>(g)), geo);
+bool has_room_for(const FLDGEO& geo) {
+  return static_cast<size_t>(geo.node_count()) <= g_mark_node.size();
 }
 
 }  // namespace
@@ -154,9 +155,16 @@ void release_elements() {
 
 void fit_work_tables(Geometry& geometry, int g) {
   FLDGEO& geo = geometry.geos[static_cast<size_t>(g)];
-  if (fits(geo, g)) return;
+  const auto region = static_cast<size_t>(g);
+  if (has_room_for(geo) && agrees(offsets_of(region), geo)) return;
   try {
-    publish(make_work_tables(geometry));
+    // Of many region sets, which may all change at a step, only this one's offsets: the tables of all of them
+    // once for each would take as long as their number squared.
+    if (has_room_for(geo) && g_own_ele2head.size() > kFewRegionSets) {
+      g_own_ele2head[region] = make_offsets(geo);
+    } else {
+      publish(make_work_tables(geometry));
+    }
     return;
   } catch (const std::bad_alloc&) {
   } catch (const MemoryAllocException&) {

@@ -121,6 +121,25 @@ TEST_F(HostileSizes, StepsOfManyRegionSetsOnceThereWereManyParts) {
   expect_steps_in_time({1, 2, 1, 2, 1, 2});
 }
 
+// Each step has other elements in every region set than the one before it.
+TEST_F(HostileSizes, StepsOfManyRegionSetsThatDoNotFit) {
+  for (const int cycle : {0, 1}) {
+    testkit::Mesh mesh = reader_test::numbered_mesh(4);
+    testkit::File file = reader_test::file_at(cycle);
+    for (int i = 0; i < 2500; ++i) {
+      mesh.elements = {};
+      for (const bool is_odd : {i % 2 != 0, true}) {
+        reader_test::add_element(mesh, is_odd == (cycle == 0) ? testkit::kPrism : testkit::kPyramid, 0);
+      }
+      file.add_region_set().add(
+          {testkit::elements_section(mesh.elements), testkit::nodes_section(mesh.nodes)});
+    }
+    write("case_" + std::to_string(cycle) + ".fld", file);
+  }
+  expect_opened_in_time("case_0.fld");
+  expect_steps_in_time({1, 0, 1, 0});
+}
+
 // The mesh of a motion, which the first file of a series holds, and its motion, which the second one has.
 class HostileMotions : public HostileSizes {
  protected:

@@ -150,6 +150,36 @@ TEST_F(WorkTables, OffsetsFollowTheElementsOfAStep) {
   EXPECT_EQ((std::vector<long>{0, 8}), heads(2)) << "filled for other elements before";
 }
 
+// Each step has prisms where the one before had pyramids; in the last one the meshes are larger as well.
+TEST_F(WorkTables, OffsetsOfVeryManyRegionSetsFollowTheElementsOfAStep) {
+  constexpr int kSets = 100;
+  const auto code_of = [](int cycle, int set) {
+    return (cycle + set) % 2 == 0 ? testkit::kPyramid : testkit::kPrism;
+  };
+  for (const int cycle : {0, 1, 2}) {
+    std::vector<testkit::Mesh> meshes;
+    for (int set = 0; set < kSets; ++set) {
+      testkit::Mesh& mesh = meshes.emplace_back(numbered_nodes(cycle == 2 ? 20 + set : 20));
+      for (int e = 0; e < 2 + set % 2; ++e) add_element(mesh, code_of(cycle, set), e);
+    }
+    write(file_at(cycle, meshes), "case_" + std::to_string(cycle) + ".fld");
+  }
+  open(in("case_0.fld"));
+  bool has_grown = false;
+  for (const int step : {1, 0, 2, 0, 1}) {
+    select(1, step);
+    has_grown = has_grown || step == 2;
+    EXPECT_EQ(has_grown ? 119U : 20U, fld::g_mark_node.size()) << step;
+    for (int set = 0; set < kSets; ++set) {
+      const long nodes = code_of(step, set) == testkit::kPyramid ? 5 : 6;
+      EXPECT_EQ((std::vector<long>{0, nodes}), heads(2, set)) << step << ", " << set;
+      if (set % 2 != 0) {
+        EXPECT_EQ((std::vector<long>{0, nodes, 2 * nodes}), heads(3, set)) << step << ", " << set;
+      }
+    }
+  }
+}
+
 TEST_F(WorkTables, OffsetsAreATrackedBlockOfTheirOwn) {
   fld::set_memory();
   std::vector<int> types = {34, 38};
