@@ -2,6 +2,7 @@
 // number of things times the number of others.
 #include <array>
 #include <ctime>
+#include <filesystem>
 #include <gtest/gtest.h>
 #include <memory>
 #include <string>
@@ -29,9 +30,8 @@ class HostileSizes : public testing::Test {
   ~HostileSizes() override { api_.exit_routine(); }
 
   // A file of the dataset; "case_0.fld", "case_1.fld" ... make a series.
-  void write(const std::string& name, const std::string& bytes) {
-    testkit::write_bytes(directory_ / name, bytes);
-  }
+  void write(const std::string& name, const std::string& bytes) { testkit::write_bytes(in(name), bytes); }
+  std::filesystem::path in(const std::string& name) const { return directory_ / name; }
   void write(const std::string& name, const testkit::File& file) { write(name, testkit::to_bytes(file)); }
 
   // Expects that the call takes less than a second of processor time.
@@ -46,13 +46,13 @@ class HostileSizes : public testing::Test {
 
   void expect_session_in_time(const std::string& name) {
     expect_in_time("session", [&] {
-      const Ending ending = whole_session(api_, directory_ / name);
+      const Ending ending = whole_session(api_, in(name));
       EXPECT_TRUE(ending.is_open) << ending.detail;
     });
   }
 
   void expect_opened_in_time(const std::string& name) {
-    std::string path = directory_ / name;
+    std::string path = in(name);
     std::string none;
     expect_in_time("opening",
                    [&] { EXPECT_EQ(1, api_.set_filenames(path.data(), none.data(), none.data(), 0)); });
@@ -119,6 +119,30 @@ TEST_F(HostileSizes, StepsOfManyRegionSetsOnceThereWereManyParts) {
   }
   expect_opened_in_time("case_0.fld");
   expect_steps_in_time({1, 2, 1, 2, 1, 2});
+}
+
+TEST_F(HostileSizes, LongHeaderBeforeManyRegionSets) {
+  testkit::File file = with_empty_region_sets(testkit::file_of(testkit::one_tetrahedron()), 2500);
+  testkit::Section comments = testkit::header_item("Comments", {});
+  comments.blocks.assign(25000, testkit::Block::rule_alone({4, 1, 0}));
+  file.header.set(comments);
+  write("header.fld", file);
+  expect_session_in_time("header.fld");
+}
+
+// To those who read a motion its name is one record; to those who step over it, as many as the rule says, to
+// the end of the file.
+TEST_F(HostileSizes, MotionsThatEndElsewhereWhenTheyAreSteppedOver) {
+  testkit::File file = testkit::file_of(testkit::one_tetrahedron());
+  testkit::Section motion = motion_of(0, {{.names = {"a"}}});
+  motion.blocks[4] = motion.blocks[4].with_rule({1, 1, 2147483647});
+  for (int i = 0; i < 5000; ++i) file.region_sets[0].add(motion);
+  write("motions.fld", file);
+  expect_in_time("opening", [&] {
+    const Ending ending = whole_session(api_, in("motions.fld"));
+    EXPECT_FALSE(ending.is_open);
+    EXPECT_EQ(Outcome::kException, ending.outcome) << ending.detail;
+  });
 }
 
 // Each step has other elements in every region set than the one before it.
