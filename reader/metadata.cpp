@@ -2,6 +2,7 @@
 #include <cstdio>
 #include <cstring>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "interface/userd_api.h"
@@ -17,54 +18,98 @@ constexpr char kOpening[] =
 constexpr char kClosing[] = "    </partlist>\n  </parts>\n</CEImetadata>";
 constexpr char kGroupEnd[] = "    </group>\n";
 
-// The names of the surface regions, sorted by what their first characters say.
-struct SurfaceNames {
-  std::vector<std::string> grouping;   // "&VFG..."
-  std::vector<std::string> undefined;  // "@..."
-  std::vector<std::string> plain;
-};
+constexpr char kPart[] = "      <part name=\"";
+constexpr char kWholeMesh[] = "ALL_ELEMENTS";
+constexpr char kPartEnd[] = "\"></part>\n";
 
-SurfaceNames sort_surfaces(const std::vector<FLDGEO>& geos) {
-  SurfaceNames names;
-  for (const FLDGEO& geo : geos) {
-    for (const auto& surface : geo.surfaces) {
-      const std::string name = surface->name;
-      auto& list = name.starts_with("&VFG") ? names.grouping
-                   : name.starts_with("@")  ? names.undefined
-                                            : names.plain;
-      list.push_back(name);
+// What the first characters of a surface's name say.
+enum class SurfaceKind { grouping, undefined, plain };
+
+SurfaceKind kind_of(std::string_view name) {
+  if (name.starts_with("&VFG")) return SurfaceKind::grouping;
+  return name.starts_with("@") ? SurfaceKind::undefined : SurfaceKind::plain;
+}
+
+// What such a surface's line begins with. The ampersand stands here as XML wants it.
+const char* opening_of(SurfaceKind kind) {
+  switch (kind) {
+    case SurfaceKind::grouping:
+      return "        <part name=\"&amp;";
+    case SurfaceKind::undefined:
+      return "       <part name=\"";
+    case SurfaceKind::plain:
+      break;
+  }
+  return kPart;
+}
+
+// The text, written in place: a dataset may have a region for every few bytes of its file.
+class Block {
+ public:
+  explicit Block(const std::vector<FLDGEO>& geos) : geos_(geos) {
+    text_.reserve(room());
+    text_ += kOpening;
+    add_group(SurfaceKind::grouping, "Grouping_Regions");
+    add_group(SurfaceKind::undefined, "Undefined_Regions");
+    add_surfaces(SurfaceKind::plain);
+    for (const FLDGEO& geo : geos_) {
+      for (const auto& volume : geo.volumes) add_part(kPart, volume->name);
+    }
+    for (size_t g = 0; g < geos_.size(); ++g) add_part(kPart, kWholeMesh);
+    text_ += kClosing;
+  }
+
+  const std::string& text() const { return text_; }
+
+ private:
+  // At least what the text takes.
+  size_t room() const {
+    constexpr size_t kGroupLines = 256;
+    constexpr size_t kLine = sizeof(kPart) + sizeof(kPartEnd);
+    size_t size = sizeof(kOpening) + kGroupLines + sizeof(kClosing);
+    size += geos_.size() * (kLine + sizeof(kWholeMesh));
+    for (const FLDGEO& geo : geos_) {
+      for (const auto& surface : geo.surfaces) {
+        const std::string_view name = surface->name;
+        size += strlen(opening_of(kind_of(name))) + name.size() + sizeof(kPartEnd);
+      }
+      for (const auto& volume : geo.volumes) size += kLine + strlen(volume->name);
+    }
+    return size;
+  }
+
+  void add_group(SurfaceKind kind, const char* group) {
+    const size_t before = text_.size();
+    text_.append("    <group name=\"").append(group).append("\">\n");
+    if (add_surfaces(kind)) {
+      text_ += kGroupEnd;
+    } else {
+      text_.resize(before);
     }
   }
-  return names;
-}
 
-// One part line, indented by `opening`, which also begins the name.
-std::string part_line(const char* opening, const std::string& name) {
-  return opening + name + "\"></part>\n";
-}
+  // Whether there are any of that kind.
+  bool add_surfaces(SurfaceKind kind) {
+    bool any = false;
+    for (const FLDGEO& geo : geos_) {
+      for (const auto& surface : geo.surfaces) {
+        const std::string_view name = surface->name;
+        if (kind_of(name) != kind) continue;
+        any = true;
+        add_part(opening_of(kind), kind == SurfaceKind::grouping ? name.substr(1) : name);
+      }
+    }
+    return any;
+  }
 
-constexpr char kPart[] = "      <part name=\"";
+  // One part line, indented by `opening`, which also begins the name.
+  void add_part(const char* opening, std::string_view name) {
+    text_.append(opening).append(name).append(kPartEnd);
+  }
 
-std::string build_block(const std::vector<FLDGEO>& geos) {
-  const SurfaceNames names = sort_surfaces(geos);
-  std::string text = kOpening;
-  if (!names.grouping.empty()) {
-    text += "    <group name=\"Grouping_Regions\">\n";
-    for (const auto& name : names.grouping) text += part_line("        <part name=\"&amp;", name.substr(1));
-    text += kGroupEnd;
-  }
-  if (!names.undefined.empty()) {
-    text += "    <group name=\"Undefined_Regions\">\n";
-    for (const auto& name : names.undefined) text += part_line("       <part name=\"", name);
-    text += kGroupEnd;
-  }
-  for (const auto& name : names.plain) text += part_line(kPart, name);
-  for (const FLDGEO& geo : geos) {
-    for (const auto& volume : geo.volumes) text += part_line(kPart, volume->name);
-  }
-  for (size_t g = 0; g < geos.size(); ++g) text += part_line(kPart, "ALL_ELEMENTS");
-  return text + kClosing;
-}
+  const std::vector<FLDGEO>& geos_;
+  std::string text_;
+};
 
 }  // namespace
 
@@ -77,7 +122,9 @@ int USERD_get_metadata(int* size, char* buffer) {
     if (buffer == nullptr) *size = 0;
     return 1;
   }
-  const std::string text = build_block(g_fldgeo ? g_fldgeo->geos : std::vector<FLDGEO>());
+  const std::vector<FLDGEO> nothing;
+  const Block block(g_fldgeo ? g_fldgeo->geos : nothing);
+  const std::string& text = block.text();
   if (buffer != nullptr) {
     memcpy(buffer, text.c_str(), text.size() + 1);
     fputs("XML1\n", stderr);

@@ -1,8 +1,10 @@
 // Damaged files, one after the other in one process: whatever is wrong, the answer is a documented one, in
 // time, within memory, and the next dataset is served as ever.
+#include <array>
 #include <gtest/gtest.h>
 #include <iostream>
 #include <string>
+#include <string_view>
 
 #include "testkit/byte_sink.h"
 #include "testkit/file_writer.h"
@@ -87,10 +89,10 @@ TEST_F(HostileFile, AnySectionMissingDoubledOrMovedWithoutGroups) {
 }
 
 // A region needs no more than its counts in a file, and much more in memory. What a host takes for its own
-// lists of parts does not count, so these are opened only.
+// lists of parts does not count, so these are opened and asked for the part groups only.
 class HostileRegions : public testing::Test {
  protected:
-  void expect_opened_within_the_limit(const testkit::Mesh& mesh) {
+  void expect_served_within_the_limit(const testkit::Mesh& mesh) {
     const std::string bytes = testkit::to_bytes(testkit::file_of(
         mesh, {.surface_form = testkit::RegionForm::kArray, .volume_form = testkit::RegionForm::kArray}));
     const testkit::TemporaryDirectory directory;
@@ -98,12 +100,27 @@ class HostileRegions : public testing::Test {
     testkit::write_bytes(path, bytes);
     const host::Library library(FLD_THROWING_PLUGIN_FILE);
     const host::EntryPoints& api = library.entry_points();
+    std::array<int, 2> group_parts = {0, 1};
+    api.set_extra_gui_data(group_parts.data(), nullptr, nullptr);
     std::string none;
     StderrFile silence;
+    const std::ptrdiff_t limit = (16 << 20) + 8 * static_cast<std::ptrdiff_t>(bytes.size());
     const MemoryMeter memory;
     EXPECT_EQ(1, api.set_filenames(path.data(), none.data(), none.data(), 0)) << silence.take();
-    EXPECT_GE((16 << 20) + 8 * static_cast<std::ptrdiff_t>(bytes.size()), memory.peak());
+    EXPECT_GE(limit, memory.peak()) << "opening";
     EXPECT_LE(static_cast<int>(kRegions), api.get_number_of_model_parts());
+
+    const std::ptrdiff_t held = memory.held();
+    const MemoryMeter memory_for_length;
+    int length = 0;
+    EXPECT_EQ(1, api.get_metadata(&length, nullptr));
+    EXPECT_GE(limit, held + memory_for_length.peak()) << "length of the part groups";
+    std::string text(static_cast<std::size_t>(length) + 1, '?');
+    const MemoryMeter memory_for_text;
+    EXPECT_EQ(1, api.get_metadata(&length, text.data()));
+    EXPECT_GE(limit, held + memory_for_text.peak()) << "text of the part groups";
+    EXPECT_EQ(static_cast<std::size_t>(length), text.find('\0'));
+    EXPECT_LE(kRegions * std::string_view("<part name=\"\"></part>").size(), text.size());
     api.exit_routine();
   }
 
@@ -113,13 +130,13 @@ class HostileRegions : public testing::Test {
 TEST_F(HostileRegions, VolumesOfNothing) {
   testkit::Mesh mesh = testkit::one_tetrahedron();
   mesh.volumes.assign(kRegions, {});
-  expect_opened_within_the_limit(mesh);
+  expect_served_within_the_limit(mesh);
 }
 
 TEST_F(HostileRegions, SurfacesOfNothing) {
   testkit::Mesh mesh = testkit::one_tetrahedron();
   mesh.surfaces.assign(kRegions, {});
-  expect_opened_within_the_limit(mesh);
+  expect_served_within_the_limit(mesh);
 }
 
 // A damaged second file of a series, whose first one is good.
