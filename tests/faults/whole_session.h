@@ -3,11 +3,11 @@
 // from being made.
 #pragma once
 
-#include <compare>
 #include <cstdint>
 #include <filesystem>
 #include <set>
 #include <string>
+#include <tuple>
 
 #include "host/entry_points.h"
 #include "tests/faults/spoken_lines.h"
@@ -33,7 +33,9 @@ struct CallEnding {
   std::string detail;  // the entry point, and what the exception says
   std::string lines;   // of a failure result: what the reader wrote meanwhile
 
-  auto operator<=>(const CallEnding&) const = default;
+  bool operator<(const CallEnding& other) const {
+    return std::tie(outcome, detail, lines) < std::tie(other.outcome, other.detail, other.lines);
+  }
 };
 
 struct Ending {
