@@ -190,6 +190,27 @@ TEST_F(ReloadFailures, FileWhoseHeaderGrewSinceTheOpeningIsReadAllTheSame) {
   EXPECT_EQ((Floats{200, 201, 202}), marks());
 }
 
+// A long header is not read again for each region set, unless the file has changed.
+TEST_F(ReloadFailures, LongHeaderOfAFileThatHasChangedIsCheckedAgain) {
+  const auto with_long_header = [](std::size_t length) {
+    testkit::File file = file_of_step(2);
+    file.header.set(testkit::header_item("Comments", {Block::characters("long", length)}));
+    return file;
+  };
+  write_step(2, with_long_header(10000));
+  open(path(1));
+  EXPECT_EQ(trace(path(2)) + trace(path(2)) + trace(path(2)), select(1, 1));
+  EXPECT_EQ((Floats{200, 201, 202}), marks());
+  select(1, 0);
+  testkit::File other = with_long_header(10001);
+  other.version = 5;
+  write_step(2, other);
+  EXPECT_EQ(trace(path(2)) + "FLD FILE VERSION HAS TO BE 4.\n" + failed(2), select(1, 1));
+  write_step(2, with_long_header(10002));
+  select(1, 1);
+  EXPECT_EQ((Floats{200, 201, 202}), marks());
+}
+
 TEST_F(ReloadFailures, NothingIsLeaked) {
   testkit::File file = file_of_step(2);
   file.region_sets[1].section("LS_Elements").blocks[2] = Block::long_integer(-1);
