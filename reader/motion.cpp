@@ -88,6 +88,8 @@ void actALE(const ALE& ale, FLDGEO& geo, const long* ele2head) {
         for_each_node(*volume, geo.elements.get(), ele2head, nnode, on_node);
       }
     };
+    // The first one found is mostly the only one and large: passing over all marks gives its nodes in order.
+    // For the others that would cost the whole mesh each.
     std::span<const int> nodes;
     if (std::exchange(any_marked, true)) {
       nodes = mark_and_list(visit);

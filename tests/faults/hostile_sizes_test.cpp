@@ -144,7 +144,7 @@ TEST_F(HostileSizes, MotionsThatEndElsewhereWhenTheyAreSteppedOver) {
   motion.blocks[4] = motion.blocks[4].with_rule({1, 1, 2147483647});
   for (int i = 0; i < 5000; ++i) file.region_sets[0].add(motion);
   write("motions.fld", file);
-  expect_in_time("opening", [&] {
+  expect_in_time("session", [&] {
     const Ending ending = whole_session(api_, in("motions.fld"));
     EXPECT_FALSE(ending.is_open);
     EXPECT_EQ(Outcome::kException, ending.outcome) << ending.detail;
