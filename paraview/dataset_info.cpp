@@ -4,20 +4,21 @@
 #include <cmath>
 #include <numeric>
 
+#include "host/display_names.h"
 #include "host/text_encoding.h"
 #include "paraview/messages.h"
-#include "vtk/names.h"
+#include "vtk/labels.h"
 
 namespace paraview {
 namespace {
 
 std::vector<VariableInfo> ask_variables(host::Session& session) {
-  const std::vector<std::string> names = vtkdata::variable_names(session);
+  const std::vector<std::string> names = host::variable_names(session);
   std::vector<VariableInfo> variables;
   for (const host::Variable& variable : session.variables()) {
     if (variable.kind == host::VariableKind::other || variable.location == host::Location::other) continue;
     variables.push_back({variable.number, names[static_cast<std::size_t>(variable.number) - 1],
-                         vtkdata::unit_of_label(host::to_utf8(variable.label)),
+                         host::unit_of_label(host::to_utf8(variable.label)),
                          variable.location == host::Location::element});
   }
   return variables;
@@ -31,7 +32,7 @@ int DatasetInfo::step_at(double time) const {
 }
 
 std::vector<PartInfo> ask_parts(const host::Session& session) {
-  const std::vector<std::string> names = vtkdata::part_names(session);
+  const std::vector<std::string> names = host::part_names(session);
   std::vector<PartInfo> parts;
   for (const host::Part& part : session.parts()) {
     parts.push_back(

@@ -21,17 +21,17 @@ namespace {
 constexpr char kLabel[] = "label";
 constexpr char kRootName[] = "Parts";
 
-void put_folders(MessageWriter& message, const std::vector<vtkdata::PartFolder>& folders) {
-  put_all(message, folders, [&](const vtkdata::PartFolder& folder) {
+void put_folders(MessageWriter& message, const std::vector<host::PartFolder>& folders) {
+  put_all(message, folders, [&](const host::PartFolder& folder) {
     message.put(folder.name);
     put_all(message, folder.parts, [&](int part) { message.put(std::int64_t{part}); });
     put_folders(message, folder.folders);
   });
 }
 
-std::vector<vtkdata::PartFolder> take_folders(MessageReader& message) {
-  return take_all<vtkdata::PartFolder>(message, [&] {
-    vtkdata::PartFolder folder;
+std::vector<host::PartFolder> take_folders(MessageReader& message) {
+  return take_all<host::PartFolder>(message, [&] {
+    host::PartFolder folder;
     folder.name = message.text();
     folder.parts = take_all<int>(message, [&] { return static_cast<int>(message.number()); });
     folder.folders = take_folders(message);
@@ -60,13 +60,13 @@ std::string node_name_of(const PartInfo& part, std::set<std::string>& siblings) 
 }
 
 // Adds nodes for the folders and their parts, `indices` telling where a part is in the collection.
-void add_folders(vtkDataAssembly* assembly, int parent, const std::vector<vtkdata::PartFolder>& folders,
+void add_folders(vtkDataAssembly* assembly, int parent, const std::vector<host::PartFolder>& folders,
                  const std::map<int, unsigned>& indices, const std::vector<PartInfo>& parts) {
-  for (const vtkdata::PartFolder& folder : folders) {
+  for (const host::PartFolder& folder : folders) {
     const int node = add_node(assembly, parent, node_name_of(folder.name), folder.name);
     add_folders(assembly, node, folder.folders, indices, parts);
     std::set<std::string> names;
-    for (const vtkdata::PartFolder& inside : folder.folders) names.insert(node_name_of(inside.name));
+    for (const host::PartFolder& inside : folder.folders) names.insert(node_name_of(inside.name));
     for (const int part : folder.parts) {
       const unsigned index = indices.at(part);
       const std::string name = node_name_of(parts[index], names);

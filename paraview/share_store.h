@@ -11,16 +11,16 @@
 #include <vtkPoints.h>
 #include <vtkSmartPointer.h>
 
+#include "host/part_tree.h"
 #include "paraview/dataset_info.h"
 #include "vtk/cells.h"
-#include "vtk/part_tree.h"
 
 namespace paraview {
 
 // What a step shows.
 struct StepPlan {
-  std::vector<PartInfo> parts;               // ascending numbers
-  std::vector<vtkdata::PartFolder> folders;  // where these parts are in the hierarchy
+  std::vector<PartInfo> parts;            // ascending numbers
+  std::vector<host::PartFolder> folders;  // where these parts are in the hierarchy
   std::vector<int> variables;
   bool is_other_step = false;  // values of the step before are of no use
 };

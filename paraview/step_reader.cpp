@@ -98,7 +98,7 @@ StepPlan StepReader::make_plan(int step, const Choice& choice) {
     numbers.push_back(part.number);
     plan.parts.push_back(std::move(part));
   }
-  plan.folders = vtkdata::make_part_tree(session_, numbers);
+  plan.folders = host::make_part_tree(session_, numbers);
   for (const VariableInfo& variable : info_.variables) {
     if (choice.has_variable(variable)) plan.variables.push_back(variable.number);
   }

@@ -7,11 +7,11 @@
 #include <string_view>
 #include <vtkFloatArray.h>
 
+#include "host/part_tree.h"
 #include "host/text_encoding.h"
 #include "tool/magnitude.h"
 #include "tool/name_lookup.h"
 #include "vtk/part_grid.h"
-#include "vtk/part_tree.h"
 
 namespace tool {
 namespace {
@@ -89,9 +89,8 @@ std::optional<PictureScalar> first_scalar(host::Session& session) {
 
 ChosenParts usual_parts(host::Session& session) {
   const std::set<int> surfaces = parts_of_kind(session, host::PartKind::surface);
-  for (const vtkdata::PartFolder& folder :
-       vtkdata::make_part_tree(session, {surfaces.begin(), surfaces.end()})) {
-    if (folder.name == vtkdata::kSurfaces && !folder.parts.empty())
+  for (const host::PartFolder& folder : host::make_part_tree(session, {surfaces.begin(), surfaces.end()})) {
+    if (folder.name == host::kSurfaces && !folder.parts.empty())
       return {session, {folder.parts.begin(), folder.parts.end()}};
   }
   for (const host::PartKind kind : {host::PartKind::surface, host::PartKind::volume, host::PartKind::whole}) {

@@ -8,11 +8,12 @@
 #include <vtkNew.h>
 
 #include "fmt/format.h"
+#include "host/display_names.h"
+#include "host/part_tree.h"
 #include "tool/exit_status.h"
 #include "tool/replaced_file.h"
-#include "vtk/names.h"
+#include "vtk/labels.h"
 #include "vtk/part_grid.h"
-#include "vtk/part_tree.h"
 
 namespace tool {
 namespace {
@@ -83,7 +84,7 @@ VtkSeries::VtkSeries(host::Session& session, const fs::path& collection, SeriesO
       collection_(collection),
       folder_(fs::path(collection).replace_extension()),
       options_(std::move(options)),
-      variable_names_(vtkdata::variable_names(session)) {
+      variable_names_(host::variable_names(session)) {
   make_folders(folder_);
 }
 
@@ -104,7 +105,7 @@ void VtkSeries::write_part(int part, const fs::path& path) const {
 }
 
 void VtkSeries::write_step(const std::function<void()>& after_part) {
-  part_names_ = vtkdata::part_names(session_);
+  part_names_ = host::part_names(session_);
   const std::vector<int> parts = options_.parts.at(session_);
   const std::string name =
       fmt::format("step_{:0{}}", session_.step(), std::to_string(session_.step_count() - 1).size());
@@ -116,7 +117,7 @@ void VtkSeries::write_step(const std::function<void()>& after_part) {
   folder.finish();
   replace_file(folder_ / (name + ".vtm"),
                vtkdata::composite_text(
-                   vtkdata::make_part_tree(session_, parts),
+                   host::make_part_tree(session_, parts),
                    [&](int part) { return part_names_[static_cast<std::size_t>(part) - 1]; },
                    [&](int part) { return name + "/" + file_name_of(part); }));
   steps_.push_back({session_.variable_times().times[static_cast<std::size_t>(session_.step())],

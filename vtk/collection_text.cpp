@@ -47,8 +47,8 @@ struct CompositeWriter {
   const std::function<std::string(int)>& file_of;
   std::string text{};
 
-  void add(const std::vector<PartFolder>& folders, std::size_t& index, const std::string& indent) {
-    for (const PartFolder& folder : folders) {
+  void add(const std::vector<host::PartFolder>& folders, std::size_t& index, const std::string& indent) {
+    for (const host::PartFolder& folder : folders) {
       text += indent + "<Block index=\"" + std::to_string(index++) + "\" name=\"" + escaped(folder.name) +
               "\">\n";
       std::size_t inside = 0;
@@ -64,7 +64,7 @@ struct CompositeWriter {
 
 }  // namespace
 
-std::string composite_text(const std::vector<PartFolder>& tree,
+std::string composite_text(const std::vector<host::PartFolder>& tree,
                            const std::function<std::string(int part)>& name_of,
                            const std::function<std::string(int part)>& file_of) {
   CompositeWriter writer{name_of, file_of};

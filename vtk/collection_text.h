@@ -7,13 +7,13 @@
 #include <string>
 #include <vector>
 
-#include "vtk/part_tree.h"
+#include "host/part_tree.h"
 
 namespace vtkdata {
 
 // The text of a .vtm file with the hierarchy of `tree`. `name_of` gives a part's name, `file_of` its file,
 // relative to the .vtm file.
-std::string composite_text(const std::vector<PartFolder>& tree,
+std::string composite_text(const std::vector<host::PartFolder>& tree,
                            const std::function<std::string(int part)>& name_of,
                            const std::function<std::string(int part)>& file_of);
 

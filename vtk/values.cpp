@@ -7,10 +7,10 @@
 #include <vtkInformation.h>
 #include <vtkInformationStringKey.h>
 
+#include "host/display_names.h"
 #include "host/error.h"
 #include "host/text_encoding.h"
 #include "host/undefined_value.h"
-#include "vtk/names.h"
 
 namespace vtkdata {
 namespace {
@@ -51,7 +51,7 @@ vtkSmartPointer<vtkDataArray> make_values(host::Session& session, int variable, 
                                             : make<vtkDoubleArray>(session, asked, part);
   if (!array) return nullptr;
   array->SetName(name.c_str());
-  const std::string unit = unit_of_label(host::to_utf8(asked.label));
+  const std::string unit = host::unit_of_label(host::to_utf8(asked.label));
   if (!unit.empty()) array->GetInformation()->Set(vtkDataArray::UNITS_LABEL(), unit.c_str());
   return array;
 }

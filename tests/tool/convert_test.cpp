@@ -26,17 +26,17 @@
 #include <vtkStringArray.h>
 #include <vtkXMLMultiBlockDataReader.h>
 
+#include "host/display_names.h"
 #include "samples/samples.h"
 #include "samples/tank.h"
 #include "testkit/file_writer.h"
 #include "testkit/motion.h"
 #include "testkit/quantity.h"
 #include "testkit/small_meshes.h"
+#include "tests/host/open_file.h"
 #include "tests/tool/run_fldtool.h"
 #include "tests/tool/tool_datasets.h"
 #include "tests/vtk/expected_part.h"
-#include "tests/vtk/open_file.h"
-#include "vtk/names.h"
 
 namespace {
 
@@ -118,7 +118,7 @@ void expect_steps(const fs::path& collection, host::Session& session, const std:
     session.select_step(numbers[i]);
     EXPECT_EQ(std::stof(steps[i].time), session.variable_times().times[static_cast<std::size_t>(numbers[i])]);
     const Composite composite(steps[i].file);
-    const Names names = vtkdata::part_names(session);
+    const Names names = host::part_names(session);
     ASSERT_EQ(composite.size(), names.size());
     for (const host::Part& part : session.parts()) {
       SCOPED_TRACE(part.name);
@@ -134,7 +134,7 @@ TEST_P(ConvertedSample, ReadsBackAsThePluginGivesIt) {
   const samples::SampleInfo sample =
       samples::write_samples(directory.path())[static_cast<std::size_t>(GetParam())];
   const fs::path collection = convert(sample.file.string(), directory / "out/case.pvd", {"--parts", "all"});
-  vtk_test::Reader reader;
+  host_test::Reader reader;
   reader.session().open(sample.file);
   std::vector<int> steps;
   for (int step = 0; step < reader.session().step_count(); ++step) steps.push_back(step);
@@ -232,7 +232,7 @@ TEST_F(Convert, LeavesAPartOutWhereAStepLacksIt) {
 }
 
 TEST_F(Convert, CompressesWithoutLoss) {
-  vtk_test::Reader reader;
+  host_test::Reader reader;
   reader.session().open(dataset.path());
   for (const char* method : {"lz4", "zlib"}) {
     convert(dataset.path(), collection, {"--parts", "all", "--compress", method});
@@ -270,7 +270,7 @@ TEST_F(Convert, HoldsMotionAndOddParts) {
   testkit::write_file(moved, dataset.directory() / "m_1.fld");
   const std::string path = (dataset.directory() / "m_0.fld").string();
   convert(path, collection, {"--parts", "all"});
-  vtk_test::Reader reader;
+  host_test::Reader reader;
   reader.session().open(path);
   expect_steps(collection, reader.session(), {0, 1});
   EXPECT_EQ(Composite(steps_of(collection)[1].file).part("nothing")->GetNumberOfPoints(), 0);
@@ -283,7 +283,7 @@ TEST_F(Convert, HoldsAQuantityThatAStepLacks) {
   without.region_sets.front().remove("LS_Scalar:p");
   testkit::write_file(without, dataset.directory() / "s_1.fld");
   convert(file, collection, {"--parts", "all"});
-  vtk_test::Reader reader;
+  host_test::Reader reader;
   reader.session().open(file);
   expect_steps(collection, reader.session(), {0, 1});
 }
@@ -382,7 +382,7 @@ TEST_F(Convert, KeepsTheStepsBeforeABrokenOne) {
   EXPECT_EQ(result.status, 3);
   EXPECT_TRUE(result.errors.starts_with("fldtool: " + file + ": ")) << result.errors;
   EXPECT_EQ(std::count(result.errors.begin(), result.errors.end(), '\n'), 1) << result.errors;
-  vtk_test::Reader reader;
+  host_test::Reader reader;
   reader.session().open(file);
   expect_steps(collection, reader.session(), {0, 1});
   EXPECT_FALSE(fs::exists(dataset.directory() / "out/step_2.tmp"));

@@ -11,7 +11,7 @@
 #include <vtkNew.h>
 
 #include "testkit/small_meshes.h"
-#include "tests/vtk/open_file.h"
+#include "tests/host/open_file.h"
 #include "tests/vtk/signed_volume.h"
 #include "vtk/part_grid.h"
 
@@ -56,7 +56,7 @@ TEST(Cells, OfNoElements) {
 }
 
 TEST(Cells, OfEveryShapeAreTheRightWayRound) {
-  vtk_test::OpenFile file(testkit::file_of(testkit::one_of_each()));
+  host_test::OpenFile file(testkit::file_of(testkit::one_of_each()));
   const auto grid = vtkdata::make_part_grid(file.session(), file.part("ALL_ELEMENTS"));
   ASSERT_EQ(grid->GetNumberOfCells(), 4);
   std::map<int, double> volumes;
@@ -70,7 +70,7 @@ TEST(Cells, OfEveryShapeAreTheRightWayRound) {
 TEST(Cells, OfAPartWithoutNodes) {
   testkit::Mesh mesh = testkit::one_tetrahedron();
   mesh.surfaces.push_back({.name = "empty"});
-  vtk_test::OpenFile file(testkit::file_of(mesh));
+  host_test::OpenFile file(testkit::file_of(mesh));
   const auto grid = vtkdata::make_part_grid(file.session(), file.part("empty"));
   EXPECT_EQ(grid->GetNumberOfPoints(), 0);
   EXPECT_EQ(grid->GetNumberOfCells(), 0);
@@ -80,7 +80,7 @@ TEST(Cells, OfAPartWithNodesAlone) {
   testkit::Mesh mesh = testkit::one_tetrahedron();
   mesh.surfaces.push_back({.name = "lines"});
   mesh.surfaces.back().add(testkit::kLineFace, {1, 3});
-  vtk_test::OpenFile file(testkit::file_of(mesh));
+  host_test::OpenFile file(testkit::file_of(mesh));
   const auto grid = vtkdata::make_part_grid(file.session(), file.part("lines"));
   EXPECT_EQ(grid->GetNumberOfPoints(), file.session().part(file.part("lines")).nodes);
   EXPECT_EQ(grid->GetNumberOfCells(), 0);

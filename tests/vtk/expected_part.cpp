@@ -10,9 +10,9 @@
 #include <vtkNew.h>
 #include <vtkPointData.h>
 
+#include "host/display_names.h"
 #include "host/undefined_value.h"
 #include "tests/vtk/signed_volume.h"
-#include "vtk/names.h"
 
 namespace vtk_test {
 namespace {
@@ -76,7 +76,7 @@ void expect_values(vtkDataArray* array, host::Session& session, const host::Vari
 void expect_part(vtkUnstructuredGrid* grid, host::Session& session, const host::Part& part) {
   expect_points(grid, session.coordinates(part.number));
   expect_cells(grid, session.elements(part.number));
-  const std::vector<std::string> names = vtkdata::variable_names(session);
+  const std::vector<std::string> names = host::variable_names(session);
   for (const host::Variable& variable : session.variables()) {
     const char* name = names[static_cast<std::size_t>(variable.number) - 1].c_str();
     vtkDataArray* array = variable.location == host::Location::element ? grid->GetCellData()->GetArray(name)

@@ -8,7 +8,7 @@
 namespace vtk_test {
 
 // Compares points, cells (whose corners must be the right way round) and the values of every variable that
-// has any at the session's step. Arrays are named as vtkdata::variable_names says.
+// has any at the session's step. Arrays are named as host::variable_names says.
 void expect_part(vtkUnstructuredGrid* grid, host::Session& session, const host::Part& part);
 
 }  // namespace vtk_test

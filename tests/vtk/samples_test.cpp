@@ -6,8 +6,8 @@
 #include <string>
 
 #include "testkit/temporary_directory.h"
+#include "tests/host/open_file.h"
 #include "tests/vtk/expected_part.h"
-#include "tests/vtk/open_file.h"
 #include "vtk/part_grid.h"
 
 namespace {
@@ -15,7 +15,7 @@ namespace {
 TEST(SamplesInVtk, AreWhatTheHostLibraryGives) {
   const testkit::TemporaryDirectory directory;
   for (const samples::SampleInfo& sample : samples::write_samples(directory.path())) {
-    vtk_test::Reader reader;
+    host_test::Reader reader;
     host::Session& session = reader.session();
     session.open(sample.file);
     for (const int step : {0, session.step_count() - 1}) {

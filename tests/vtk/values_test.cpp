@@ -13,7 +13,7 @@
 #include "testkit/file_writer.h"
 #include "testkit/quantity.h"
 #include "testkit/small_meshes.h"
-#include "tests/vtk/open_file.h"
+#include "tests/host/open_file.h"
 #include "vtk/part_grid.h"
 #include "vtk/points.h"
 
@@ -39,7 +39,7 @@ class Values : public testing::Test {
     return vtkdata::make_values(file.session(), file.variable(name), file.part("ALL_ELEMENTS"), name);
   }
 
-  vtk_test::OpenFile file;
+  host_test::OpenFile file;
 };
 
 TEST_F(Values, OfAScalarAreNotANumberWhereUndefined) {
@@ -106,7 +106,7 @@ TEST(ValuesOfASeries, AreNoneInAStepWithoutTheQuantity) {
   file.header.set_cycle(2, 2.0);
   file.region_sets.front().remove("LS_Scalar:p");
   testkit::write_file(file, directory / "s_2.fld");
-  vtk_test::Reader reader;
+  host_test::Reader reader;
   reader.session().open(directory / "s_1.fld");
   const int p = reader.variable("p");
   EXPECT_NE(vtkdata::make_values(reader.session(), p, 1, "p"), nullptr);
@@ -117,7 +117,7 @@ TEST(ValuesOfASeries, AreNoneInAStepWithoutTheQuantity) {
 TEST(ValuesOfABrokenFile, AreAnError) {
   const testkit::TemporaryDirectory directory;
   testkit::write_file(described(), directory / "case.fld");
-  vtk_test::Reader reader;
+  host_test::Reader reader;
   reader.session().open(directory / "case.fld");
   const int p = reader.variable("p");
   std::filesystem::resize_file(directory / "case.fld", 100);

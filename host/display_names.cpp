@@ -1,16 +1,16 @@
-#include "vtk/names.h"
+#include "host/display_names.h"
 
 #include <map>
 
 #include "host/text_encoding.h"
 
-namespace vtkdata {
+namespace host {
 namespace {
 
 // The text in UTF-8 as XML can hold it: without control characters, and with U+FFFD for the two code points
 // that are no characters.
 std::string xml_text(const std::string& bytes) {
-  std::string text = host::printable(bytes);
+  std::string text = printable(bytes);
   for (const char* none : {"\xEF\xBF\xBE", "\xEF\xBF\xBF"}) {
     for (std::size_t at = text.find(none); at != std::string::npos; at = text.find(none, at))
       text.replace(at, 3, "\xEF\xBF\xBD");
@@ -43,27 +43,24 @@ std::vector<std::string> unique_names(const Items& items, const char* kind, Mark
 
 }  // namespace
 
-std::vector<std::string> part_names(const host::Session& session) {
-  return unique_names(session.parts(), "part", [](const host::Part& part) {
-    return part.kind == host::PartKind::whole && part.region_set
-               ? "region set " + std::to_string(*part.region_set)
-               : std::to_string(part.number);
+std::vector<std::string> part_names(const Session& session) {
+  return unique_names(session.parts(), "part", [](const Part& part) {
+    return part.kind == PartKind::whole && part.region_set ? "region set " + std::to_string(*part.region_set)
+                                                           : std::to_string(part.number);
   });
 }
 
-std::vector<std::string> variable_names(host::Session& session) {
+std::vector<std::string> variable_names(Session& session) {
   return unique_names(session.variables(), "variable",
-                      [](const host::Variable& variable) { return std::to_string(variable.number); });
+                      [](const Variable& variable) { return std::to_string(variable.number); });
 }
 
-vtkSmartPointer<vtkStringArray> make_labels(host::Session& session) {
+std::vector<std::string> labelled_names(Session& session) {
   const std::vector<std::string> names = variable_names(session);
-  auto labels = vtkSmartPointer<vtkStringArray>::New();
-  labels->SetName("Labels");
-  for (const host::Variable& variable : session.variables()) {
+  std::vector<std::string> labels;
+  for (const Variable& variable : session.variables()) {
     if (variable.label.empty()) continue;
-    labels->InsertNextValue(names[static_cast<std::size_t>(variable.number) - 1] + ": " +
-                            xml_text(variable.label));
+    labels.push_back(names[static_cast<std::size_t>(variable.number) - 1] + ": " + xml_text(variable.label));
   }
   return labels;
 }
@@ -75,4 +72,4 @@ std::string unit_of_label(std::string_view label) {
   return std::string(label.substr(open + 1, label.size() - open - 2));
 }
 
-}  // namespace vtkdata
+}  // namespace host

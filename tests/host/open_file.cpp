@@ -1,11 +1,11 @@
-#include "tests/vtk/open_file.h"
+#include "tests/host/open_file.h"
 
 #include <stdexcept>
 
 #include "host/plugin_path.h"
 #include "testkit/file_writer.h"
 
-namespace vtk_test {
+namespace host_test {
 namespace {
 
 host::SessionOptions quiet() {
@@ -37,4 +37,4 @@ OpenFile::OpenFile(const testkit::File& file) {
   session().open(directory_ / "case.fld");
 }
 
-}  // namespace vtk_test
+}  // namespace host_test

@@ -7,7 +7,7 @@
 
 #include "host/session.h"
 
-namespace vtkdata {
+namespace host {
 
 inline constexpr char kSurfaces[] = "Surfaces";
 inline constexpr char kVolumes[] = "Volumes";
@@ -24,9 +24,9 @@ struct PartFolder {
 // The folders "Surfaces", "Volumes" and "Whole mesh", in this order and without those that are empty, for the
 // parts with a number in `chosen`. "Surfaces" holds the reader's groups (Grouping_Regions,
 // Undefined_Regions) as folders and the other surfaces beside them; every part is in one place.
-std::vector<PartFolder> make_part_tree(host::Session& session, const std::vector<int>& chosen);
+std::vector<PartFolder> make_part_tree(Session& session, const std::vector<int>& chosen);
 
 // For all parts.
-std::vector<PartFolder> make_part_tree(host::Session& session);
+std::vector<PartFolder> make_part_tree(Session& session);
 
-}  // namespace vtkdata
+}  // namespace host

@@ -1,5 +1,5 @@
 // The hierarchy of parts.
-#include "vtk/part_tree.h"
+#include "host/part_tree.h"
 
 #include "gtest/gtest.h"
 #include <vector>
@@ -7,7 +7,7 @@
 #include "samples/channel.h"
 #include "testkit/small_meshes.h"
 #include "testkit/temporary_directory.h"
-#include "tests/vtk/open_file.h"
+#include "tests/host/open_file.h"
 
 namespace {
 
@@ -18,11 +18,11 @@ class PartTree : public testing::Test {
   PartTree() { reader.session().open(samples::channel::write(directory.path()).file); }
 
   testkit::TemporaryDirectory directory;
-  vtk_test::Reader reader;
+  host_test::Reader reader;
 };
 
 TEST_F(PartTree, HasTheReadersGroupsBelowTheSurfaces) {
-  const auto tree = vtkdata::make_part_tree(reader.session());
+  const auto tree = host::make_part_tree(reader.session());
   ASSERT_EQ(tree.size(), 3U);
   EXPECT_EQ(tree[0].name, "Surfaces");
   EXPECT_EQ(tree[0].parts, (Parts{1, 2, 3, 4, 5, 6}));
@@ -38,7 +38,7 @@ TEST_F(PartTree, HasTheReadersGroupsBelowTheSurfaces) {
 }
 
 TEST_F(PartTree, OfSomePartsHasNoEmptyFolders) {
-  const auto tree = vtkdata::make_part_tree(reader.session(), {8, 12});
+  const auto tree = host::make_part_tree(reader.session(), {8, 12});
   ASSERT_EQ(tree.size(), 2U);
   EXPECT_TRUE(tree[0].parts.empty());
   ASSERT_EQ(tree[0].folders.size(), 1U);
@@ -47,8 +47,8 @@ TEST_F(PartTree, OfSomePartsHasNoEmptyFolders) {
 }
 
 TEST(PartTreeOfNothing, IsEmpty) {
-  vtk_test::OpenFile file(testkit::file_of(testkit::one_tetrahedron()));
-  EXPECT_TRUE(vtkdata::make_part_tree(file.session(), {}).empty());
+  host_test::OpenFile file(testkit::file_of(testkit::one_tetrahedron()));
+  EXPECT_TRUE(host::make_part_tree(file.session(), {}).empty());
 }
 
 }  // namespace

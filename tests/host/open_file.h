@@ -9,7 +9,7 @@
 #include "testkit/description.h"
 #include "testkit/temporary_directory.h"
 
-namespace vtk_test {
+namespace host_test {
 
 // The plug-in and a session with it that is quiet.
 class Reader {
@@ -34,4 +34,4 @@ class OpenFile : public Reader {
   testkit::TemporaryDirectory directory_;
 };
 
-}  // namespace vtk_test
+}  // namespace host_test

@@ -1,29 +1,27 @@
-// Names of parts and variables for VTK objects: UTF-8 without control characters, never empty, each only
-// once.
+// Names of parts and variables as programs show them: UTF-8 without control characters, never empty, each
+// only once.
 #pragma once
 
 #include <string>
 #include <string_view>
 #include <vector>
-#include <vtkSmartPointer.h>
-#include <vtkStringArray.h>
 
 #include "host/session.h"
 
-namespace vtkdata {
+namespace host {
 
 // One per part, in the order of their numbers. A name that more parts have is followed by the parts' numbers:
 // "wall (3)", "wall (7)"; whole meshes of several region sets are told apart by these, from 0:
 // "ALL_ELEMENTS (region set 1)"; a part without a name is "part 4".
-std::vector<std::string> part_names(const host::Session& session);
+std::vector<std::string> part_names(const Session& session);
 
 // One per variable, in the same way.
-std::vector<std::string> variable_names(host::Session& session);
+std::vector<std::string> variable_names(Session& session);
 
-// The labels of the variables, as a field array "Labels" with an entry "name: label" for each that has one.
-vtkSmartPointer<vtkStringArray> make_labels(host::Session& session);
+// The labels of the variables: an entry "name: label" for each variable that has one.
+std::vector<std::string> labelled_names(Session& session);
 
 // What stands in the brackets at the end of a label: "Pa" of "Static pressure [Pa]"; empty without.
 std::string unit_of_label(std::string_view label);
 
-}  // namespace vtkdata
+}  // namespace host

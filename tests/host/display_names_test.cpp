@@ -1,5 +1,5 @@
-// Names for VTK objects.
-#include "vtk/names.h"
+// Names of parts and variables as programs show them.
+#include "host/display_names.h"
 
 #include "gtest/gtest.h"
 #include <string>
@@ -7,7 +7,7 @@
 
 #include "testkit/quantity.h"
 #include "testkit/small_meshes.h"
-#include "tests/vtk/open_file.h"
+#include "tests/host/open_file.h"
 
 namespace {
 
@@ -25,28 +25,28 @@ testkit::File with_surfaces(const Names& names) {
 }
 
 TEST(PartNames, AreUtf8) {
-  vtk_test::OpenFile file(with_surfaces({"\x8a\x4f"}));
-  EXPECT_EQ(vtkdata::part_names(file.session()), (Names{"外", "fluid", "ALL_ELEMENTS"}));
+  host_test::OpenFile file(with_surfaces({"\x8a\x4f"}));
+  EXPECT_EQ(host::part_names(file.session()), (Names{"外", "fluid", "ALL_ELEMENTS"}));
 }
 
 TEST(PartNames, AreThereOnce) {
-  vtk_test::OpenFile file(with_surfaces({"wall", "lid", "wall", "wall (1)"}));
-  EXPECT_EQ(vtkdata::part_names(file.session()),
+  host_test::OpenFile file(with_surfaces({"wall", "lid", "wall", "wall (1)"}));
+  EXPECT_EQ(host::part_names(file.session()),
             (Names{"wall (1)'", "lid", "wall (3)", "wall (1)", "fluid", "ALL_ELEMENTS"}));
 }
 
 TEST(PartNames, OfWholeMeshesTellTheRegionSet) {
   testkit::File description = with_surfaces({"wall"});
   description.region_sets.push_back(description.region_sets.front());
-  vtk_test::OpenFile file(description);
-  EXPECT_EQ(vtkdata::part_names(file.session()),
+  host_test::OpenFile file(description);
+  EXPECT_EQ(host::part_names(file.session()),
             (Names{"wall (1)", "wall (2)", "fluid (3)", "fluid (4)", "ALL_ELEMENTS (region set 0)",
                    "ALL_ELEMENTS (region set 1)"}));
 }
 
 TEST(PartNames, AreNeverEmptyAndHaveNoControlCharacters) {
-  vtk_test::OpenFile file(with_surfaces({"", "a\tb\x01"}));
-  EXPECT_EQ(vtkdata::part_names(file.session()), (Names{"part 1", "a b ", "fluid", "ALL_ELEMENTS"}));
+  host_test::OpenFile file(with_surfaces({"", "a\tb\x01"}));
+  EXPECT_EQ(host::part_names(file.session()), (Names{"part 1", "a b ", "fluid", "ALL_ELEMENTS"}));
 }
 
 TEST(VariableNames, OfAScalarAndAVectorWithTheSameName) {
@@ -55,20 +55,17 @@ TEST(VariableNames, OfAScalarAndAVectorWithTheSameName) {
   set.add(testkit::scalar_section({.name = "f", .label = "one", .values = {1, 2, 3, 4}}));
   set.add(testkit::vector_section(
       {.name = "f", .label = "three", .x = {1, 2, 3, 4}, .y = {1, 2, 3, 4}, .z = {1, 2, 3, 4}}));
-  vtk_test::OpenFile file(description);
-  EXPECT_EQ(vtkdata::variable_names(file.session()), (Names{"f (1)", "f (2)", "MatOfElements"}));
-  const auto labels = vtkdata::make_labels(file.session());
-  ASSERT_EQ(labels->GetNumberOfValues(), 2);
-  EXPECT_EQ(labels->GetValue(0), "f (1): one");
-  EXPECT_EQ(labels->GetValue(1), "f (2): three");
+  host_test::OpenFile file(description);
+  EXPECT_EQ(host::variable_names(file.session()), (Names{"f (1)", "f (2)", "MatOfElements"}));
+  EXPECT_EQ(host::labelled_names(file.session()), (Names{"f (1): one", "f (2): three"}));
 }
 
 TEST(UnitOfLabel, IsWhatTheLastBracketsHold) {
-  EXPECT_EQ(vtkdata::unit_of_label("Static pressure [Pa]"), "Pa");
-  EXPECT_EQ(vtkdata::unit_of_label("a [b] c [m/s]"), "m/s");
-  EXPECT_EQ(vtkdata::unit_of_label("a [b] c"), "");
-  EXPECT_EQ(vtkdata::unit_of_label("odd]"), "");
-  EXPECT_EQ(vtkdata::unit_of_label(""), "");
+  EXPECT_EQ(host::unit_of_label("Static pressure [Pa]"), "Pa");
+  EXPECT_EQ(host::unit_of_label("a [b] c [m/s]"), "m/s");
+  EXPECT_EQ(host::unit_of_label("a [b] c"), "");
+  EXPECT_EQ(host::unit_of_label("odd]"), "");
+  EXPECT_EQ(host::unit_of_label(""), "");
 }
 
 }  // namespace

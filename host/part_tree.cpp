@@ -1,15 +1,15 @@
-#include "vtk/part_tree.h"
+#include "host/part_tree.h"
 
 #include <map>
 #include <numeric>
 
 #include "host/text_encoding.h"
 
-namespace vtkdata {
+namespace host {
 namespace {
 
 // The group of each surface that is in one, by name.
-std::map<std::string, std::size_t> groups_of_surfaces(const std::vector<host::PartGroup>& groups) {
+std::map<std::string, std::size_t> groups_of_surfaces(const std::vector<PartGroup>& groups) {
   std::map<std::string, std::size_t> found;
   for (std::size_t i = 0; i < groups.size(); ++i) {
     for (const std::string& part : groups[i].parts) found.emplace(part, i);
@@ -19,18 +19,18 @@ std::map<std::string, std::size_t> groups_of_surfaces(const std::vector<host::Pa
 
 }  // namespace
 
-std::vector<PartFolder> make_part_tree(host::Session& session, const std::vector<int>& chosen) {
-  const std::vector<host::PartGroup> groups = session.metadata().groups;
+std::vector<PartFolder> make_part_tree(Session& session, const std::vector<int>& chosen) {
+  const std::vector<PartGroup> groups = session.metadata().groups;
   const std::map<std::string, std::size_t> group_of = groups_of_surfaces(groups);
   PartFolder surfaces{kSurfaces, {}, {}};
   PartFolder volumes{kVolumes, {}, {}};
   PartFolder whole{kWholeMesh, {}, {}};
-  for (const host::PartGroup& group : groups) surfaces.folders.push_back({host::to_utf8(group.name), {}, {}});
+  for (const PartGroup& group : groups) surfaces.folders.push_back({to_utf8(group.name), {}, {}});
   for (const int number : chosen) {
-    const host::Part& part = session.part(number);
-    if (part.kind == host::PartKind::volume) {
+    const Part& part = session.part(number);
+    if (part.kind == PartKind::volume) {
       volumes.parts.push_back(number);
-    } else if (part.kind == host::PartKind::whole) {
+    } else if (part.kind == PartKind::whole) {
       whole.parts.push_back(number);
     } else if (const auto group = group_of.find(part.name); group != group_of.end()) {
       surfaces.folders[group->second].parts.push_back(number);
@@ -44,10 +44,10 @@ std::vector<PartFolder> make_part_tree(host::Session& session, const std::vector
   return tree;
 }
 
-std::vector<PartFolder> make_part_tree(host::Session& session) {
+std::vector<PartFolder> make_part_tree(Session& session) {
   std::vector<int> all(session.parts().size());
   std::iota(all.begin(), all.end(), 1);
   return make_part_tree(session, all);
 }
 
-}  // namespace vtkdata
+}  // namespace host
