@@ -112,8 +112,9 @@ enum class Availability {
 // is `given`.
 struct PartValues {
   Availability availability = Availability::given;
-  std::string reason;  // why it failed
-  HostArray array;
+  std::string reason{};  // why it failed
+  std::string file{};    // the file that could not be read, if known
+  HostArray array{};
 
   std::span<const float> values() const { return array.values(); }
 };

@@ -4,6 +4,7 @@
 #include <array>
 #include <cerrno>
 #include <unordered_set>
+#include <utility>
 
 namespace host {
 namespace {
@@ -16,6 +17,15 @@ constexpr std::string_view kGeometryUnread = "FAILED TO READ GEOMETRY";
 constexpr std::array<std::string_view, 3> kGeometryFailures = {
     "FAILED TO READ GEOMETRY DATA IN ", "error : not found geometry data in current time.",
     "error : failed to allocate memory for geometry."};
+
+// What stands before and behind the path in the lines that name a file. A trace comes before its file is
+// read.
+constexpr std::array<std::pair<std::string_view, std::string_view>, 5> kFileLines = {
+    {{kTrace, ""},
+     {"FILE NOT FOUND : ", ""},
+     {"FAILED TO OPEN ", ""},
+     {"FAILED TO READ GEOMETRY DATA IN ", "."},
+     {"error : failed to open fld file : ", "."}}};
 
 bool is_reason(std::string_view message) {
   return !message.starts_with(kTrace) && !message.starts_with(kWarning) && message != kReadDone;
@@ -82,6 +92,19 @@ std::string reason_in_diagnostics(std::string_view text) {
 
 std::vector<std::string> traced_files(std::string_view text) {
   return texts_after(kTrace, text);
+}
+
+std::string last_named_file(std::string_view text) {
+  std::vector<std::string_view> messages = split_messages(text);
+  for (auto message = messages.rbegin(); message != messages.rend(); ++message) {
+    for (const auto& [before, after] : kFileLines) {
+      if (!message->starts_with(before) || !message->ends_with(after)) continue;
+      message->remove_prefix(before.size());
+      message->remove_suffix(after.size());
+      return std::string(*message);
+    }
+  }
+  return "";
 }
 
 std::vector<std::string> warnings(std::string_view text) {

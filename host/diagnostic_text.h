@@ -16,6 +16,9 @@ std::string reason_in_diagnostics(std::string_view text);
 // lines. A reader traces a file when it indexes it and again when it takes the geometry from it.
 std::vector<std::string> traced_files(std::string_view text);
 
+// The path in the last line that names a file as traced, not found or not readable; empty when there is none.
+std::string last_named_file(std::string_view text);
+
 // The reader's warnings about doubtful data ("WARNING : ..."), each once, without the word in front.
 std::vector<std::string> warnings(std::string_view text);
 

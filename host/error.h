@@ -1,6 +1,8 @@
-// The error of the host library: what went wrong, and in which entry point of the reader if it was one.
+// The error of the host library: what went wrong, in which entry point of the reader, and at which file and
+// step of the dataset.
 #pragma once
 
+#include <optional>
 #include <stdexcept>
 #include <string>
 
@@ -21,9 +23,23 @@ class Error : public std::runtime_error {
   // The message without the entry point's name.
   const std::string& reason() const { return reason_; }
 
+  // The file of the dataset that the error is about, as the reader names it; empty when it is not known.
+  const std::string& file() const { return file_; }
+
+  // The step of the variables' time set that was being read; none while a dataset is opened.
+  std::optional<int> step() const { return step_; }
+
+  // Sets the file and the step, unless they are set already.
+  void locate(const std::string& file, std::optional<int> step) {
+    if (file_.empty()) file_ = file;
+    if (!step_) step_ = step;
+  }
+
  private:
   std::string entry_point_;
   std::string reason_;
+  std::string file_;
+  std::optional<int> step_;
 };
 
 }  // namespace host

@@ -29,6 +29,17 @@ std::string GuardedReader::failure_reason(int result) const {
   return reason.empty() ? "the result is " + std::to_string(result) : reason;
 }
 
+std::string GuardedReader::failing_file() const {
+  const std::string named = last_named_file(latest_diagnostics());
+  return named.empty() ? file_ : named;
+}
+
+Error GuardedReader::error(const char* entry_point, const std::string& reason) const {
+  Error error(entry_point, reason);
+  error.locate(failing_file(), step_);
+  return error;
+}
+
 const std::string& GuardedReader::diagnostics() const {
   return capture_ ? capture_->text() : kNothing;
 }
@@ -40,18 +51,18 @@ const std::string& GuardedReader::latest_diagnostics() const {
 void GuardedReader::throw_as_aborted(const char* entry_point) {
   has_aborted_ = true;
   const std::string reason = reason_in_diagnostics(latest_diagnostics());
-  throw Error(entry_point, "the reader gave up" + (reason.empty() ? "" : ": " + reason));
+  throw error(entry_point, "the reader gave up" + (reason.empty() ? "" : ": " + reason));
 }
 
 void GuardedReader::throw_as_error(const char* entry_point) {
   try {
     throw;
   } catch (const fld::FLDException& exception) {
-    throw Error(entry_point, exception.getMessage());
+    throw error(entry_point, exception.getMessage());
   } catch (const std::exception& exception) {
-    throw Error(entry_point, exception.what());
+    throw error(entry_point, exception.what());
   } catch (...) {
-    throw Error(entry_point, type_name(abi::__cxa_current_exception_type()));
+    throw error(entry_point, type_name(abi::__cxa_current_exception_type()));
   }
 }
 

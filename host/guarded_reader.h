@@ -31,7 +31,7 @@ class GuardedReader {
   template <typename Result, typename... Parameters, typename... Arguments>
   Result call(const EntryPoint<Result(Parameters...)>& entry_point, Arguments... arguments) {
     if (!entry_point) throw Error(entry_point.name, "the reader library does not have it");
-    if (has_aborted_) throw Error(entry_point.name, "the reader has given up before");
+    if (has_aborted_) throw error(entry_point.name, "the reader has given up before");
     {
       std::optional<DiagnosticsCapture::Scope> scope;
       if (capture_) scope.emplace(*capture_);
@@ -55,9 +55,19 @@ class GuardedReader {
   template <typename... Parameters, typename... Arguments>
   int call_checked(const EntryPoint<int(Parameters...)>& entry_point, Arguments... arguments) {
     const int result = call(entry_point, arguments...);
-    if (result < 0) throw Error(entry_point.name, failure_reason(result));
+    if (result < 0) throw error(entry_point.name, failure_reason(result));
     return result;
   }
+
+  // Which file and step of the dataset the next calls are about, if that is known.
+  void set_place(const std::string& file, std::optional<int> step) {
+    file_ = file;
+    step_ = step;
+  }
+
+  // An Error of an entry point at the file that the latest call named last, or else at that of set_place().
+  Error error(const char* entry_point, const std::string& reason) const;
+  std::string failing_file() const;
 
   // What the latest call wrote that tells why it answered `result`, or the bare result when nothing was
   // captured.
@@ -73,10 +83,12 @@ class GuardedReader {
   [[noreturn]] void throw_as_aborted(const char* entry_point);
 
   // Turns the exception that is being handled into an Error.
-  [[noreturn]] static void throw_as_error(const char* entry_point);
+  [[noreturn]] void throw_as_error(const char* entry_point);
 
   const EntryPoints* entry_points_;
   std::optional<DiagnosticsCapture> capture_;
+  std::string file_;
+  std::optional<int> step_;
   bool recovers_ = false;
   bool has_aborted_ = false;
 };

@@ -78,10 +78,11 @@ void Session::open(const std::filesystem::path& file) {
   std::vector<char> second_name = writable("");
   std::vector<char> directory = writable(absolute.parent_path().string());
   needs_exit_ = true;
+  guarded_.set_place("", std::nullopt);
   const std::size_t seen_diagnostics = diagnostics().size();
   const int result =
       guarded_.call_checked(entry_.set_filenames, name.data(), second_name.data(), directory.data(), 0);
-  if (result != 1) throw Error(entry_.set_filenames.name, "the result is " + std::to_string(result));
+  if (result != 1) throw guarded_.error(entry_.set_filenames.name, "the result is " + std::to_string(result));
 
   // From here on the reader holds the new dataset, whatever comes of it. The path may be the session's own.
   std::filesystem::path path = file;
@@ -117,6 +118,7 @@ void Session::forget_dataset() {
   is_open_ = false;
   path_.clear();
   traced_files_.clear();
+  guarded_.set_place("", std::nullopt);
   time_sets_.clear();
   geometry_set_ = variable_set_ = 0;
   changing_geometry_ = ChangingGeometry::fixed;

@@ -4,7 +4,8 @@
 // A session calls the reader's entry points in a host's order with arrays sized as a host sizes them, and
 // turns the answers into the values of dataset.h. A reader keeps its state for the whole process, so only one
 // session at a time may use a library. Every member throws Error when a call fails or a number is out of
-// range; after a failure the session can be used on.
+// range; after a failure the session can be used on. The Error of a call names the file and the step that
+// were being read, as far as they are known; with captured diagnostics they mostly are.
 #pragma once
 
 #include <filesystem>
@@ -97,6 +98,8 @@ class Session {
   // Whether these are the files of all steps. With kSimplifyToggle a reader may index the first one alone,
   // and the last ones are missing where the diagnostics became too long to be kept.
   bool knows_every_file() const { return is_open_ && traced_files_.size() >= variable_times().times.size(); }
+  // The file of a step of the variables' set; empty when it is not known or there is no such step.
+  std::string file_of_step(int step) const;
 
  private:
   void close_quietly() noexcept;
@@ -108,7 +111,7 @@ class Session {
   const TimeSet& time_set(int number) const;
   void ask_time_sets();
   void select(int set, int step);
-  std::string select_geometry(int geometry_step);
+  std::optional<Error> select_geometry(int geometry_step);
   void ask_parts();
   void finish_parts();
   void check_node_numbers(const Part& part, const ElementBlock& block) const;

@@ -54,8 +54,9 @@ void Session::ask_parts() {
       is_sound = is_sound && part.elements[slot] >= 0;
     }
     if (!is_sound) {
-      throw Error(entry_.get_gold_part_build_info.name,
-                  "part " + std::to_string(part.number) + " has a negative count of nodes or elements");
+      throw guarded_.error(
+          entry_.get_gold_part_build_info.name,
+          "part " + std::to_string(part.number) + " has a negative count of nodes or elements");
     }
   }
   region_sets_ = set_part_kinds(parts);
@@ -111,9 +112,9 @@ void Session::check_node_numbers(const Part& part, const ElementBlock& block) co
   for (const int node : block.nodes)
     wrong |= static_cast<unsigned>(static_cast<unsigned>(node) - 1U >= nodes);
   if (wrong != 0) {
-    throw Error(entry_.get_part_elements_by_type.name,
-                "part " + std::to_string(part.number) + " has a " + std::string(block.shape.name) +
-                    " with a node number outside 1 to " + std::to_string(part.nodes));
+    throw guarded_.error(entry_.get_part_elements_by_type.name,
+                         "part " + std::to_string(part.number) + " has a " + std::string(block.shape.name) +
+                             " with a node number outside 1 to " + std::to_string(part.nodes));
   }
 }
 

@@ -54,6 +54,11 @@ int Session::geometry_step_of(int step) const {
   return geometry_steps_[static_cast<std::size_t>(step)];
 }
 
+std::string Session::file_of_step(int step) const {
+  if (step < 0 || step >= step_count() || !knows_every_file()) return "";
+  return traced_files_[static_cast<std::size_t>(step)];
+}
+
 void Session::select(int set, int step) {
   if (selection_ != std::pair(set, step)) requests_.clear();
   selection_.reset();
@@ -61,15 +66,16 @@ void Session::select(int set, int step) {
   selection_ = std::pair(set, step);
 }
 
-// Brings in the geometry of a step of its set. The result tells why it failed, as far as the reader says it.
-std::string Session::select_geometry(int geometry_step) {
+// Brings in the geometry of a step of its set. Returns the Error when the reader says that it failed.
+std::optional<Error> Session::select_geometry(int geometry_step) {
   geometry_step_.reset();
   parts_.clear();
   select(geometry_set_, geometry_step);
   const std::string& text = guarded_.latest_diagnostics();
-  if (tells_geometry_failure(text)) return reason_in_diagnostics(text);
+  if (tells_geometry_failure(text))
+    return guarded_.error(entry_.set_time_set_and_step.name, reason_in_diagnostics(text));
   geometry_step_ = geometry_step;
-  return "";
+  return std::nullopt;
 }
 
 void Session::select_step(int step) {
@@ -77,11 +83,12 @@ void Session::select_step(int step) {
   const int geometry_step = geometry_step_of(step);
   const bool new_geometry = geometry_step_ != geometry_step;
   step_ = step;
-  const std::string failure = new_geometry ? select_geometry(geometry_step) : "";
+  guarded_.set_place(file_of_step(step), step);
+  const std::optional<Error> failure = new_geometry ? select_geometry(geometry_step) : std::nullopt;
   // A reader keeps one current step for both sets and reads values for the one that was selected last.
   select(variable_set_, step);
   if (new_geometry) ask_parts();
-  if (!failure.empty()) throw Error(entry_.set_time_set_and_step.name, failure);
+  if (failure) throw *failure;
 }
 
 // Selecting another step and coming back empties the reader's cache and, in the variables' set, touches no

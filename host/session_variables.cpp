@@ -113,7 +113,10 @@ bool Session::note_availability(int result, PartValues& values) const {
   values.availability = Availability::failed;
   if (result == 2) values.availability = Availability::not_in_this_step;
   if (result == 3) values.availability = Availability::not_offered;
-  if (values.availability == Availability::failed) values.reason = guarded_.failure_reason(result);
+  if (values.availability == Availability::failed) {
+    values.reason = guarded_.failure_reason(result);
+    values.file = guarded_.failing_file();
+  }
   return false;
 }
 

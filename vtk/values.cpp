@@ -32,7 +32,11 @@ vtkSmartPointer<vtkDataArray> make(host::Session& session, const host::Variable&
   array->SetNumberOfComponents(components);
   for (int component = 0; component < components; ++component) {
     const host::PartValues values = session.values(variable.number, part, component);
-    if (values.availability == host::Availability::failed) throw host::Error(values.reason);
+    if (values.availability == host::Availability::failed) {
+      host::Error error(values.reason);
+      error.locate(values.file, session.step());
+      throw error;
+    }
     if (values.availability != host::Availability::given) return nullptr;
     if (component == 0) array->SetNumberOfTuples(static_cast<vtkIdType>(values.values().size()));
     if (values.values().empty()) continue;

@@ -45,6 +45,16 @@ TEST(DiagnosticText, TracedFilesOnceInOrder) {
       (Texts{"/a b.fld", "/c.fld"}));
 }
 
+TEST(DiagnosticText, NamesTheFileOfTheLastMessageAboutOne) {
+  EXPECT_EQ(host::last_named_file("IN ( FLD): /a.fld\nIN ( FLD): /b c.fld\nNO NODES\n"), "/b c.fld");
+  EXPECT_EQ(host::last_named_file("FILE NOT FOUND : /a.fld\n"), "/a.fld");
+  EXPECT_EQ(host::last_named_file("FAILED TO OPEN /a.fld\n"), "/a.fld");
+  EXPECT_EQ(host::last_named_file("IN ( FLD): /b.fld\nERROR : XFAILED TO READ GEOMETRY DATA IN /a.fld.\n"),
+            "/a.fld");
+  EXPECT_EQ(host::last_named_file("error : failed to open fld file : /a.fld.\n"), "/a.fld");
+  EXPECT_EQ(host::last_named_file("WARNING : 3 ODD IN /a.fld\nThis is not FLD file.\n"), "");
+}
+
 TEST(DiagnosticText, WarningsOnceInOrder) {
   EXPECT_EQ(
       host::warnings("WARNING : 3 ODD IN /a.fld\nnoise\nWARNING : 1 OTHER\nWARNING : 3 ODD IN /a.fld\n"),

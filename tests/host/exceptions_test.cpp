@@ -66,4 +66,13 @@ TEST_F(Exceptions, AFailedOpeningWithoutTextTellsTheResult) {
   EXPECT_EQ(opening_error(fake::kFailsSilently, true).reason(), "the result is -1");
 }
 
+TEST_F(Exceptions, OfAnOpeningNameTheFileThatWasReadLast) {
+  const host::Error error = opening_error(fake::kFails, true);
+  EXPECT_EQ(error.file(), fake::file(fake::kFails));
+  EXPECT_FALSE(error.step().has_value());
+  // Nothing was traced, or nothing captured.
+  EXPECT_EQ(opening_error(fake::kThrowsReader, true).file(), "");
+  EXPECT_EQ(opening_error(fake::kFails).file(), "");
+}
+
 }  // namespace

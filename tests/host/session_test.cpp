@@ -255,6 +255,26 @@ TEST_F(Session, TellsAGeometryThatCannotBeRead) {
   EXPECT_EQ(session.coordinates(1).x()[1], fake::x(0, 0, 1));
 }
 
+TEST_F(Session, NamesTheFileAndStepOfAGeometryThatCannotBeRead) {
+  session.open(fake::file(fake::kGeometryFails));
+  try {
+    session.select_step(1);
+    FAIL() << "the geometry is read";
+  } catch (const host::Error& error) {
+    EXPECT_EQ(error.file(), "b.fld");
+    EXPECT_EQ(error.step(), 1);
+  }
+}
+
+TEST_F(Session, NamesTheFileOfAStepWhoseValuesCannotBeRead) {
+  session.open(fake::file(fake::kManyFiles));
+  session.select_step(5);
+  EXPECT_EQ(session.file_of_step(5), "/made-up/many_files_0000005.fld");
+  EXPECT_EQ(session.values(fake::kBroken, 1).file, session.file_of_step(5));
+  EXPECT_EQ(session.file_of_step(fake::kManyFilesCount), "");
+  EXPECT_EQ(session.file_of_step(-1), "");
+}
+
 TEST_F(Session, RejectsNodeNumbersOutsideThePart) {
   session.open(fake::file(fake::kBadNodeNumber));
   EXPECT_EQ(error_of([&] { session.elements(1); }),
