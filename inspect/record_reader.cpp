@@ -15,7 +15,7 @@ Record RecordReader::begin(std::uint64_t expected) {
 Record RecordReader::begin_at_most(std::uint64_t expected, std::uint64_t unit) {
   const std::int32_t marker = leading_marker();
   const auto length = static_cast<std::uint64_t>(marker);
-  if (marker <= 0 || length >= expected || length % unit != 0 || !ends_after(length)) return begin(expected);
+  if (marker < 0 || length >= expected || length % unit != 0 || !ends_after(length)) return begin(expected);
   return started(length);
 }
 

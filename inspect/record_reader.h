@@ -23,7 +23,7 @@ class RecordReader {
   // Goes to the payload of the next record, which should be `expected` bytes long. The record that is there
   // may have another length (reported). Throws FramingLost.
   Record begin(std::uint64_t expected);
-  // The same for one that may be shorter as well, by whole `unit`s, but not empty.
+  // The same for one that may be shorter, by whole `unit`s.
   Record begin_at_most(std::uint64_t expected, std::uint64_t unit);
   // The same for one of unknown length.
   Record begin_any();

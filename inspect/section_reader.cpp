@@ -143,6 +143,7 @@ SectionReader::Read SectionReader::block(Content content, DataKind data, std::in
     if (record.length != length) throw SectionLost{};
     visitor_.record(current_, record, elements);
   }
+  if (has_empty_record()) empty_record();
   if (count == 1 && data != DataKind::real && data != DataKind::characters) {
     visitor_.integer(current_, read.sum);
   }
@@ -179,11 +180,26 @@ void SectionReader::check_counts() {
   const std::int64_t per_record = rule.per_record;
   // A count may be anything up to the largest number.
   const std::int64_t records = count == 0 || per_record == 0 ? 0 : (count - 1) / per_record + 1;
-  if (rule.n_records != records || (count > 0 && records == 0) ||
+  if ((rule.n_records != records && !has_empty_record()) || (count > 0 && records == 0) ||
       (is_text && count > 0 && per_record != count)) {
     give_up(Kind::block_count, in_words(current_), in_words(rule));
   }
-  if (per_record > count) report_exceeding(count);
+  if (per_record > count && count > 0) report_exceeding(count);
+}
+
+bool SectionReader::has_empty_record() const {
+  const std::int64_t per_record = current_.rule.per_record;
+  return current_.data != DataKind::characters && per_record > 0 && current_.count % per_record == 0 &&
+         current_.rule.n_records == current_.count / per_record + 1;
+}
+
+void SectionReader::empty_record() {
+  const std::uint64_t place = reader_.position();
+  if (reader_.int32_at(place) != 0 || reader_.int32_at(place + 4) != 0)
+    give_up(Kind::block_count, in_words(current_), in_words(current_.rule));
+  const Record record = records_.begin(0);
+  records_.end(record);
+  visitor_.record(current_, record, 0);
 }
 
 void SectionReader::data_record(std::int64_t first, const Record& record, Read& read) {
@@ -223,11 +239,7 @@ void SectionReader::take_in(const Piece& piece, Read& read) {
 void SectionReader::anything() {
   while (!is_at_end()) {
     open_block(Content::data, DataKind::any, -1);
-    const std::int32_t width = current_.rule.width;
-    current_.width = width;
-    if (current_.rule.n_records > 0 && width != 1 && width != 2 && width != 4 && width != 8) {
-      give_up(Kind::block_width, "1, 2, 4 or 8", std::to_string(width));
-    }
+    current_.width = current_.rule.width;
     visitor_.begin_block(current_);
     any_records();
     visitor_.end_block(current_);
@@ -253,7 +265,7 @@ void SectionReader::any_records() {
     visitor_.record(current_, record, count);
     elements += count;
   }
-  if (rule.per_record > elements) report_exceeding(elements);
+  if (rule.per_record > elements && elements > 0) report_exceeding(elements);
 }
 
 bool SectionReader::is_at_end() {

@@ -69,6 +69,10 @@ class SectionReader {
   void open_block(Content content, DataKind data, std::int64_t count);
   bool check_width(std::int64_t wanted);
   void check_counts();
+  // Whether the rule announces one more record behind the last element. Such a record has no elements and is
+  // read like any other.
+  bool has_empty_record() const;
+  void empty_record();
   void data_record(std::int64_t first, const Record& record, Read& read);
   void take_in(const Piece& piece, Read& read);
   void any_records();

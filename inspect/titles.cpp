@@ -38,13 +38,24 @@ constexpr TitleInfo kTitles[] = {
     {vector, kSection, true, "LS_Vector:", read_vector},
 };
 
-// In how many places two texts differ, a missing character counting as a blank.
+char folded(char c) {
+  return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
+// The number of positions at which two texts differ, upper and lower case being the same. A missing character
+// counts as a blank.
 std::size_t difference(std::string_view a, std::string_view b) {
   std::size_t count = 0;
   for (std::size_t i = 0; i < std::max(a.size(), b.size()); ++i) {
-    count += (i < a.size() ? a[i] : ' ') != (i < b.size() ? b[i] : ' ') ? 1 : 0;
+    count += folded(i < a.size() ? a[i] : ' ') != folded(i < b.size() ? b[i] : ' ') ? 1 : 0;
   }
   return count;
+}
+
+// How many characters may be wrong in a title of this length; in a short one any other letter makes another
+// word.
+std::size_t tolerance(std::size_t length) {
+  return std::min<std::size_t>(length / 8, 2);
 }
 
 }  // namespace
@@ -55,14 +66,16 @@ std::span<const TitleInfo> all_titles() {
 
 const TitleInfo* find_title(std::string_view text) {
   const auto* const found = std::find_if(std::begin(kTitles), std::end(kTitles), [&](const TitleInfo& title) {
-    return title.is_prefix ? text.starts_with(title.text) : text == title.text;
+    if (!text.starts_with(title.text)) return false;
+    return title.is_prefix || text.size() == title.text.size() || text[title.text.size()] == ' ';
   });
   return found == std::end(kTitles) ? nullptr : found;
 }
 
-const TitleInfo* near_miss(std::string_view text) {
+const TitleInfo* similar_title(std::string_view text) {
   const auto* const found = std::find_if(std::begin(kTitles), std::end(kTitles), [&](const TitleInfo& title) {
-    return difference(title.is_prefix ? text.substr(0, title.text.size()) : text, title.text) <= 2;
+    const std::string_view compared = title.is_prefix ? text.substr(0, title.text.size()) : text;
+    return difference(compared, title.text) <= tolerance(title.text.size());
   });
   return found == std::end(kTitles) ? nullptr : found;
 }

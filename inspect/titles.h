@@ -52,10 +52,12 @@ struct TitleInfo {
 
 std::span<const TitleInfo> all_titles();
 
-// The entry of a title without the blanks at its end, null for an unknown one.
+// The entry of a title, given without the blanks at its end; null for an unknown one. Readers ignore what
+// follows a known title and a blank.
 const TitleInfo* find_title(std::string_view text);
 
-// The known title that differs from `text` in one or two characters, null when there is none.
-const TitleInfo* near_miss(std::string_view text);
+// The known title that an unknown one may be a misspelling of: it differs in case alone, or in at most one
+// character of eight. Null when there is none.
+const TitleInfo* similar_title(std::string_view text);
 
 }  // namespace inspect

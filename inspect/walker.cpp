@@ -100,13 +100,12 @@ class Walker : private Reporter {
   }
 
   void report_unknown() {
-    const TitleInfo* near = near_miss(title_.text);
-    const Kind kind = near != nullptr             ? Kind::title_misspelt
-                      : is_printable(title_.text) ? Kind::title_unknown
-                                                  : Kind::title_not_text;
-    report(kind, title_.record.payload(), near != nullptr ? std::string(near->text) : "a known title",
+    const TitleInfo* similar = similar_title(title_.text);
+    const Kind kind = !is_printable(title_.text) ? Kind::title_not_text
+                      : similar != nullptr       ? Kind::title_misspelt
+                                                 : Kind::title_unknown;
+    report(kind, title_.record.payload(), similar != nullptr ? std::string(similar->text) : "a known title",
            in_quotes(title_.text));
-    title_.info = near;  // what follows is most likely what the title was meant to be
   }
 
   bool body() {

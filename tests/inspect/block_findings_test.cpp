@@ -58,6 +58,26 @@ TEST(BlockFindings, TheWrongSize) {
   expect_rule({4, 4, 0}, 303, "4 elements of width 4", "width 4, 4 per record, 0 records");
 }
 
+// A record without elements behind the last one, and in a block of none.
+TEST(BlockFindings, ARecordWithoutElementsIsRight) {
+  File file = small_file();
+  testkit::RegionSet& set = file.region_sets.front();
+  Block& x = set.section("LS_Nodes").blocks[1];
+  x = x.with_rule({4, 4, 2});
+  const Written written(file);
+  std::string bytes = written.bytes;
+  bytes.insert(written.value("LS_Nodes", 1) + 20, 8, '\0');
+  EXPECT_EQ(told(bytes), Lines{});
+
+  set.section("LS_Nodes").blocks[1].rule.reset();
+  set.section("LS_VolumeGeometry") = testkit::volumes_section({{.name = "none"}});
+  const Written empty(file);
+  const std::uint64_t rule = empty.rule("LS_VolumeGeometry", 4);
+  bytes = with_integer(with_integer(empty.bytes, rule + 8, 3), rule + 12, 1);
+  bytes.insert(rule + 20, 8, '\0');
+  EXPECT_EQ(told(bytes), told(empty.bytes));
+}
+
 // The connectivity of one tetrahedron.
 TEST(BlockFindings, ACountThatNoFileCanHold) {
   const std::string found = "width 4, 4 per record, 1 records";

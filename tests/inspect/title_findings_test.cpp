@@ -34,15 +34,39 @@ TEST(TitleFindings, BytesThatAreNotText) {
                                          "a known title", "\"Half\\x01way\"")});
 }
 
-TEST(TitleFindings, Misspelt) {
+TEST(TitleFindings, ASimilarTitleIsAWarning) {
+  for (const std::string title : {"LS_MatOfElement", "LS_matofelements", "LS_MatOfElemints"}) {
+    File file = small_file();
+    file.region_sets.front().section("LS_MatOfElements").title = title;
+    const Written written(file);
+    EXPECT_EQ(told(written.bytes),
+              (Lines{line(214, written.title("OverlapStart_1"), "LS_MatOfElements", "none"),
+                     line(202, written.title(title.c_str()) + 4, "LS_MatOfElements", '"' + title + '"')}));
+  }
+  EXPECT_EQ(inspect::info(inspect::Kind::title_misspelt).severity, inspect::Severity::warning);
+}
+
+TEST(TitleFindings, AShortTitleIsSimilarToNothing) {
+  for (const char* title : {"Case", "Name", "Data", "Cycles", "Base"}) {
+    File file = small_file();
+    file.header.items.push_back(testkit::header_item(title, {Block::integer(1)}));
+    const Written written(file);
+    EXPECT_EQ(told(written.bytes),
+              Lines{line(203, written.title(title) + 4, "a known title", '"' + std::string(title) + '"')});
+  }
+}
+
+// Its blocks are not taken for those of the known section.
+TEST(TitleFindings, ASectionOfASimilarTitleIsSteppedOver) {
+  const Written file(with({.title = "LS_Modes", .blocks = {Block::characters("any"), Block::real(1.0)}}));
+  EXPECT_EQ(told(file.bytes), Lines{line(202, file.title("LS_Modes") + 4, "LS_Nodes", "\"LS_Modes\"")});
+}
+
+// Readers compare a title up to the first blank behind the known text.
+TEST(TitleFindings, AKnownTitleMayBeFollowedByMore) {
   File file = small_file();
-  file.region_sets.front().section("LS_MatOfElements").title = "LS_MatOfElement";
-  const Written written(file);
-  EXPECT_EQ(told(written.bytes), Lines{line(202, written.title("LS_MatOfElement") + 4, "LS_MatOfElements",
-                                            "\"LS_MatOfElement\"")});
-  file.region_sets.front().section("LS_MatOfElement").title = "LS_MatOfElements  !";
-  EXPECT_EQ(told(file), Lines{line(202, written.title("LS_MatOfElement") + 4, "LS_MatOfElements",
-                                   "\"LS_MatOfElements  !\"")});
+  file.region_sets.front().section("LS_MatOfElements").title = "LS_MatOfElements  !";
+  EXPECT_EQ(told(file), Lines{});
 }
 
 TEST(TitleFindings, UnknownIsANote) {

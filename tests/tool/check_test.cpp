@@ -149,7 +149,7 @@ TEST(CheckCommand, Json) {
   EXPECT_EQ(report["findings"][0], (json{{"number", "FLD-508"},
                                          {"severity", "error"},
                                          {"offset", places.of("LS_VolumeGeometry").blocks[4] + 28},
-                                         {"text", "a region's element outside the elements"},
+                                         {"text", "a region's element out of range"},
                                          {"place", "region set 0, LS_VolumeGeometry, elements of region 0"},
                                          {"wanted", "0 to 3"},
                                          {"found", "4"}}));
