@@ -13,11 +13,11 @@ class FLDFile;
 
 class Field {
  public:
-  // Adds the quantities of one indexed file that are not listed yet: all scalars of all its region sets, then
-  // all vectors. A name keeps the label of its first appearance.
+  // Adds the quantities of an indexed file that are not listed yet: the scalars of all region sets, then the
+  // vectors. A name keeps the first label seen.
   void append(const FLDFile& file);
 
-  // Names in the order of their first appearance, and the label of each.
+  // Names and labels in order of first appearance.
   const std::vector<std::string>& scalar_names() const { return scalars_.names; }
   const std::vector<std::string>& scalar_labels() const { return scalars_.labels; }
   const std::vector<std::string>& vector_names() const { return vectors_.names; }

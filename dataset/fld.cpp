@@ -62,7 +62,7 @@ int FLD::seekFLD(bool full) {
     }
   }
   m_anyALE = std::any_of(m_fld.begin(), m_fld.end(), [](const FLDFile& file) { return file.hasALE(); });
-  // Files that were not indexed have no names besides.
+  // The other files share the first one's names.
   std::for_each(m_fld.begin(), indexed_end, [this](const FLDFile& file) { m_field.append(file); });
   return 0;
 }

@@ -11,35 +11,34 @@ namespace fld {
 
 class FLD {
  public:
-  // Builds the file list from the file that the user picked: finds its series, validates every file and finds
-  // out whether the dataset is transient. Returns 0, -1 (bad extension) or -2 (a file fails validation);
-  // messages go to the standard error stream. Throws FLDReadException.
+  // Builds the file list from the file that the user selected: finds its series, validates every file and
+  // sets m_transient. Returns 0, -1 (bad extension) or -2 (a file fails validation); messages go to stderr.
+  // Throws FLDReadException.
   int searchFLD(const char* fldpath);
 
-  // The paths of the series of the picked file, in time-step order. Returns 0, or -2 for a bad extension.
+  // The paths of the series of the selected file, in time-step order. Returns 0, or -2 for a bad extension.
   int searchFLD(const char* fldpath, std::vector<std::string>& files) const;
 
   // Validates each file in order and appends it to `fld`. Returns 0, -1 (cannot open), -2 (not an FLD file),
   // -3 (wrong version or dimension) or -5 (the first file lacks node coordinates in a region set).
   int checkFLD(const std::vector<std::string>& files, std::vector<FLDFile>& fld) const;
 
-  // Indexes the quantities of every file (`full`), or of the first file only, whose index then serves all
-  // files, and gathers the catalogue. Returns 0, or -1 when a file cannot be indexed. Throws
-  // FLDReadException.
+  // Indexes the quantities of every file (`full`), or of the first file only and uses its index for all
+  // files, and builds the catalogue. Returns 0, or -1 if a file cannot be indexed. Throws FLDReadException.
   int seekFLD(bool full);
 
-  // Whether the time of some file is greater than 0.
+  // Whether any file's time is greater than 0.
   bool isTransient_inner(const std::vector<FLDFile>& fld) const;
 
-  // The first file with that cycle number; null when there is none.
+  // The first file with this cycle number, or null.
   const FLDFile* findFLDFileByCycle(int cycle) const;
 
-  // The file whose geometry applies to region set `ioverlap` of file `i`: the base file of its motion when it
-  // has one, else the nearest file at or before it that has geometry there. Null when there is none.
+  // The file whose geometry applies to region set `ioverlap` of file `i`: the base file if it has a motion,
+  // otherwise the nearest file at or before `i` with geometry for this region set. Null if there is none.
   const FLDFile* refGeometryFLDFile(int i, int ioverlap) const;
 
-  // The nearest file at or before file `i` that has geometry in region set `ioverlap`, motions aside; null
-  // when there is none.
+  // The nearest file at or before `i` with geometry for region set `ioverlap`, ignoring motions; null if
+  // there is none.
   const FLDFile* nearestGeometryFLDFile(int i, int ioverlap) const;
 
   // The position of a file of m_fld.
@@ -47,8 +46,8 @@ class FLD {
 
   std::vector<FLDFile> m_fld;  // in time-step order
   Field m_field;
-  bool m_anyALE = false;     // some file has a motion
-  bool m_transient = false;  // some file's time is greater than 0
+  bool m_anyALE = false;     // any file has a motion
+  bool m_transient = false;  // any file's time is greater than 0
 };
 
 }  // namespace fld

@@ -12,7 +12,7 @@ namespace fld {
 
 namespace {
 
-// The entry of `list` for a quantity's name; null when there is none.
+// The entry of `list` with this name, or null.
 template <class Title>
 const Title* find_title(const SharedList<Title>& list, const char* name) {
   const auto found = std::find_if(list.begin(), list.end(),
@@ -32,7 +32,7 @@ int FLDFile::checkSections() {
   if (status != 0) return status;
   FILE* stream = file.stream();
   header_end_ = ftello(stream);
-  FLDSEEKOverlap outside;  // sections before the first region set belong to none and leave no trace
+  FLDSEEKOverlap outside;  // receives sections before the first region set, which are ignored
   FLDSEEKOverlap* overlap = &outside;
   QuantityNotes notes(stream, m_dimension);
   for (;;) {
@@ -60,7 +60,7 @@ int FLDFile::checkSections() {
     }
     if (title_starts_with(title, "LS_Nodes")) overlap->m_hasGeometry = true;
     if (title_starts_with(title, "LS_Scalar:@BNODE")) overlap->m_hasOverset = true;
-    if (!notes.pass(offset, title)) FLDV4_I_SKIP(stream);
+    if (!notes.note_if_quantity(offset, title)) FLDV4_I_SKIP(stream);
   }
 }
 

@@ -1,4 +1,4 @@
-// Where things are inside one region set of one file.
+// The index of one region set of one file.
 #pragma once
 
 #include <cstdint>
@@ -9,13 +9,13 @@
 
 namespace fld {
 
-// The quantity sections of one region set, in the order in which they stand in the file.
+// The quantity sections of one region set, in file order.
 struct FLDSEEK {
   SharedList<FLDTITLE_Scalar> m_scalars;
   SharedList<FLDTITLE_Vector> m_vectors;
 };
 
-// One region set of one file: its quantities, its motion and what else it carries.
+// One region set of one file: its quantities, its motion and flags.
 struct FLDSEEKOverlap : FLDSEEK {
   int64_t m_begin = 0;         // file offset of the region set's opening title
   ALE m_ale;                   // empty unless m_hasALE

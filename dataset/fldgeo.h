@@ -12,11 +12,10 @@
 
 namespace fld {
 
-// A value: copies share the objects. After FLDFile::readGeometry all indices are zero-based. An object whose
-// section is missing is null, which stands for an empty one.
+// A value type whose copies share the objects. After FLDFile::readGeometry all indices are zero-based. If a
+// section is missing, its pointer is null, which means empty.
 //
-// Indices may still point outside the table that they refer to, when the file says so; such an entry is not
-// counted, not marked and not followed wherever it is used.
+// Indices from the file may be out of range. Every user ignores such entries.
 struct FLDGEO {
   std::vector<smart_ptr<SurfaceGeometry>> surfaces;  // in file order
   std::vector<smart_ptr<VolumeGeometry>> volumes;    // in file order
@@ -28,7 +27,7 @@ struct FLDGEO {
 
   int node_count() const { return nodes ? nodes->nnode : 0; }
   int element_count() const { return elements ? elements->nelem : 0; }
-  // Whether each element has all of its nodes, and all of them are in the mesh.
+  // Whether every element's nodes are complete and in range.
   bool has_sound_elements() const {
     return elements && elements->conn_range.is_inside(node_count()) && elements->nodes() <= elements->nconn;
   }

@@ -7,7 +7,7 @@
 
 namespace fld {
 
-// In place of a file's index: of a geometry that is not, or not wholly, that of one file.
+// In place of a file's index: the geometry is not that of a single file.
 inline constexpr int kNoFile = -1;
 
 class Geometry {
@@ -17,8 +17,8 @@ class Geometry {
   unsigned long nvolume() const;
   unsigned long nmat() const;
 
-  // The i-th surface (volume) from 0 when the lists of all region sets are laid end to end; `geoIndex`
-  // becomes the index of the region set that holds it. Past the end: empty, with `geoIndex` unchanged.
+  // The i-th surface (volume), from 0, of the concatenated lists of all region sets. Sets `geoIndex` to its
+  // region set. Past the end: returns null and leaves `geoIndex` unchanged.
   smart_ptr<SurfaceGeometry> getSurfaceGeometry(unsigned long i, int& geoIndex) const;
   smart_ptr<VolumeGeometry> getVolumeGeometry(unsigned long i, int& geoIndex) const;
 
@@ -27,7 +27,7 @@ class Geometry {
   void regions_change() { is_counted_ = false; }
 
   std::vector<FLDGEO> geos;
-  std::vector<int> loadedStep;  // per region set, the file whose geometry it holds, or kNoFile
+  std::vector<int> loadedStep;  // per region set, the index of the file whose geometry it holds, or kNoFile
 
  private:
   // Per region set, how many surfaces (volumes) there are in it and those before it.

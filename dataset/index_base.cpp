@@ -11,7 +11,7 @@ namespace {
 
 constexpr int kMaterials = 10000;  // material numbers are 0 to 9999
 
-// Subtraction that wraps: an index of a wrong file may overflow, and stays outside every table that matters.
+// Wraps on overflow: such an index is out of range before and after.
 int without_bias(int index, int bias) {
   return static_cast<int>(static_cast<unsigned>(index) - static_cast<unsigned>(bias));
 }
@@ -20,10 +20,10 @@ void subtract(int* indices, long n, int bias) {
   for (long i = 0; i < n; ++i) indices[i] = without_bias(indices[i], bias);
 }
 
-// Subtracts the bias and tells the range of what comes out, block by block while it is in the cache.
+// Subtracts the bias and returns the range of the results. Works in blocks that fit the cache.
 IndexRange subtract_and_measure(int* indices, long n, int bias) {
   constexpr long kBlock = 8192;
-  IndexRange range = {0, -1};  // of an empty list
+  IndexRange range = {0, -1};  // the range of an empty list
   for (long begin = 0; begin < n; begin += kBlock) {
     int* const block = indices + begin;
     const long length = std::min(kBlock, n - begin);

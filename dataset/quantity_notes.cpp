@@ -6,7 +6,7 @@
 
 namespace fld {
 
-// Whether it could be read, and the walk that checks the sections would have gone on from the same place.
+// Whether it could be read and ends at the same offset for both walks.
 bool QuantityNotes::read_quantity(long offset, const char* title) {
   FLDSEEK& set = sets_.back();
   try {
@@ -19,7 +19,7 @@ bool QuantityNotes::read_quantity(long offset, const char* title) {
   }
 }
 
-bool QuantityNotes::pass(long offset, const char* title) {
+bool QuantityNotes::note_if_quantity(long offset, const char* title) {
   if (sets_.empty()) agree_ = false;
   if (!agree_ || !(title_starts_with(title, "LS_Scalar:") || title_starts_with(title, "LS_Vector:")))
     return false;
@@ -30,7 +30,7 @@ bool QuantityNotes::pass(long offset, const char* title) {
 }
 
 void QuantityNotes::check_motion(off_t body) {
-  // A second disagreement says nothing new, and each may cost a walk through the rest of the file.
+  // One disagreement is enough, and each check may walk the rest of the file.
   if (!agree_) return;
   const off_t end = ftello(stream_);
   go_to(stream_, body);

@@ -1,5 +1,5 @@
-// Notes the quantities of a file while its sections are checked, so that it is not walked again to index
-// them. A file in which the two walks would part, be it by a title or by a length, is left to the second one.
+// Notes the quantities of a file while its sections are checked, so that indexing need not walk the file
+// again. If both walks would not read the file identically, it is walked again.
 #pragma once
 
 #include <cstdio>
@@ -11,20 +11,21 @@ namespace fld {
 
 class QuantityNotes {
  public:
-  // `dimension` as in the file's header.
+  // `dimension` from the file's header.
   QuantityNotes(FILE* stream, int dimension) : stream_(stream), dimension_(dimension) {}
 
   void begin_region_set() { sets_.emplace_back(); }
 
-  // Goes over the section that began at `offset` with `title` when it is a quantity that can be noted: the
-  // stream is behind its end rule then. Else the stream stays where it is, at the beginning of the section's
-  // body, and the result is false.
-  bool pass(long offset, const char* title);
+  // If the section with `title` at `offset` is a quantity that can be noted, reads it up to and including its
+  // end rule and returns true. Otherwise leaves the stream at the start of the section's body and returns
+  // false.
+  bool note_if_quantity(long offset, const char* title);
 
-  // After a motion was read whose body begins at `body`. Leaves the stream where it is.
+  // Call after reading a motion whose body starts at `body`. Does not move the stream.
   void check_motion(off_t body);
 
-  // The quantities of each region set, given the title that ended the file; nothing when there is any doubt.
+  // The quantities of each region set; empty if the walks may differ. `title` is the title that ended the
+  // walk.
   std::vector<FLDSEEK> take(const char* title, int length);
 
  private:

@@ -1,4 +1,4 @@
-// FLDFile::readGeometry: reads one region set of a file and puts its geometry together.
+// FLDFile::readGeometry: reads one region set and assembles its geometry.
 #include <cstdio>
 
 #include "dataset/fld_file.h"
@@ -11,9 +11,9 @@ namespace fld {
 
 namespace {
 
-// A large buffer is worth filling for region sets of so many bytes.
+// Region sets of at least this many bytes are read with a large buffer.
 constexpr int64_t kLarge = int64_t{64} << 10;
-// Reading a header of no more bytes costs as little as opening the file.
+// A header up to this size takes no longer to read than the file to open.
 constexpr int64_t kLongHeader = int64_t{4} << 10;
 
 }  // namespace
@@ -26,8 +26,7 @@ Access FLDFile::access_to(size_t region) const {
 
 int FLDFile::go_to_region_set(const InputFile& file, size_t region) const {
   const int64_t begin = m_overlap[region].m_begin;
-  // A long header is not read once more for each of many region sets while the file is the one that was
-  // checked.
+  // If the file is unchanged, a long header is not read again for each region set.
   if (header_end_ > kLongHeader && file && file.stamp() == checked_) {
     if (is_region_set_at(file.stream(), begin)) return 0;
     rewind(file.stream());
@@ -47,7 +46,7 @@ int FLDFile::readGeometry(int region, FLDGEO& geo) const {
   LoadedSections loaded;
   // Zero-based numbering and counts come last, and also when the reading broke off: whatever a geometry holds
   // is ready to be served.
-  const auto put_together = [&] {
+  const auto assemble = [&] {
     modifyIndicies(geo, m_bias, loaded);
     count_types(geo);
   };
@@ -62,14 +61,14 @@ int FLDFile::readGeometry(int region, FLDGEO& geo) const {
       geo.materials = distinct_materials(geo.matOfElements.get());
     }
   } catch (const FLDException& error) {
-    put_together();
+    assemble();
     fprintf(stderr, "ERROR : %s", error.getMessage());
     return kReadInPart;
   } catch (...) {
-    put_together();
+    assemble();
     throw;
   }
-  put_together();
+  assemble();
   report_bad_indices(geo, m_path);
   return 0;
 }

@@ -9,7 +9,7 @@ namespace fld {
 
 namespace {
 
-// Reads a section's regions aside, so that `list` never holds a region that was read in part.
+// Reads into a temporary, so that `list` never holds a partially read region.
 template <class Regions>
 void read_regions(FILE* stream, void (*read)(FILE*, Regions&), Regions& list, bool& loaded) {
   Regions regions;
@@ -24,7 +24,7 @@ void read_object(FILE* stream, smart_ptr<Object> (*read)(FILE*), smart_ptr<Objec
   loaded = true;
 }
 
-// The body of one section of the requested region set.
+// Reads the body of one section of the requested region set.
 void read_section(FILE* stream, const char* title, int n, FLDGEO& geo, LoadedSections& loaded) {
   const auto is = [title, n](const char* key) { return titlecmp(title, key, n) == 0; };
   if (is("LS_CoordinateSystem")) {
@@ -56,7 +56,7 @@ bool is_region_set_at(FILE* stream, int64_t begin) {
     if (fseeko(stream, begin, SEEK_SET) != 0) return false;
     FLDV4_I_TITLE(stream, title);
   } catch (const FLDReadException&) {
-    return false;  // the file has become shorter
+    return false;  // the file was truncated
   }
   return title_starts_with(title, "OverlapStart_");
 }

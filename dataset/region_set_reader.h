@@ -8,7 +8,7 @@
 
 namespace fld {
 
-// Which pieces with indices or material numbers a file has given.
+// Which sections with indices or material numbers were read.
 struct LoadedSections {
   bool surfaces = false;
   bool volumes = false;
@@ -16,17 +16,15 @@ struct LoadedSections {
   bool materials = false;
 };
 
-// Whether the opening title of a region set stands at `begin`; the stream is behind it then.
+// Whether there is an opening title of a region set at offset `begin`. If so, leaves the stream after it.
 bool is_region_set_at(FILE* stream, int64_t begin);
 
-// Brings the stream, which stands behind the header, behind the opening title of region set `region`. It is
-// looked for at `begin` first; a file that has changed since it was indexed there is walked from the header
-// on. Throws FLDReadException.
+// Moves the stream from the end of the header to the end of the opening title of region set `region`. Tries
+// offset `begin` first; if the file has changed, walks it from the header. Throws FLDReadException.
 void find_region_set(FILE* stream, int64_t begin, int region);
 
-// Walks the sections of a region set, from behind its opening title to its end, and puts what it reads into
-// `geo`, a section of a kind that was met before replacing the earlier one. `loaded` follows what was
-// replaced, so that it is right when the walk ends with an exception. Throws FLDException.
+// Reads the sections of a region set into `geo`, from the end of its opening title. A later section of the
+// same kind replaces an earlier one. `loaded` is valid even if an exception is thrown. Throws FLDException.
 void read_region_set(FILE* stream, FLDGEO& geo, LoadedSections& loaded);
 
 }  // namespace fld

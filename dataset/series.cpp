@@ -10,9 +10,9 @@ namespace fld {
 
 namespace {
 
-constexpr size_t kExtensionLength = 4;  // of the entries of a series, the dot included
+constexpr size_t kExtensionLength = 4;  // of file names in a series, including the dot
 
-// Letter case of ASCII alone: the host's locale has no say in what belongs to a series.
+// ASCII only, independent of the host's locale.
 char folded(char c) {
   return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
 }
@@ -26,7 +26,7 @@ bool is_digit(char c) {
   return c >= '0' && c <= '9';
 }
 
-// The digits between "<base>_" and the last four characters; empty when the entry is not of the series.
+// The digits between "<base>_" and the last four characters; empty if the name is not in the series.
 std::string_view cycle_digits(std::string_view entry, std::string_view base) {
   if (entry.size() < base.size() + 2 + kExtensionLength) return {};
   if (!starts_with_any_case(entry, base) || entry[base.size()] != '_') return {};
@@ -34,7 +34,7 @@ std::string_view cycle_digits(std::string_view entry, std::string_view base) {
   return std::all_of(digits.begin(), digits.end(), is_digit) ? digits : std::string_view{};
 }
 
-// Digits beyond 64 bits count as the largest number there; what does not fit 32 bits is cut off.
+// Values beyond 64 bits saturate; the result is truncated to 32 bits.
 int cycle_number(std::string_view digits) {
   return static_cast<int>(strtol(std::string(digits).c_str(), nullptr, 10));
 }

@@ -1,5 +1,4 @@
-// A list whose copies share its entries until one of them is changed, so that files which are taken to be
-// alike have one index between them.
+// A copy-on-write list, so that files that are assumed to be alike can share one index.
 #pragma once
 
 #include <cstddef>
@@ -18,7 +17,7 @@ class SharedList {
   bool empty() const { return size() == 0; }
   const T& operator[](size_t i) const { return (*entries_)[i]; }
 
-  // The entries for changing them, which the copies do not see.
+  // The entries for writing. Copies are not affected.
   std::vector<T>& own() {
     if (!entries_) {
       entries_ = make_smart<std::vector<T>>();

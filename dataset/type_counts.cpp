@@ -19,14 +19,14 @@ long count_outside(const int* indices, long n, int count) {
   return outside;
 }
 
-// Face links of -1 name no element and are right.
+// A face link of -1 means "no element" and is valid.
 long count_links_outside(const int* links, long n, int count) {
   long outside = 0;
   for (long i = 0; i < n; ++i) outside += links[i] != -1 && !inside(links[i], count);
   return outside;
 }
 
-// How many nodes more than it has the surface's faces need.
+// Number of node indices that the surface's faces lack.
 long missing_nodes(const SurfaceGeometry& surface) {
   long needed = 0;
   for (int i = 0; i < surface.nface; ++i) needed += nodes_of_face(surface.faceType[i]);

@@ -1,4 +1,4 @@
-// Counting elements and faces by type, and indices that point outside their tables.
+// Counts elements and faces by type, and indices that are out of range.
 #pragma once
 
 #include <string>
@@ -7,8 +7,8 @@
 
 namespace fld {
 
-// Sets the counts of every surface, of every volume and of the elements. A volume's element index outside the
-// element list is not counted.
+// Sets the counts of all surfaces, all volumes and the elements. Element indices out of range are not
+// counted.
 void count_types(FLDGEO& geo);
 
 // Writes one line per kind of index that points outside its table to the standard error stream: nodes of

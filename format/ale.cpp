@@ -19,7 +19,7 @@ constexpr size_t kLeastRegion = 40;  // bytes: two rule records
 constexpr size_t kLeastName = 28;    // bytes: a character block
 constexpr size_t kLeastAction = 48;  // bytes: a character block and a rule record
 
-// Reads `count` points or vectors of three values into `places`.
+// Reads `count` points or vectors of three values each.
 void read_points(FILE* stream, int count, double* places) {
   struct Item {
     VFPA values;

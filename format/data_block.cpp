@@ -12,7 +12,7 @@ namespace fld {
 
 namespace {
 
-// Elements of record `k` of an array of `n` (not negative) elements.
+// Number of elements in record `k` of an array of `n` >= 0 elements.
 long elements_of_record(const Rule& rule, long k, long n) {
   const long remaining = n - k * rule.perRecord;
   if (rule.perRecord < 0) throw FLDReadException("NEGATIVE RECORD SIZE IN A RULE RECORD.");
@@ -31,8 +31,8 @@ void read_records(FILE* stream, const Rule& rule, long n, size_t width, void* ou
   }
 }
 
-// Before an array is allocated: its `n` elements have to be announced by the rule and to fit in the rest of
-// the file.
+// Call before allocating an array: the rule must announce at least `n` elements, and the rest of the file
+// must be able to hold them.
 void check_array(FILE* stream, const Rule& rule, long n, size_t width) {
   check_count(stream, n, width);
   if (std::max(rule.nRecords, 0) * std::max<long>(rule.perRecord, 0) < n) {
@@ -96,7 +96,7 @@ std::string read_text(FILE* stream, int n, bool* is_plain) {
 
 std::string read_field(FILE* stream, int n) {
   std::string text = read_text(stream, n);
-  // A block shorter than its field leaves NULs at the field's end, before which nothing is trimmed.
+  // A block shorter than its field is padded with NULs; blanks before them are not trimmed.
   if (n > 0 && text.size() == static_cast<size_t>(n)) cnvt_trimright(text.data(), n);
   text.resize(strlen(text.c_str()));
   return text;

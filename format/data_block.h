@@ -1,5 +1,5 @@
-// Data blocks: a rule record and the data records that it announces. The elements of an array are spread over
-// the records in order; all records but the last are full.
+// Data blocks: a rule record followed by data records. The elements of an array are stored in record order;
+// every record but the last is full.
 //
 // The element count comes from the caller, not from the file. A rule that announces more records than the
 // count needs is an FLDReadException. With fewer, elements that the file does not give keep what the caller's
@@ -15,38 +15,35 @@
 
 namespace fld {
 
-// `n` int32 values; the rule's width is not looked at.
+// `n` int32 values. The rule's width is ignored.
 void FLDV4_I_INTarray(FILE* stream, long n, int* out);
 
-// `n` integers of 4 bytes (widened with their sign) or, for any other width of the rule, 8 bytes.
+// `n` integers of 4 bytes (sign-extended) if the rule's width is 4, otherwise of 8 bytes.
 void FLDV4_I_INT64array(FILE* stream, long n, long* out);
 
-// One float of 4 or 8 bytes, as double. Another width: FLDReadException "THIS FLD FILE HAS AN INVALID DATA
-// TYPE.".
+// One float of 4 or 8 bytes, as double. Throws FLDReadException "THIS FLD FILE HAS AN INVALID DATA TYPE." for
+// other widths.
 double FLDV4_I_FPREC(FILE* stream);
 
-// `n` floats in the block's own width (4 or 8, else as above), in a new tracked array that the caller frees.
-// `out` holds it before the values are read, so that an owner of `out` frees it when reading fails.
+// `n` floats in the block's width (4 or 8, else throws as above), in a new tracked array that the caller
+// frees. `out` is set before the values are read, so that its owner frees the array if reading fails.
 void FLDV4_I_FPRECaloc_array(FILE* stream, int n, VFPA* out);
 
-// The characters of one character block, the first `n` at most; what is beyond them is read and dropped.
-// `is_plain` becomes whether the block is the one record that its rule says, so that stepping over it ends at
-// the same place.
+// At most `n` characters of one character block; the rest is skipped. Sets `is_plain` if the block is exactly
+// the one record that its rule announces, in which case skipping the block ends at the same offset.
 std::string read_text(FILE* stream, int n, bool* is_plain = nullptr);
 
-// One character block that is a blank-padded field of `n` characters: its text, without the blanks at the
-// end.
+// One character block that holds a blank-padded field of `n` characters; trailing blanks are removed.
 std::string read_field(FILE* stream, int n);
 
-// One character block into `out` (at least n + 1 bytes): at most `n` characters, NULs up to and including
-// index n. Characters beyond that are read and dropped.
+// One character block into `out` (at least n + 1 bytes): at most `n` characters, then NULs up to and
+// including index n. Further characters are skipped.
 void FLDV4_I_CHARarray(FILE* stream, int n, char* out);
 
-// One character block of `n` characters, cut to 80: `out` (at least 81 bytes) ends with NUL at index 80 at
-// the latest.
+// One character block of `n` characters, truncated to 80, NUL-terminated. `out` has at least 81 bytes.
 void FLDV4_I_CHARarray80(FILE* stream, int n, char* out);
 
-// A block of one int32 value; `missing` when the block has no records.
+// A block of one int32 value; `missing` if the block has no records.
 int read_int(FILE* stream, int missing = 0);
 
 // A new tracked array of `n` int32 values.

@@ -1,4 +1,4 @@
-// The type codes of elements and of surface faces, and how many nodes each shape has.
+// Type codes of elements and surface faces, and the number of nodes of each.
 #pragma once
 
 #include <array>
@@ -47,7 +47,7 @@ constexpr int look_up(const Table& table, int code) {
 
 }  // namespace element_codes_detail
 
-// Nodes of an element (a face) of this code; 0 for a code that names no shape. Look-ups without a branch per
+// Number of nodes of an element (face) of this code; 0 for unknown codes. Table lookups, without a branch per
 // shape.
 constexpr int nodes_of_element(int code) {
   return element_codes_detail::look_up(element_codes_detail::kElementNodes, code);

@@ -1,11 +1,11 @@
-// How many elements of each type a list holds.
+// Number of elements of each type.
 #pragma once
 
 #include "format/element_codes.h"
 
 namespace fld {
 
-// Counted when the geometry is assembled; codes that name no shape count nowhere.
+// Set when the geometry is assembled. Unknown codes are not counted.
 struct ElementCounts {
   int ntri = 0;
   int nquad = 0;
@@ -14,10 +14,10 @@ struct ElementCounts {
   int nprism = 0;
   int nhex = 0;
 
-  // Node indices that so many elements take in a connectivity.
+  // Length of the connectivity of these elements.
   long nodes() const { return 3L * ntri + 4L * nquad + 4L * ntet + 5L * npyr + 6L * nprism + 8L * nhex; }
 
-  // Without a branch per type, so that a loop over a list of codes compiles to vector code.
+  // Branch-free, so that a loop over a list of codes is vectorised.
   void add(int code) {
     ntri += code == kTriangle;
     nquad += code == kQuadrilateral;

@@ -8,7 +8,7 @@
 
 namespace fld {
 
-// The smallest and the largest index of a list, as long as they are not known those of no table.
+// Smallest and largest index; the defaults fit no table.
 struct IndexRange {
   int smallest = -1;
   int largest = 0;
@@ -25,9 +25,9 @@ class Elements : public ElementCounts {
 
   int nelem = 0;
   int* type = nullptr;  // nelem type codes
-  int* conn = nullptr;  // nconn node indices, element after element, each with as many as its type has nodes
+  int* conn = nullptr;  // nconn node indices, element by element
   long nconn = 0;
-  IndexRange conn_range;  // of conn, noted when its indices are brought to zero-based numbering
+  IndexRange conn_range;  // of conn; set when the indices become zero-based
 };
 
 // Reads the section's body: int block nelem; int block of nelem types; int block of 4 or 8 bytes nconn; int

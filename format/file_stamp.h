@@ -1,4 +1,4 @@
-// What tells whether a file is still the one that was read before: its identity, size and times.
+// Identity, size and times of a file, to detect that it has changed.
 #pragma once
 
 #include <cstdint>
@@ -18,10 +18,10 @@ struct FileStamp {
   uint64_t inode = 0;
   int64_t size = -1;     // bytes; -1: no file
   int64_t modified = 0;  // ns
-  int64_t changed = 0;   // ns, of its entry
+  int64_t changed = 0;   // ns, inode change
 };
 
-// Of the file that is at `path` now; without a file, one that equals that of no file.
+// The stamp of the file at `path`; a default-constructed one if there is no such file.
 FileStamp stamp_of(const std::string& path);
 
 }  // namespace fld

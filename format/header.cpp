@@ -19,7 +19,7 @@ void read_cycle(FILE* stream, int* cycle, double* time) {
   FLDV4_I_END(stream);
 }
 
-// One value of the item "Unused", whose rule records say nothing that is relied on.
+// One value of the item "Unused". Its rule record is ignored.
 void read_unused_value(FILE* stream, void* value, size_t width) {
   FLDV4_I_RULE(stream);
   read_marker(stream);
@@ -50,7 +50,7 @@ int FLDV4_I_HeadB(FILE* stream, int* dimension, int* cycle, double* time, float*
       read_unused_value(stream, unusedDouble, sizeof *unusedDouble);
       FLDV4_I_END(stream);
     } else {
-      // "Application", "GridType", "Date", "Comments" and titles that are not known.
+      // "Application", "GridType", "Date", "Comments" and unknown titles.
       FLDV4_I_SKIP(stream);
     }
   }

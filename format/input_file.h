@@ -1,4 +1,4 @@
-// An FLD file opened for reading. Owns the stream and its buffer; closed on every path.
+// An FLD file opened for reading. Owns the stream and its buffer.
 #pragma once
 
 #include <memory>
@@ -9,14 +9,13 @@
 
 namespace fld {
 
-// How a file is going to be read: a walk from title to title that steps over nearly everything, or arrays in
-// bulk. A step over data refills the stream's buffer, so walks want a small one, and bulk reads a large one.
+// The expected access: walk from title to title and seek past the data, or read arrays in bulk. A seek
+// refills the stream's buffer, so a walk uses a small buffer and a bulk read a large one.
 enum class Access { walk, bulk };
 
 class InputFile {
  public:
-  // Opens a regular file. Anything else (a pipe, a device, a folder) is a file that cannot be opened, without
-  // blocking.
+  // Opens a regular file. Anything else (a pipe, a device, a directory) fails to open. Never blocks.
   InputFile(const std::string& path, Access access);
 
   explicit operator bool() const { return stream_ != nullptr; }

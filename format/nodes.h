@@ -16,8 +16,8 @@ class Nodes {
   ~Nodes();
 
   int nnode = 0;
-  // nnode values each, every axis in its own precision; radius, angle in radians and z in a cylindrical
-  // region set.
+  // nnode values each; the axes may differ in precision. In a cylindrical region set: radius, angle in
+  // radians, z.
   VFPA x, y, z;
 };
 

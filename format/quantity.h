@@ -1,5 +1,4 @@
-// The values of one quantity as read from one file, and the sections "LS_Scalar:<name>" and
-// "LS_Vector:<name>".
+// The values of one quantity of one file: the sections "LS_Scalar:<name>" and "LS_Vector:<name>".
 #pragma once
 
 #include <stdio.h>
@@ -17,7 +16,7 @@ class Scalar {
   Scalar& operator=(const Scalar&) = delete;
   ~Scalar();
 
-  char text[kLabelLength + 1] = {};  // the label as stored, with its blanks
+  char text[kLabelLength + 1] = {};  // label as stored, with trailing blanks
   int n = 0;                         // values
   VFPA values;                       // n values, one per node of the region set
 };
@@ -30,12 +29,12 @@ class Vector {
   ~Vector();
 
   int leading = 0;                   // first integer of the section's body, kept as read
-  char text[kLabelLength + 1] = {};  // the label as stored, with its blanks
+  char text[kLabelLength + 1] = {};  // label as stored, with trailing blanks
   int n = 0;                         // values per component
-  VFPA components[3];                // X, Y, Z: n values each, every component in its own precision
+  VFPA components[3];                // X, Y, Z: n values each; components may differ in precision
 };
 
-// Both start behind the section's leading integer.
+// Both readers start after the section's leading integer.
 
 // Body: char block of 32 (label), int block N, floating block of N values, end rule.
 smart_ptr<Scalar> FLDV4_Scalar(FILE* stream);

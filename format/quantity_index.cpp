@@ -19,7 +19,7 @@ void begin_entry(FLDTITLE& entry, long offset, const char* title) {
   cnvt_trimright(entry.m_name, kNameLength);
 }
 
-// Returns whether stepping over the label would have ended at the same place.
+// Returns whether skipping the label would have ended at the same offset.
 bool read_label(FILE* stream, FLDTITLE& entry) {
   bool is_plain = false;
   const std::string label = read_text(stream, kLabelLength, &is_plain);
@@ -28,7 +28,7 @@ bool read_label(FILE* stream, FLDTITLE& entry) {
   return is_plain;
 }
 
-// Returns whether all of them are blocks for FLDV4_I_SKIP as well.
+// Returns false if one of the rules is an end rule, at which FLDV4_I_SKIP stops.
 bool step_over_blocks(FILE* stream, int count) {
   bool are_blocks = true;
   for (int block = 0; block < count; ++block) are_blocks = FLDV4_I_SKIP_SUB(stream) && are_blocks;

@@ -11,9 +11,9 @@ namespace fld {
 
 namespace {
 
-// Arrays up to this size are allocated without asking for the file's size; they are too small to hurt.
+// Arrays up to this size are allocated without an fstat.
 constexpr int64_t kHarmlessBytes = 4096;
-// Steps up to this size are read and dropped.
+// Skips up to this size are read instead of seeked.
 constexpr size_t kSmallStep = 2048;
 
 std::string at_byte(FILE* stream) {
@@ -56,7 +56,7 @@ void step_over(FILE* stream, int length) {
   if (length < 0)
     throw FLDReadException("NEGATIVE RECORD LENGTH " + std::to_string(length) + at_byte(stream));
   if (length == 0) return;
-  // Every positioning costs a system call, also inside the stream's buffer.
+  // fseeko makes a system call even within the stream's buffer.
   std::array<char, kSmallStep> dropped;
   if (length <= static_cast<int>(dropped.size())) {
     const size_t given = fread_unlocked(dropped.data(), 1, static_cast<size_t>(length), stream);

@@ -30,8 +30,8 @@ int read_marker(FILE* stream) {
 }
 
 void FLD_I_HEAD_IVSN(FILE* stream, char* magic, int& version) {
-  // Not checked for the end of the file: a file too short for this record is not an FLD file, which is
-  // another answer than an FLD file that ends too early.
+  // Read without the check for end of file: a file too short for this record is reported as "not an FLD
+  // file", not as truncated.
   char record[4 + kMagicLength + 4] = {};
   cnvt_fread(record, 1, sizeof record, stream);
   memcpy(magic, record + 4, kMagicLength);

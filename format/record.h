@@ -1,10 +1,10 @@
-// The record layer: the framing of an FLD file and its three fixed record shapes (identification, title,
+// The record layer: the framing of an FLD file and its three fixed record types (identification, title,
 // rule).
 //
-// Every record is a payload between two 4-byte markers that hold its length. Markers are not compared with
-// anything; only stepping over a record and the title's length use their value. All readers take a stream
-// that stands at the first byte of what they read and leave it at the first byte after it; they throw
-// FLDReadException when the file ends or cannot be read.
+// Every record is a payload between two 4-byte markers that hold its length. Markers are not validated; only
+// skipping a record and the length of a title use their value. All readers start at the first byte of what
+// they read, leave the stream at the first byte after it, and throw FLDReadException at end of file or on a
+// read error.
 #pragma once
 
 #include <stdio.h>
@@ -13,7 +13,7 @@ namespace fld {
 
 constexpr int kTitleLength = 32;  // characters of a title record
 
-// A rule record: announces a data block and says how it is cut into records.
+// A rule record: the header of a data block.
 struct Rule {
   int width = 0;      // bytes of an element
   int perRecord = 0;  // elements of a full record
@@ -25,23 +25,22 @@ struct Rule {
 // One 4-byte marker before or after a payload.
 int read_marker(FILE* stream);
 
-// Identification and version records, into the 8 characters of `magic` (not terminated) and `version`. A file
-// that is too short for the identification record, or cannot be read there, gives a NUL as the first
-// character; without the right magic the version is 0.
+// Reads the identification and version records into `magic` (8 characters, not terminated) and `version`. If
+// the identification record cannot be read, magic[0] is NUL. If the magic is wrong, the version is 0.
 void FLD_I_HEAD_IVSN(FILE* stream, char* magic, int& version);
 
-// Whether the 8 characters are those of an FLD file, "VTRL-FLD".
+// Whether the 8 characters are "VTRL-FLD".
 bool is_fld_magic(const char* magic);
 
-// One title record into `title` (at least 33 bytes): 32 characters and NUL. Returns the trailing marker's
-// value, brought into 0 to 32: the title's length.
+// One title record into `title` (at least 33 bytes): 32 characters and NUL. Returns the title's length, which
+// is the trailing marker clamped to 0 to 32.
 int FLDV4_I_TITLE(FILE* stream, char* title);
 
-// 0 when the first `n` (0 to 32) characters of the title are the key, followed by blanks only up to the next
-// other character; else non-zero, as strcmp says.
+// 0 if the title starts with `key` and the next character is a blank or the title ends; otherwise like
+// strcmp. `n` (0 to 32) is the title's length.
 int titlecmp(const char* title, const char* key, int n);
 
-// Whether the title begins with all characters of `prefix`, as of "OverlapStart_" or "LS_Scalar:".
+// Whether the title begins with `prefix`, such as "OverlapStart_" or "LS_Scalar:".
 bool title_starts_with(const char* title, const char* prefix);
 
 // One rule record.
@@ -50,11 +49,10 @@ Rule FLDV4_I_RULE(FILE* stream);
 // The end rule of a section or header item; any other throws FLDReadException "ERROR IN FLDV4_I_END".
 void FLDV4_I_END(FILE* stream);
 
-// Steps over data blocks up to and including the end rule.
+// Skips data blocks up to and including the end rule.
 void FLDV4_I_SKIP(FILE* stream);
 
-// Steps over exactly one data block. False when its rule is the end rule, at which FLDV4_I_SKIP would have
-// ended.
+// Skips exactly one data block. Returns false if its rule is an end rule, at which FLDV4_I_SKIP stops.
 bool FLDV4_I_SKIP_SUB(FILE* stream);
 
 }  // namespace fld

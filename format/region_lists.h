@@ -1,5 +1,5 @@
-// What the readers of surface and volume regions share: making the list, names, and the arrays that the array
-// form of a section gathers for all regions.
+// Shared by the readers of surface and volume regions: the list, the names, and the arrays that the array
+// form of a section stores for all regions together.
 #pragma once
 
 #include <algorithm>
@@ -19,26 +19,26 @@ namespace fld {
 template <class Region>
 using RegionList = std::vector<smart_ptr<Region>>;
 
-// A region count; each region takes at least `bytes_each` of the rest of the file.
+// Reads a region count. Each region takes at least `bytes_each` bytes of the rest of the file.
 int read_region_count(FILE* stream, size_t bytes_each);
 
-// The length of every region name in characters.
+// Reads the length of the region names, in characters.
 int read_name_length(FILE* stream);
 
-// Makes the list hold `count` new regions; what stood in it is released.
+// Replaces the list with `count` new regions.
 template <class Region>
 void renew_regions(RegionList<Region>& list, int count) {
   list.resize(static_cast<size_t>(count));
   for (auto& region : list) region = make_smart<Region>();
 }
 
-// A character block of `length` characters as a string of its own, without trailing blanks.
+// Reads a character block of `length` characters into a new string, without trailing blanks.
 TrackedArray<char> read_name(FILE* stream, int length, int tag);
 
-// The name in the `length` characters at `characters`, likewise.
+// Copies the `length` characters at `characters` to a new string, without trailing blanks.
 TrackedArray<char> copy_name(const char* characters, int length, int tag);
 
-// Char block of all names, region after region, into the regions' `name`.
+// Char block with all names, region by region, stored in the member `name`.
 template <class Region>
 void read_gathered_names(FILE* stream, RegionList<Region>& list, int length, int tag_all, int tag_each) {
   const auto total = static_cast<int64_t>(list.size()) * length;
@@ -53,7 +53,7 @@ void read_gathered_names(FILE* stream, RegionList<Region>& list, int length, int
   }
 }
 
-// Int block of one count per region, into the regions' member `count`.
+// Int block with one count per region, stored in the member `count`.
 template <class Region>
 void read_counts(FILE* stream, RegionList<Region>& list, int Region::*count, int tag) {
   const auto counts = read_int_array(stream, static_cast<long>(list.size()), tag);
@@ -63,8 +63,8 @@ void read_counts(FILE* stream, RegionList<Region>& list, int Region::*count, int
   }
 }
 
-// Int block of the entries of all regions, region after region; each region gets a copy of its own entries in
-// the member `entries`.
+// Int block with the entries of all regions, region by region. Each region gets a copy of its entries in the
+// member `entries`.
 template <class Region>
 void read_gathered(FILE* stream, RegionList<Region>& list, int Region::*count, int* Region::*entries,
                    int tag_all, int tag_each) {

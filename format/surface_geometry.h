@@ -21,14 +21,13 @@ class SurfaceGeometry {
   int* faceType = nullptr;  // nface face codes
   int* faceLink = nullptr;  // nface indices of the element that the face belongs to, -1 for none
   int nfaceNode = 0;
-  int* faceNode =
-      nullptr;  // nfaceNode node indices, face after face, each with as many as its code has nodes
-  // Faces of code 133 and 134; counted when the geometry is assembled.
+  int* faceNode = nullptr;  // nfaceNode node indices, face by face
+  // Numbers of faces of code 133 and 134; set when the geometry is assembled.
   int ntri = 0;
   int nquad = 0;
 };
 
-// Both readers replace the list by the section's regions.
+// Both readers replace the contents of the list.
 
 // Body: int block R (regions); int block L (length of a name); per region: char block of L, int block nface,
 // int block of nface types, int block of nface links, int block nfaceNode, int block of nfaceNode node
@@ -36,8 +35,7 @@ class SurfaceGeometry {
 void FLDV4_SurfaceGeometry(FILE* stream, std::vector<smart_ptr<SurfaceGeometry>>& list);
 
 // Body: int blocks R and L; char block of R * L; int block of R nface; int blocks of all types and all links;
-// int block of R nfaceNode; int block of all node numbers; end rule. With R = 0 the end rule may stand right
-// after L.
+// int block of R nfaceNode; int block of all node numbers; end rule. If R is 0, the end rule may follow L.
 void FLDV4_SurfaceGeometryArray(FILE* stream, std::vector<smart_ptr<SurfaceGeometry>>& list);
 
 }  // namespace fld

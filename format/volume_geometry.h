@@ -21,14 +21,14 @@ class VolumeGeometry : public ElementCounts {
   int* elem = nullptr;  // nelem indices into the region set's Elements
 };
 
-// Both readers replace the list by the section's regions.
+// Both readers replace the contents of the list.
 
 // Body: int block R (regions); int block L (length of a name); per region: char block of L, int block nelem,
 // int block of nelem element numbers; end rule.
 void FLDV4_VolumeGeometry(FILE* stream, std::vector<smart_ptr<VolumeGeometry>>& list);
 
 // Body: int blocks R and L; char block of R * L; int block of R nelem; int block of all element numbers; end
-// rule. With R = 0 the end rule may stand right after L.
+// rule. If R is 0, the end rule may follow L.
 void FLDV4_VolumeGeometryArray(FILE* stream, std::vector<smart_ptr<VolumeGeometry>>& list);
 
 }  // namespace fld

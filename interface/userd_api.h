@@ -1,6 +1,5 @@
-// The host's user-defined reader interface, API version 2.04: the entry points that a host looks up by their
-// plain names. Shared by the reader, which defines them, and by host programs, which take the function types
-// from here.
+// The host's user-defined reader interface, API version 2.04: the entry points, which a host looks up by
+// name. The reader defines them; host programs take the function types from here.
 //
 // A buffer's size is what the host provides; "rows" means an array of pointers to separately allocated
 // arrays. Part, variable, time set and array positions count from 1 unless a comment says otherwise; steps,

@@ -6,7 +6,7 @@ namespace fld {
 
 namespace {
 
-// The point or vector in places 3 * index to 3 * index + 2.
+// The point or vector in entries 3 * index to 3 * index + 2.
 Point item(const ALE_ACT& act, size_t index) {
   return {act.data[3 * index], act.data[3 * index + 1], act.data[3 * index + 2]};
 }

@@ -1,4 +1,4 @@
-// The coordinate transformations of the motion's actions, in double precision.
+// The coordinate transformations of motion actions, in double precision.
 #pragma once
 
 #include <array>
@@ -30,8 +30,8 @@ struct Scaling {
   Point c, f;
 };
 
-// R (p - centre), right-handed about the axis. The centre is not added back, so a rotation about another
-// point than the origin also shifts by -centre. An axis of length 0 is taken as it is.
+// R (p - centre), right-handed about the axis. The centre is not added back, so a rotation about a point
+// other than the origin also translates by -centre. An axis of length 0 is not normalised.
 struct Rotation {
   explicit Rotation(const ALE_ACT& act);
   Point operator()(Point p) const;
@@ -39,8 +39,7 @@ struct Rotation {
   Matrix r;
 };
 
-// M p + t: carries four source points onto four target points. Not valid when the source points lie in one
-// plane.
+// M p + t: maps four source points to four target points. Not valid if the source points are coplanar.
 struct FourPoints {
   explicit FourPoints(const ALE_ACT& act);
   Point operator()(Point p) const;

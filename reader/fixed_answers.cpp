@@ -1,5 +1,5 @@
-// Entry points with fixed answers: the reader has no node or element ids, block data, ghosts, borders,
-// materials or species, rigid bodies, polygons or polyhedra, and no query at a point.
+// Entry points with constant answers: the reader has no node or element ids, structured blocks, ghosts,
+// borders, materials or species, rigid bodies, polygons, polyhedra or point queries.
 #include "interface/userd_api.h"
 #include "reader/globals.h"
 
@@ -27,7 +27,7 @@ int USERD_get_element_label_status() {
   return 0;
 }
 
-// -1: the host computes the extents, and the largest sizes, itself.
+// -1: the host computes extents and maximum sizes itself.
 int USERD_get_model_extents(float* /*extents*/) {
   return -1;
 }

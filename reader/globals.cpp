@@ -17,7 +17,7 @@ int Num_time_steps[kTimesetTable] = {};
 int Numparts_available = 0;
 int Num_variables = 0;
 
-// All objects stand here, so that they are made in this order and destroyed in the reverse order at unload.
+// All in one file, so that they are constructed in this order and destroyed in reverse order at unload.
 NodeTable<char> g_mark_node;
 NodeTable<int> g_globalNode2localNode;
 NodeTable<int> g_part_nodes;

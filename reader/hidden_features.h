@@ -1,5 +1,5 @@
-// Features that the reader does not have and does not show either: these are exported as C++ functions, so a
-// host that looks for their plain names does not find them and treats the features as absent.
+// Features that the reader lacks. They are exported with C++ linkage, so a host that looks up the plain names
+// does not find them and treats the features as absent.
 #pragma once
 
 #define USERD_HIDDEN __attribute__((visibility("default")))

@@ -1,5 +1,4 @@
-// Who the reader is and what it offers: identity and option entry points, and the exchange of the undefined
-// value.
+// Identity and options: names, versions, toggles, and the exchange of the undefined value.
 #include <cstdio>
 #include <cstring>
 
@@ -20,7 +19,7 @@ constexpr char kFileButtonLabel[] = "Set file";
 constexpr char kSimplifyTitle[] = "Simplify reading sequential FLD files";
 constexpr char kGroupTitle[] = "Make group of parts";
 
-// Lengths of the host's buffers that are filled.
+// Sizes of the host's buffers.
 constexpr size_t kIdentityText = 20;
 constexpr size_t kDescriptionText = 255;
 constexpr size_t kToggleTitle = 40;
@@ -56,7 +55,7 @@ int USERD_get_reader_descrip(char* description) {
   return 1;
 }
 
-// The label's address is also the result, as of a string copy.
+// Returns label1, like strcpy.
 char* USERD_set_filename_button_labels(char* label1, char* /*label2*/) {
   return static_cast<char*>(memcpy(label1, kFileButtonLabel, sizeof kFileButtonLabel));
 }
@@ -94,7 +93,7 @@ int USERD_get_extra_data(int* request, int* /*a2*/, int* count, int* /*a4*/, voi
   if (*request == 0) {  // the host asks what the reader wants: one float
     *request = kUndefinedValueRequest;
     if (values == nullptr) *count = 1;
-  } else {  // the host delivers
+  } else {  // the host delivers it
     *request = 0;
     if (values != nullptr) Ens_Undef_value = values[0];
   }

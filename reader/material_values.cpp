@@ -16,7 +16,7 @@ float material_of(const FLDGEO& geo, int element) {
 
 void write_materials(const Part& part, int slot, float* out) {
   if (part.kind == Part::Kind::none) return;
-  ++out;  // the host's array begins at entry 1
+  ++out;  // the host's arrays start at entry 1
   const FLDGEO& geo = part.geo();
   if (part.kind == Part::Kind::surface) {
     const int wanted = face_code_of_slot(slot);
@@ -28,7 +28,7 @@ void write_materials(const Part& part, int slot, float* out) {
   }
   const int wanted = element_code_of_slot(slot);
   if (wanted == 0) return;
-  // Flat elements have no material of their own, only a place in the host's array.
+  // Triangles and quadrilaterals have no material; their entries are undefined.
   const bool flat = wanted == kTriangle || wanted == kQuadrilateral;
   const auto write = [&](int e, int code) {
     if (code == wanted) *out++ = flat ? Ens_Undef_value : material_of(geo, e);

@@ -1,4 +1,4 @@
-// The part-group block: an XML text that lists the parts and puts some of them into two named groups.
+// The part-group block: XML that lists the parts and puts some of them into two named groups.
 #include <cstdio>
 #include <cstring>
 #include <string>
@@ -22,7 +22,7 @@ constexpr char kPart[] = "      <part name=\"";
 constexpr char kWholeMesh[] = "ALL_ELEMENTS";
 constexpr char kPartEnd[] = "\"></part>\n";
 
-// What the first characters of a surface's name say.
+// The kind of a surface, from the prefix of its name.
 enum class SurfaceKind { grouping, undefined, plain };
 
 SurfaceKind kind_of(std::string_view name) {
@@ -30,7 +30,7 @@ SurfaceKind kind_of(std::string_view name) {
   return name.starts_with("@") ? SurfaceKind::undefined : SurfaceKind::plain;
 }
 
-// What such a surface's line begins with. The ampersand stands here as XML wants it.
+// The start of the line for such a surface, with the ampersand escaped.
 const char* opening_of(SurfaceKind kind) {
   switch (kind) {
     case SurfaceKind::grouping:
@@ -43,7 +43,7 @@ const char* opening_of(SurfaceKind kind) {
   return kPart;
 }
 
-// The text, written in place: a dataset may have a region for every few bytes of its file.
+// Builds the text in one allocation, because a file may have a region every few bytes.
 class Block {
  public:
   explicit Block(const std::vector<FLDGEO>& geos) : geos_(geos) {
@@ -62,7 +62,7 @@ class Block {
   const std::string& text() const { return text_; }
 
  private:
-  // At least what the text takes.
+  // An upper bound of the text's size.
   size_t room() const {
     constexpr size_t kGroupLines = 256;
     constexpr size_t kLine = sizeof(kPart) + sizeof(kPartEnd);
@@ -88,7 +88,7 @@ class Block {
     }
   }
 
-  // Whether there are any of that kind.
+  // Returns whether there are any surfaces of this kind.
   bool add_surfaces(SurfaceKind kind) {
     bool any = false;
     for (const FLDGEO& geo : geos_) {
@@ -102,7 +102,7 @@ class Block {
     return any;
   }
 
-  // One part line, indented by `opening`, which also begins the name.
+  // One part line. `opening` contains the indentation and may start the name.
   void add_part(const char* opening, std::string_view name) {
     text_.append(opening).append(name).append(kPartEnd);
   }

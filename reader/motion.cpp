@@ -15,7 +15,7 @@ namespace fld {
 
 namespace {
 
-// Applies `map` to the coordinates of `nodes`, each read as double and rounded to its array's precision.
+// Applies `map` in double precision to the coordinates of `nodes` and rounds to each array's precision.
 template <class Map>
 void transform(const Nodes& coordinates, std::span<const int> nodes, const Map& map) {
   visit_elements(coordinates.x, [&](auto* x) {
@@ -53,7 +53,8 @@ void apply(const ALE_ACT& act, const Nodes& coordinates, std::span<const int> no
   }
 }
 
-// For each moving region the volume regions whose nodes it moves: the last region that names a volume has it.
+// For each moving region, the volume regions that it moves. A volume belongs to the last moving region that
+// names it.
 using MovedVolumes = std::vector<std::vector<const VolumeGeometry*>>;
 
 MovedVolumes share_out_volumes(const ALE& ale, const FLDGEO& geo) {
@@ -72,8 +73,8 @@ MovedVolumes share_out_volumes(const ALE& ale, const FLDGEO& geo) {
 
 }  // namespace
 
-// A node ends with the motion of the last region that has it, from where it was on entry. So the last region
-// comes first and each node is moved once, however many regions name it.
+// A node moves with the last region that contains it, from its position on entry. So the regions are
+// processed last to first and each node is moved once.
 void actALE(const ALE& ale, FLDGEO& geo, const long* ele2head) {
   const int nnode = geo.node_count();
   if (nnode == 0 || ale.regions.empty()) return;
@@ -88,8 +89,7 @@ void actALE(const ALE& ale, FLDGEO& geo, const long* ele2head) {
         for_each_node(*volume, geo.elements.get(), ele2head, nnode, on_node);
       }
     };
-    // The first one found is mostly the only one and large: passing over all marks gives its nodes in order.
-    // For the others that would cost the whole mesh each.
+    // Scan all marks for the first region (usually the only large one); collect the others directly.
     std::span<const int> nodes;
     if (std::exchange(any_marked, true)) {
       nodes = mark_and_list(visit);

@@ -1,4 +1,4 @@
-// Moving a region set's nodes as its motion says.
+// Applies the motion of a region set to its nodes.
 #pragma once
 
 #include "dataset/fldgeo.h"
@@ -6,9 +6,9 @@
 
 namespace fld {
 
-// Moves the nodes of `geo` in place, from the coordinates that it holds on entry: a node by the actions of
-// the last moving region that has it, one after the other, and by no other region's. Names that match no
-// volume region are skipped. `ele2head`: where each element begins in the connectivity.
+// Moves the nodes of `geo` in place. A node is moved by all actions, in order, of the last moving region that
+// contains it and by no other region. Names that match no volume region are skipped. `ele2head`: offset of
+// each element in the connectivity.
 void actALE(const ALE& ale, FLDGEO& geo, const long* ele2head);
 
 }  // namespace fld

@@ -12,25 +12,24 @@ namespace fld {
 
 namespace {
 
-// What the work tables hold.
+// The current contents of the work tables.
 struct Selection {
   int part = 0;  // 0: none
   int count = 0;
-  bool all = false;            // every node of the mesh
-  std::span<const int> nodes;  // empty when all
-  bool numbered = false;       // g_globalNode2localNode holds this part's numbers
+  bool all = false;            // the part has every node of the mesh
+  std::span<const int> nodes;  // empty if all
+  bool numbered = false;       // g_globalNode2localNode is filled for this part
 };
 Selection selection;
 
-size_t remembered_end = 0;    // in g_part_nodes
-bool any_remembered = false;  // some entry of g_part_lists is set
+size_t remembered_end = 0;    // offset in g_part_nodes
+bool any_remembered = false;  // g_part_lists has an entry
 
 void mark(int node) {
   g_mark_node[static_cast<size_t>(node)] = 1;
 }
 
-// Marks and lists the nodes that `visit` calls back with in ascending order: the way for parts that are small
-// beside the mesh.
+// Collects and sorts the nodes of `visit`. For parts that are small compared with the mesh.
 template <class Visit>
 std::span<const int> collect_nodes(Visit visit) {
   const std::span<int> nodes = mark_and_list(visit);
@@ -38,8 +37,7 @@ std::span<const int> collect_nodes(Visit visit) {
   return nodes;
 }
 
-// Passing over all marks costs less than sorting when the region names more nodes than this share of the
-// mesh.
+// For larger regions, scanning all marks is faster than sorting.
 bool is_small(long named_nodes, int nnode) {
   return named_nodes < nnode / 16;
 }
@@ -52,8 +50,8 @@ std::span<const int> find_nodes(const SurfaceGeometry& surface, int nnode) {
   return list_marked_nodes(nnode);
 }
 
-// Whether the volume's elements are those of the mesh, in their order, and their nodes all that the
-// connectivity names.
+// Whether the volume lists all elements of the mesh, in order, and its nodes are those of the whole
+// connectivity.
 bool is_whole_mesh(const VolumeGeometry& volume, const FLDGEO& geo) {
   if (!geo.has_sound_elements() || volume.nelem != geo.element_count()) return false;
   const Elements& elements = *geo.elements;
@@ -83,7 +81,7 @@ std::span<const int> find_nodes(const Part& part, int nnode) {
                                           : find_nodes(*part.volume, part.geo(), part.geoIndex, nnode);
 }
 
-// Keeps the list at next_list() for good, unless there would be no room for another one then.
+// Keeps the list at next_list(), if enough room is left for the next one.
 void remember(PartNodes& entry, std::span<const int> nodes, int nnode) {
   const bool all = static_cast<int>(nodes.size()) == nnode;  // needs no list
   const size_t end = remembered_end + (all ? 0 : nodes.size());
@@ -104,7 +102,7 @@ void select_all(int part, int count, size_t marks) {
   selection = {part, count, true, {}, false};
 }
 
-// The nodes of a surface or a volume.
+// Selects the nodes of a surface or volume.
 void select_region(const Part& part) {
   const int nnode = part.geo().node_count();
   PartNodes none = {};
@@ -155,7 +153,7 @@ const int* local_numbers() {
 }
 
 std::span<const int> list_marked_nodes(int nnode) {
-  constexpr int kGroup = 8;  // marks that are looked at together
+  constexpr int kGroup = 8;  // marks tested at once
   const char* const marks = g_mark_node.data();
   int* const list = next_list();
   int* end = list;
@@ -186,7 +184,7 @@ void forget_selection() {
 
 void forget_node_lists() {
   forget_selection();
-  // Many region sets read one after the other clear the lists of all parts once.
+  // When many region sets are read in turn, the table is cleared only once.
   if (std::exchange(any_remembered, false)) std::fill(g_part_lists.begin(), g_part_lists.end(), PartNodes{});
   remembered_end = 0;
 }

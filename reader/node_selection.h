@@ -1,6 +1,6 @@
-// The nodes of the part being served: marks, the ascending list of the marked nodes, and their local numbers,
-// kept in the work tables. The selection stays valid until another part is selected, and the lists of the
-// parts before it are remembered while the geometry stands, so a part's nodes are looked for once.
+// The nodes of the selected part: marks, the sorted list of marked nodes and their local numbers, kept in the
+// work tables. The selection is valid until another part is selected. Node lists are cached until the
+// geometry changes, so each part is searched once.
 #pragma once
 
 #include <span>
@@ -10,30 +10,29 @@
 
 namespace fld {
 
-// Selects the part's nodes, that is sets g_mark_node, and returns how many there are. The time it takes
-// follows the part, not the mesh.
+// Selects the part's nodes (sets g_mark_node) and returns their number. Takes time proportional to the part,
+// not the mesh.
 int select_nodes(const Part& part);
 
-// Whether the selected part has all nodes of its mesh; nothing is listed or numbered then, as it would be the
-// identity.
+// Whether the selected part has all nodes of its mesh. Then there is no list and no numbering, because it is
+// the identity.
 bool all_nodes_selected();
 
-// The selected nodes in ascending order.
+// The selected nodes, ascending. Empty if all_nodes_selected().
 std::span<const int> selected_nodes();
 
-// The number of each selected node within the part, from 0, by its number in the mesh:
-// g_globalNode2localNode, which is filled when a part is first asked for it.
+// Maps node indices of the mesh to node indices within the part, both from 0. Filled on first use per part.
 const int* local_numbers();
 
-// The nodes below `nnode` that are marked, in ascending order; valid until a part is selected. For users that
-// set the marks on their own.
+// The marked nodes below `nnode`, ascending, for callers that set the marks themselves. Valid until a part is
+// selected.
 std::span<const int> list_marked_nodes(int nnode);
 
-// Where these lists go, behind those that are remembered; there is room for a list of the whole mesh.
+// The free space after the cached lists; large enough for all nodes of the mesh.
 int* next_list();
 
-// Marks the nodes that `visit` calls back with and lists those that were not marked before, in the order of
-// the calls. The time it takes follows the calls, not the mesh.
+// Marks the nodes that `visit` reports and lists those that were not marked before, in order of the calls.
+// Takes time proportional to the number of calls, not the mesh.
 template <class Visit>
 std::span<int> mark_and_list(Visit visit) {
   int* const list = next_list();
@@ -47,14 +46,14 @@ std::span<int> mark_and_list(Visit visit) {
   return {list, end};
 }
 
-// Clears the marks of the selected part and forgets which it is.
+// Clears the marks and the selection.
 void forget_selection();
 
-// Forgets the lists of all parts as well: the geometry or the tables are about to change.
+// Also clears the cached node lists. Call before the geometry or the tables change.
 void forget_node_lists();
 
-// Mark a region's nodes, which have an entry each in `mark` (at least nnode), after clearing the first nnode
-// entries. Line faces and unknown codes mark nothing. Return how many of the first nnode entries are 1.
+// Clear the first `nnode` entries of `mark` and mark the region's nodes. Line faces and unknown codes are
+// ignored. Return the number of marked nodes.
 int fld_markNodesOnSurfaceRegion(const SurfaceGeometry* surface, int nnode, char* mark);
 int fld_markNodesOnVolumeRegion(const VolumeGeometry* volume, const Elements* elements, const long* ele2head,
                                 int nnode, char* mark);

@@ -1,5 +1,5 @@
-// Opening a dataset: finds and validates the files of the series, indexes them, reads the geometry of the
-// first one, and publishes the result when everything went well.
+// Opening a dataset: finds and validates the files of the series, indexes them and reads the geometry of the
+// first one. The globals are only replaced if everything succeeds.
 #include <algorithm>
 #include <cstdio>
 #include <cstring>
@@ -20,8 +20,8 @@ void keep_path(char (&buffer)[kPathBuffer], const char* path) {
   buffer[kPathBuffer - 1] = '\0';
 }
 
-// Whether every file's sections are indexed. A motion needs that, and switches the simplifying option off for
-// good.
+// Whether every file has to be indexed. A motion requires it and switches the simplifying option off
+// permanently.
 bool wants_full_index(const FLD& dataset) {
   if (std::any_of(dataset.m_fld.begin(), dataset.m_fld.end(),
                   [](const FLDFile& file) { return file.hasALE(); })) {
@@ -30,7 +30,7 @@ bool wants_full_index(const FLD& dataset) {
   return Toggle_user[0] == 0;
 }
 
-// The geometry of every region set of the dataset's first file; empty when one cannot be read.
+// The geometry of every region set of the first file; null if one cannot be read.
 smart_ptr<Geometry> read_first_geometry(const FLD& dataset) {
   auto geometry = make_smart<Geometry>();
   const FLDFile& first = dataset.m_fld.front();

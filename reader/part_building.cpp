@@ -1,4 +1,4 @@
-// Parts and what each holds: the entry points for part counts and build information.
+// Part count and build information.
 #include <algorithm>
 #include <cstring>
 
@@ -11,9 +11,9 @@ namespace fld {
 
 namespace {
 
-constexpr int kDescription = 80;  // bytes of the host's buffer for a part's description
+constexpr int kDescription = 80;  // size of the host's buffer for a part's description
 
-// The six element counts of a volume region or of a whole element list.
+// The six element counts of a volume region or whole mesh.
 void fill_counts(const ElementCounts& counted, int* slots) {
   slots[kSlotTriangle] = counted.ntri;
   slots[kSlotQuadrilateral] = counted.nquad;

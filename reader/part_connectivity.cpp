@@ -1,4 +1,4 @@
-// The connectivity of a part, one row of local node numbers per element.
+// The connectivity of a part: one row of local node numbers per element.
 #include "interface/userd_api.h"
 #include "reader/globals.h"
 #include "reader/node_selection.h"
@@ -10,10 +10,10 @@ namespace fld {
 
 namespace {
 
-// Node numbers of the host count from 1; node 1 also stands where the file gives no node of the mesh.
+// The host's node numbers start at 1. Node 1 also replaces missing or out-of-range nodes.
 constexpr int kFirstNode = 1;
 
-// The number of a node within the part: from the table of local numbers, or the mesh's own.
+// Node number within the part: from the table of local numbers, or that of the mesh.
 struct LocalNumber {
   const int* table;
   int operator()(int node) const { return table[node] + 1; }
@@ -22,7 +22,7 @@ struct MeshNumber {
   int operator()(int node) const { return node + 1; }
 };
 
-// The same where the file may name nodes that the mesh does not have.
+// The same for meshes with out-of-range node indices.
 template <class Number>
 struct CheckedNumber {
   Number number;
@@ -30,7 +30,7 @@ struct CheckedNumber {
   int operator()(int node) const { return is_inside(node, nnode) ? number(node) : kFirstNode; }
 };
 
-// Calls `work` with what numbers the nodes of the selected part.
+// Calls `work` with the numbering of the selected part.
 template <class Work>
 void with_numbering(Work work) {
   if (all_nodes_selected()) {
@@ -40,19 +40,19 @@ void with_numbering(Work work) {
   }
 }
 
-// Writes the row of an element of `kNodes` nodes, of which the file gives `given`.
+// Writes the row of an element of `kNodes` nodes, of which `given` are in the file.
 template <int kNodes, class Number>
 void write_row(int* row, const int* nodes, int given, Number number) {
   for (int j = 0; j < kNodes; ++j) row[j] = j < given ? number(nodes[j]) : kFirstNode;
 }
 
-// The same where the file gives all of them.
+// The same if all of them are in the file.
 template <int kNodes, class Number>
 void write_full_row(int* row, const int* nodes, Number number) {
   for (int j = 0; j < kNodes; ++j) row[j] = number(nodes[j]);
 }
 
-// Calls `work` with `nodes` as a compile-time constant when it is one of `kCounts`; not at all otherwise.
+// Calls `work` with `nodes` as a compile-time constant if it is one of `kCounts`; otherwise does nothing.
 template <int... kCounts, class Work>
 void with_node_count(int nodes, Work work) {
   const auto try_count = [&]<int kNodes>() {
@@ -73,8 +73,8 @@ void write_surface_rows(const Part& part, int slot, int** rows) {
   });
 }
 
-// Calls `write` with the elements and a function that writes the row of the one that begins at `head`, as its
-// nodes and the mesh allow; not at all without elements.
+// Calls `write` with the elements and a function that writes the row of the element at offset `head` of the
+// connectivity, with range checks only if the mesh needs them. Does nothing without elements.
 template <int kNodes, class Number, class Write>
 void with_row_writer(const Part& part, Number number, Write write) {
   const FLDGEO& geo = part.geo();

@@ -13,7 +13,7 @@ namespace {
 
 constexpr int kCylindrical = 1;
 
-// Turns radius and angle in entries 1 to `n` into x and y, in place.
+// Converts radius and angle in entries 1 to `n` to x and y, in place.
 void to_cartesian(float* x, float* y, int n) {
   for (int k = 1; k <= n; ++k) {
     const auto radius = static_cast<double>(x[k]);
@@ -36,7 +36,7 @@ int USERD_get_part_coords(int number, float** coords) {
   const Nodes& nodes = *part.geo().nodes;
   const VFPA* const axes[] = {&nodes.x, &nodes.y, &nodes.z};
   for (int axis = 0; axis < 3; ++axis) copy_part_values(count, *axes[axis], nodes.nnode, coords[axis]);
-  // The whole mesh is given as it is stored, whatever its coordinate system.
+  // The whole mesh keeps the coordinates of the file, whatever its coordinate system.
   if (part.kind != Part::Kind::whole && part.geo().coordinateSystem == kCylindrical) {
     to_cartesian(coords[0], coords[1], count);
   }

@@ -1,4 +1,4 @@
-// Copies values per node to the host in the order of the selected part's local numbers.
+// Copies nodal values to the host in the order of the part's local node numbers.
 #pragma once
 
 #include "support/vfpa.h"

@@ -5,7 +5,7 @@
 
 namespace fld {
 
-// What a part number stands for. The region is shared, so it lives as long as the request.
+// A part. Shares ownership of its region.
 struct Part {
   enum class Kind { none, surface, volume, whole };
 
@@ -18,13 +18,13 @@ struct Part {
   FLDGEO& geo() const;
 };
 
-// Part `number` of the current geometry; Kind::none outside the range.
+// Part `number` of the current geometry; Kind::none if out of range.
 Part find_part(int number);
 
-// Parts of the current geometry.
+// The number of parts of the current geometry.
 int count_parts();
 
-// The host's element-type slots that the reader fills, of 34.
+// The host's element-type slots: their number, and those that the reader uses.
 constexpr int kElementSlots = 34;
 constexpr int kSlotTriangle = 6;
 constexpr int kSlotQuadrilateral = 10;
@@ -33,7 +33,7 @@ constexpr int kSlotPyramid = 18;
 constexpr int kSlotPrism = 22;
 constexpr int kSlotHexahedron = 26;
 
-// The element code (face code) of a slot; 0, which is no code, for any other slot.
+// The element code (face code) of a slot; 0 for unused slots.
 int element_code_of_slot(int slot);
 int face_code_of_slot(int slot);
 

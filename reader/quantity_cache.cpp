@@ -14,14 +14,14 @@ namespace fld {
 
 namespace {
 
-// Whether a title that begins with `expected` stands at `offset`; the stream is behind it then.
+// Whether there is a title that begins with `expected` at `offset`. If so, leaves the stream after it.
 bool find_title(FILE* stream, int64_t offset, const std::string& expected) {
   char title[kTitleLength + 1];
   if (fseeko(stream, offset, SEEK_SET) != 0) return false;
   try {
     FLDV4_I_TITLE(stream, title);
   } catch (const FLDReadException&) {
-    return false;  // the file ends before: this is another file than the one that was indexed
+    return false;  // the file is shorter than when it was indexed
   }
   return title_starts_with(title, expected.c_str());
 }
@@ -42,7 +42,7 @@ template <class Quantity>
 int cache(const FLDFile& file, const FLDTITLE& title, const char* prefix, smart_ptr<Quantity> (*read)(FILE*),
           smart_ptr<Quantity>& held, std::string& held_name) {
   std::string name = title.m_name;
-  // An empty name says that nothing valid is held, also when a quantity's own name is empty.
+  // An empty name means that nothing is cached, even if a quantity's own name is empty.
   if (!name.empty() && name == held_name) return 1;
   const InputFile input(file.m_path, Access::bulk);
   if (!input) {

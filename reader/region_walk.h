@@ -1,5 +1,5 @@
-// Walks over the elements of volume regions and the faces of surface regions with the nodes that each really
-// has: what the file's lists do not hold is left out here, for every user alike.
+// Iterates over the elements of volume regions and the faces of surface regions. Indices out of range and
+// nodes beyond the end of a list are left out here, for all users.
 #pragma once
 
 #include <algorithm>
@@ -13,8 +13,8 @@ inline bool is_inside(int index, int count) {
   return static_cast<unsigned>(index) < static_cast<unsigned>(count);
 }
 
-// Calls visit(code, nodes, given) for each face in order: its node indices, of which the file gives `given`
-// (as many as the code has, fewer only where the list of nodes is too short).
+// Calls visit(code, nodes, given) for each face in order. `given` is the number of valid entries in `nodes`:
+// the face's node count, or fewer if the list of nodes is too short.
 template <class Visit>
 void for_each_face(const SurfaceGeometry& surface, Visit visit) {
   long cursor = 0;
@@ -28,8 +28,8 @@ void for_each_face(const SurfaceGeometry& surface, Visit visit) {
   }
 }
 
-// The node indices of the element that begins at `head` and how many of its `count` nodes the connectivity
-// gives.
+// The node indices of the element at offset `head` of the connectivity, and how many of its `count` nodes
+// exist.
 struct ElementNodes {
   ElementNodes(const Elements& elements, long head, int count)
       : nodes(elements.conn + std::min(head, elements.nconn)),
@@ -39,7 +39,7 @@ struct ElementNodes {
   int given;
 };
 
-// Calls visit(e, code) for each element of the region, in the region's order, that is in the element list.
+// Calls visit(e, code) for each element of the region, in order. Element indices out of range are skipped.
 template <class Visit>
 void for_each_element(const VolumeGeometry& volume, const Elements* elements, Visit visit) {
   const int nelem = elements != nullptr ? elements->nelem : 0;
@@ -49,8 +49,8 @@ void for_each_element(const VolumeGeometry& volume, const Elements* elements, Vi
   }
 }
 
-// Calls on_node(node) for every node of the region's triangles and quadrilaterals that is below `nnode`, as
-// often as it occurs.
+// Calls on_node(node) for every node below `nnode` of the region's triangles and quadrilaterals, with
+// repetitions.
 template <class OnNode>
 void for_each_node(const SurfaceGeometry& surface, int nnode, OnNode on_node) {
   for_each_face(surface, [=](int code, const int* nodes, int given) {

@@ -1,5 +1,4 @@
-// The end of a session: everything that is held between calls is released, and arrays that no owner released
-// are named.
+// The end of a session: releases all state and reports leaked arrays.
 #include "interface/userd_api.h"
 #include "reader/globals.h"
 #include "reader/work_tables.h"

@@ -1,4 +1,4 @@
-// The two time sets, their steps, and bringing the geometry to a step.
+// The two time sets, their steps, and updating the geometry to a step.
 #include <algorithm>
 #include <cstdio>
 #include <cstring>
@@ -36,7 +36,7 @@ int count_steps(int set) {
                                         [set](const FLDFile& file) { return is_step_of(set, file); }));
 }
 
-// The index of the file that is step `step` of the geometry's set; -1 when there is none.
+// The index of the file of step `step` of the geometry's set, or -1.
 int file_of_geometry_step(int step) {
   int steps = 0;
   for (size_t i = 0; i < files().size(); ++i) {
@@ -45,8 +45,8 @@ int file_of_geometry_step(int step) {
   return -1;
 }
 
-// Reads region set `g` of `file` into the current geometry, and keeps account of whose geometry that is:
-// nobody's when only some of it was read.
+// Reads region set `g` of `file` into the current geometry and updates loadedStep: kNoFile after a partial
+// read.
 int read_region(const FLDFile& file, int g) {
   int& holder = g_fldgeo->loadedStep[static_cast<size_t>(g)];
   const int before = std::exchange(holder, kNoFile);
@@ -59,8 +59,8 @@ int read_region(const FLDFile& file, int g) {
   return result;
 }
 
-// Reads region set `g` of file `reference`. A reference that has no node coordinates there is read on top of
-// the file that has: a motion never starts from what an earlier step has moved.
+// Reads region set `g` of file `reference`. If that has no node coordinates, first reads the nearest file
+// that has: a motion must not start from coordinates that an earlier step has moved.
 int reload_region(const FLDFile& reference, int g) {
   const auto region = static_cast<size_t>(g);
   if (region < reference.m_overlap.size() && !reference.m_overlap[region].m_hasGeometry) {
@@ -73,7 +73,7 @@ int reload_region(const FLDFile& reference, int g) {
   return read_region(reference, g);
 }
 
-// Brings region set `g` to the step of file `current`; false when its geometry cannot be read.
+// Updates region set `g` to the step of file `current`; false if its geometry cannot be read.
 bool bring_region_to_step(int current, int g) {
   const FLDFile* ref_fldfile = g_fld->refGeometryFLDFile(current, g);
   FLD_ASSERT(ref_fldfile, "fld_reader", "void USERD_set_time_set_and_step(int, int)");
@@ -90,7 +90,7 @@ bool bring_region_to_step(int current, int g) {
     try {
       result = reload_region(*ref_fldfile, g);
     } catch (...) {
-      // Some of the geometry may be another one already.
+      // Parts of the geometry may have been replaced.
       fit_work_tables(*g_fldgeo, g);
       throw;
     }

@@ -18,7 +18,7 @@ constexpr int kNotInThisStep = 2;
 
 constexpr int kComponents = 3;
 
-// The file of the current step; null when the step has none.
+// The file of the current step, or null.
 const FLDFile* current_file() {
   const auto step = static_cast<size_t>(Current_time_step);
   return g_fld && step < g_fld->m_fld.size() ? &g_fld->m_fld[step] : nullptr;

@@ -1,4 +1,4 @@
-// Which variables there are: their number and descriptions.
+// The variables: number and descriptions.
 #include "reader/variables.h"
 
 #include <cstdio>
@@ -11,7 +11,7 @@ namespace fld {
 
 namespace {
 
-constexpr size_t kText = 80;  // bytes of the host's buffers
+constexpr size_t kText = 80;  // size of the host's buffers
 constexpr char kMaterialName[] = "MatOfElements";
 
 // The host's codes.

@@ -7,7 +7,7 @@
 
 namespace fld {
 
-// What a variable number stands for.
+// A variable.
 struct Variable {
   enum class Kind { none, scalar, vector, material };
   // The host's variable types.
@@ -15,15 +15,15 @@ struct Variable {
   static constexpr int kVectorType = 2;
 
   Kind kind = Kind::none;
-  size_t index = 0;  // in the catalogue's list of its kind
+  size_t index = 0;  // in the catalogue's list of this kind
 
   int host_type() const { return kind == Kind::vector ? kVectorType : kScalarType; }
 };
 
-// The catalogue of the open dataset; an empty one without a dataset.
+// The catalogue of the open dataset; empty if none is open.
 const Field& catalogue();
 
-// Variable `number` from 1; Kind::none outside the range.
+// Variable `number`, from 1; Kind::none if out of range.
 Variable find_variable(int number);
 
 }  // namespace fld

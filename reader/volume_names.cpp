@@ -15,8 +15,7 @@ VolumeNames::VolumeNames(const std::vector<smart_ptr<VolumeGeometry>>& volumes) 
   entries_.erase(std::unique(entries_.begin(), entries_.end(),
                              [](const Entry& a, const Entry& b) { return a.name == b.name; }),
                  entries_.end());
-  // All prefixes of a name among those before it are the entry before it or its parent, the parent's parent
-  // and so on.
+  // The prefixes of a name are among the previous entry and that entry's chain of parents.
   for (size_t i = 1; i < entries_.size(); ++i) {
     Entry& entry = entries_[i];
     int prefix = static_cast<int>(i) - 1;
@@ -36,8 +35,8 @@ int VolumeNames::find(std::string_view name) const {
   const auto before = next - 1;
   const auto difference = std::mismatch(name.begin(), name.end(), before->name.begin(), before->name.end());
   const auto common = static_cast<size_t>(difference.first - name.begin());
-  // The entry before and its prefixes, the longest first: those within what the names have in common are
-  // prefixes of the wanted name as well, and no others are.
+  // Walk up from the previous entry: its first prefix that is no longer than the common part is the longest
+  // prefix of `name`.
   auto i = static_cast<int>(before - entries_.begin());
   while (i >= 0 && entries_[static_cast<size_t>(i)].name.size() > common)
     i = entries_[static_cast<size_t>(i)].parent;

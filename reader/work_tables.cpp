@@ -13,11 +13,11 @@ namespace fld {
 
 namespace {
 
-// Lists of so many nodes are remembered, as many times as the mesh has nodes: volumes that share out the
-// mesh, twice.
+// Room for remembered node lists, in multiples of the mesh's nodes.
 constexpr size_t kRememberedMeshes = 2;
 constexpr int kOffsetsTag = 1000165;
-// Up to so many region sets all tables are made anew when one does not fit, so that none outlives its mesh.
+// Up to this number of region sets, all tables are rebuilt when one does not fit, so that none outlives its
+// mesh.
 constexpr size_t kFewRegionSets = 64;
 
 void fill_offsets(long* heads, int nelem, const int* type) {
@@ -74,8 +74,7 @@ struct WorkTables {
   std::vector<ElementOffsets> own_offsets;
 };
 
-// Tables for all region sets; without nodes there are none but the offsets that elements need. Throws
-// std::bad_alloc and MemoryAllocException.
+// Tables for all region sets. Throws std::bad_alloc and MemoryAllocException.
 WorkTables make_work_tables(const Geometry& geometry) {
   const std::vector<FLDGEO>& geos = geometry.geos;
   WorkTables tables;
@@ -158,8 +157,8 @@ void fit_work_tables(Geometry& geometry, int g) {
   const auto region = static_cast<size_t>(g);
   if (has_room_for(geo) && agrees(offsets_of(region), geo)) return;
   try {
-    // Of many region sets, which may all change at a step, only this one's offsets: the tables of all of them
-    // once for each would take as long as their number squared.
+    // All region sets may change at a step. Rebuilding all tables for each of many would be quadratic, so
+    // only the offsets of this one are replaced.
     if (has_room_for(geo) && g_own_ele2head.size() > kFewRegionSets) {
       g_own_ele2head[region] = make_offsets(geo);
     } else {

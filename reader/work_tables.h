@@ -1,5 +1,5 @@
-// The work tables with which a part's nodes are found and renumbered. They are sized when a dataset is
-// opened, so that requests for parts allocate nothing, and made to fit again when a step brings another mesh.
+// The work tables for finding and renumbering a part's nodes. They are sized when a dataset is opened, so
+// that requests for parts allocate nothing, and resized when a step brings a mesh that does not fit.
 #pragma once
 
 #include <vector>
@@ -11,7 +11,7 @@
 
 namespace fld {
 
-// Where each element's nodes begin in Elements::conn.
+// The offset of each element's nodes in Elements::conn.
 struct ElementOffsets {
   TrackedArray<long> heads;
   int nelem = 0;
@@ -19,59 +19,56 @@ struct ElementOffsets {
   smart_ptr<Elements> source;  // what it is to be filled in from
 };
 
-// Nodes that an element takes in the offset table, which knows the four solid shapes alone.
+// Number of nodes for the offset table, which only counts the four solid shapes.
 constexpr int nodes_of_solid(int code) {
   return code == kTriangle || code == kQuadrilateral ? 0 : nodes_of_element(code);
 }
 
-// Where a part's nodes are listed.
+// A cached node list: its position in g_part_nodes.
 struct PartNodes {
   size_t begin;
   int count;
   bool known;
 };
 
-// One entry per node of the largest region set, at first zero. Opening a dataset touches none of them.
+// One entry per node of the largest region set, zeroed lazily by the system.
 template <class T>
 using NodeTable = std::vector<T, LazyZeroAllocator<T>>;
 
-// Per node of the largest region set: 1 in the part being served, else 0.
+// Per node of the largest region set: 1 if it belongs to the selected part, else 0.
 extern NodeTable<char> g_mark_node;
-// The local number, from 0, of each marked node of the part last served.
+// The local number, from 0, of each marked node.
 extern NodeTable<int> g_globalNode2localNode;
-// The ascending node lists of parts, one behind the other, and room for one more of the whole mesh
-// (node_selection.h).
+// The cached node lists, and room for one more list of the whole mesh (node_selection.h).
 extern NodeTable<int> g_part_nodes;
-// Per surface and volume part, where its list stands there.
+// Per surface and volume part, its cached node list.
 extern NodeTable<PartNodes> g_part_lists;
-// Of the region set with the most nodes; serves all region sets that agree with it. Of a single region set it
-// is filled in when an offset is first asked for.
+// The offsets of the region set with the most nodes, used for all region sets that have the same.
 extern ElementOffsets g_ele2head;
-// Per region set; empty where g_ele2head serves.
+// Per region set, its own offsets; empty if g_ele2head is used.
 extern std::vector<ElementOffsets> g_own_ele2head;
 
-// Sizes the tables for the geometry; on success they take the place of the old ones. Returns 0, 1 when memory
-// is exhausted or 2 when the region set with the most nodes has no elements, and leaves the tables as they
-// were then. A geometry without nodes needs no tables. Throws MemoryAllocException.
+// Allocates the tables for the geometry and, on success, replaces the old ones. Returns 0, 1 (out of memory)
+// or 2 (the region set with the most nodes has no elements). A geometry without nodes needs no tables. Throws
+// MemoryAllocException.
 int allocMemoryForGeometry(const smart_ptr<Geometry>& geometry);
 
-// Releases the tables. Safe at any time.
+// Frees the tables. May be called at any time.
 void freeMemoryForGeometry();
 
-// The offset of each of `nelem` elements in the connectivity, in a new tracked array; null for 0 elements.
-// Only the four solid shapes have nodes here; any other code writes "HANDLING AN INVALID DATA TYPE(1000174)."
-// to the standard error stream and takes no place. Throws MemoryAllocException.
+// The offsets of `nelem` elements in the connectivity, in a new tracked array; null for 0 elements. Only the
+// four solid shapes are counted; any other code writes "HANDLING AN INVALID DATA TYPE(1000174)." to stderr
+// and takes no space. Throws MemoryAllocException.
 long* aloc_ele2head(int nelem, int* type);
 
-// Where the elements of region set `g` begin in its connectivity: an entry per element.
+// The offset of each element of region set `g` in its connectivity.
 const long* element_offsets(int g);
 
 // The region sets' elements are about to be replaced: lets go of them.
 void release_elements();
 
-// Makes the tables fit region set `g` after its geometry was read again. When memory is exhausted it says so
-// and drops the region set's nodes and elements, so that nothing outgrows the tables; they are read again
-// with the next step.
+// Resizes the tables if necessary after region set `g` was reloaded. If memory is exhausted, writes a message
+// and drops the region set's nodes and elements, which are read again with the next step.
 void fit_work_tables(Geometry& geometry, int g);
 
 }  // namespace fld

@@ -1,6 +1,6 @@
 #include "support/assertion.h"
 
-#undef NDEBUG  // the C library declares its report only where assertions are on
+#undef NDEBUG  // glibc declares __assert_fail only when assertions are on
 #include <assert.h>
 
 namespace fld {

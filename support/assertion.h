@@ -1,5 +1,5 @@
-// Assertions of the reader, which stay on in every build type: a broken invariant ends the process through
-// the C library's assertion report instead of going on with a dataset that makes no sense.
+// The reader's assertions. They stay on in every build type: a broken invariant ends the process with the C
+// library's assertion report.
 #pragma once
 
 namespace fld {

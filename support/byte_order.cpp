@@ -31,8 +31,7 @@ uint64_t reversed(uint64_t value) {
   return __builtin_bswap64(value);
 }
 
-// Reverses the bytes of every Word of the staging buffer's first `bytes` bytes into `out`; compiles to vector
-// code.
+// Byte-swaps every Word in the first `bytes` bytes of the staging buffer into `out`. Compiles to vector code.
 template <class Word>
 void swap_chunk(char* out, size_t bytes) {
   for (size_t i = 0; i < bytes; i += sizeof(Word)) {
@@ -43,12 +42,12 @@ void swap_chunk(char* out, size_t bytes) {
   }
 }
 
-// Fills the staging buffer's first `bytes` bytes; false when the stream gave fewer.
+// Reads `bytes` bytes into the staging buffer; false after a short read.
 bool refill(size_t bytes, FILE* stream) {
   return fread_unlocked(staging, 1, bytes, stream) == bytes;
 }
 
-// Elements whose width divides the staging buffer never straddle two chunks, so whole chunks are swapped.
+// Elements whose width divides the buffer size never straddle two chunks, so whole chunks are swapped.
 template <class Word>
 size_t read_whole_chunks(char* out, size_t bytes, FILE* stream) {
   size_t chunk = 0;
@@ -61,7 +60,7 @@ size_t read_whole_chunks(char* out, size_t bytes, FILE* stream) {
   return chunk;
 }
 
-// Any other width: byte by byte, refilling in the middle of an element where a chunk ends.
+// Any other width: byte by byte. A chunk may end in the middle of an element.
 size_t read_bytes_reversed(char* out, size_t size, size_t n, FILE* stream) {
   size_t remaining = size * n;
   size_t chunk = 0;

@@ -1,5 +1,5 @@
-// Byte order and raw reads: FLD files are big-endian whatever machine wrote them, and every read of the
-// format readers goes through cnvt_fread, which hands back elements in the host's order.
+// Byte order and raw reads. FLD files are big-endian. Every read of the format layer goes through cnvt_fread,
+// which swaps the elements to the host's byte order.
 #pragma once
 
 #include <stddef.h>
@@ -12,14 +12,13 @@ int get_endian_read();
 int get_endian_write();
 
 // Reads `n` elements of `size` bytes into `buffer` with the calling convention of fread. Elements wider than
-// a byte are staged through one static 256-byte buffer in chunks of at most 256 bytes, never beyond the bytes
-// asked for, and their bytes reversed. After a short read the rest of `buffer` is filled from what the
-// staging buffer holds, without further reads. The result is fread's item count on the plain path and a
-// position in the staging buffer on the swapping one: callers look at the stream's state instead. Not
-// re-entrant.
+// one byte are read through a static 256-byte staging buffer, in chunks of at most 256 bytes, and
+// byte-swapped. Never reads more bytes than requested. After a short read, the rest of `buffer` is filled
+// from the staging buffer without further reads. The result is fread's item count if nothing is swapped,
+// otherwise a position in the staging buffer: check the stream's state instead. Not reentrant.
 size_t cnvt_fread(void* buffer, size_t size, size_t n, FILE* stream);
 
-// Replaces the blanks at the end of the `n`-character field `s` (n at least 1) by NUL.
+// Replaces trailing blanks of the `n`-character field `s` (n at least 1) with NULs.
 void cnvt_trimright(char* s, int n);
 
 }  // namespace fld

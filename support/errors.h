@@ -6,7 +6,7 @@
 
 namespace fld {
 
-// Base of the family: carries an upper-case English message. The only virtual operation is the destructor.
+// Base class. Holds an upper-case English message. The only virtual member is the destructor.
 class FLDException {
  public:
   explicit FLDException(std::string message) : message_(std::move(message)) {}
@@ -22,7 +22,7 @@ class FLDException {
   std::string message_;
 };
 
-// The file holds data that the reader cannot use, or ends too early.
+// The file is truncated or holds data that the reader cannot use.
 class FLDReadException : public FLDException {
  public:
   using FLDException::FLDException;

@@ -1,5 +1,5 @@
-// An allocator for containers of plain values whose memory is zeroed by the system when it is first touched,
-// so that a large table costs nothing until it is used.
+// An allocator for containers of trivial values. The memory comes from calloc, so the kernel zeroes a page
+// when it is first touched and an unused table costs nothing.
 #pragma once
 
 #include <cstdlib>
@@ -8,7 +8,7 @@
 
 namespace fld {
 
-// For containers that are sized once: elements made by resize() on an empty container are zero.
+// For containers that are sized once: resize() on an empty container gives zeroed elements.
 template <class T>
 struct LazyZeroAllocator {
   using value_type = T;
@@ -24,7 +24,7 @@ struct LazyZeroAllocator {
   }
   void deallocate(T* memory, size_t) { free(memory); }
 
-  // Elements without a value stay as they came from the system.
+  // Default-constructed elements keep calloc's zeros.
   template <class U>
   void construct(U*) noexcept {}
   template <class U, class... Args>

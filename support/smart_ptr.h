@@ -12,7 +12,7 @@ class smart_ptr {
  public:
   smart_ptr() = default;
 
-  // Holds a new object, made from the arguments.
+  // Constructs an object from the arguments and returns a pointer to it.
   template <class U, class... Arguments>
   friend smart_ptr<U> make_smart(Arguments&&... arguments);
 
@@ -21,7 +21,7 @@ class smart_ptr {
   }
   smart_ptr(smart_ptr&& other) noexcept : shared_(std::exchange(other.shared_, nullptr)) {}
 
-  // One assignment for both kinds; what was held before is released last.
+  // Copy and move assignment. The old object is released last.
   smart_ptr& operator=(smart_ptr other) noexcept {
     std::swap(shared_, other.shared_);
     return *this;
@@ -29,7 +29,7 @@ class smart_ptr {
 
   ~smart_ptr() { dec_ref(); }
 
-  // Gives up this holder's share; the last holder destroys the object. The pointer is empty afterwards.
+  // Drops this reference and leaves the pointer empty. The last reference destroys the object.
   void dec_ref() noexcept {
     Shared* const shared = std::exchange(shared_, nullptr);
     if (shared != nullptr && --shared->holders == 0) delete shared;
@@ -40,11 +40,11 @@ class smart_ptr {
   T& operator*() const { return shared_->object; }
   explicit operator bool() const { return shared_ != nullptr; }
 
-  // Whether it holds an object that nobody else holds.
+  // Whether this is the only reference to an object.
   bool is_only_holder() const { return shared_ != nullptr && shared_->holders == 1; }
 
  private:
-  // One block for both, as a dataset may have very many small regions.
+  // Object and counter share one allocation, because a dataset may have very many small regions.
   struct Shared {
     template <class... Arguments>
     explicit Shared(Arguments&&... arguments) : object(std::forward<Arguments>(arguments)...) {}

@@ -7,7 +7,7 @@
 
 #include "support/assertion.h"
 #include "support/errors.h"
-#include "support/large_pages.h"
+#include "support/huge_pages.h"
 
 namespace fld {
 
@@ -23,8 +23,8 @@ AllocationNode* memory = nullptr;
 
 namespace {
 
-// Finds the node of a block. Plain data without constructor or destructor, because the reader's own globals
-// release blocks while the library is being unloaded; the table goes when its last block goes.
+// Hash table from block to node. It has no constructor or destructor, because the reader's globals free
+// blocks while the library is being unloaded. The table is freed with the last block.
 struct BlockIndex {
   AllocationNode** buckets;
   size_t bucket_count;  // a power of two, or 0
@@ -37,8 +37,8 @@ AllocationNode*& bucket_of(const void* block) {
   return block_index.buckets[(key * 0x9E3779B97F4A7C15U >> 20) & (block_index.bucket_count - 1)];
 }
 
-// Makes room for one more block. Without memory for a larger table the chains get longer instead; only the
-// very first table has to succeed.
+// Makes room for one more block. If a larger table cannot be allocated, the chains get longer instead; only
+// the first allocation must succeed.
 [[nodiscard]] bool reserve_index() {
   if (block_index.size < block_index.bucket_count) return true;
   const size_t count = block_index.bucket_count == 0 ? 64 : block_index.bucket_count * 2;
@@ -81,7 +81,7 @@ void remove_from_index(AllocationNode* node) {
   --block_index.size;
 }
 
-// Frees a node that stands in no list any more, its block, and the index with the last block.
+// Frees an unlinked node and its block, and the index along with the last block.
 void release(AllocationNode* node) {
   if (node->block != nullptr) {
     remove_from_index(node);
@@ -99,7 +99,7 @@ void unlink_from_list(AllocationNode* node) {
   if (memory == node) memory = node->next;
 }
 
-// Lists a block of `size` bytes as the newest one. Throws when `allocate` or the listing finds no memory.
+// Allocates a block of `size` bytes and puts it at the head of the list. Throws if either fails.
 template <class Allocate>
 void* allocate_listed(size_t size, int tag, Allocate allocate) {
   auto* node = static_cast<AllocationNode*>(malloc(sizeof(AllocationNode)));
@@ -113,7 +113,7 @@ void* allocate_listed(size_t size, int tag, Allocate allocate) {
   if (memory != nullptr) memory->previous = node;
   memory = node;
   add_to_index(node);
-  advise_large_pages(block, size);
+  advise_huge_pages(block, size);
   return block;
 }
 
@@ -156,7 +156,7 @@ void* cv_realoc(void* block, size_t size) {
 void cv_mfree(void* block) {
   if (block == nullptr) return;
   AllocationNode* node = find_in_index(block);
-  // The line number is part of the report that people know this failure by.
+  // The line number is part of the documented report.
   if (node == nullptr) fail_assertion("0", "Convert_common", 107, "void cv_mfree(void *)");
   unlink_from_list(node);
   release(node);

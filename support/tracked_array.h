@@ -12,7 +12,7 @@ struct TrackedFree {
   void operator()(void* block) const { cv_mfree(block); }
 };
 
-// An array of plain values from cv_caloc that frees itself.
+// An owned array of trivial values from cv_caloc.
 template <class T>
 using TrackedArray = std::unique_ptr<T[], TrackedFree>;
 

@@ -1,7 +1,7 @@
-// VFPA: a floating-point array of single or double precision, kept as the file stores it, with access to its
-// elements in either precision.
+// VFPA: a floating-point array in the precision of the file (single or double), with element access in either
+// precision.
 //
-// Loops over whole arrays choose the precision once, with visit_elements, instead of once per element.
+// Loops over whole arrays dispatch on the precision once, with visit_elements.
 #pragma once
 
 #include <cstdint>
@@ -10,13 +10,13 @@
 
 namespace fld {
 
-// The handle does not own its array: whoever holds it frees `data` with cv_mfree. Copies share the array.
+// Does not own its array: the holder frees `data` with cv_mfree. Copies share the array.
 struct VFPA {
   int64_t precision = 0;  // element width in bytes: 4 (float) or 8 (double)
   void* data = nullptr;
 };
 
-// The error of a handle whose precision is neither 4 nor 8, met at the call site `site`.
+// The exception for a precision other than 4 or 8; `site` is the number of the call site.
 FLDReadException invalid_precision(int site);
 
 // Element `i` as float; a double is rounded.
@@ -44,7 +44,7 @@ inline void double2vfpa(VFPA a, int i, double x) {
   }
 }
 
-// Calls `visit` with the array as float* or double*, so that a loop inside it has one element type.
+// Calls `visit` with the array as float* or double*.
 template <class Visit>
 void visit_elements(const VFPA& a, Visit visit) {
   if (a.precision == 4) {
@@ -56,8 +56,8 @@ void visit_elements(const VFPA& a, Visit visit) {
   }
 }
 
-// Replaces each of the first `n` elements that, rounded to float, is strictly greater than 0.99 times the
-// limit of the array's own precision. Not-a-numbers stay.
+// Replaces each of the first `n` elements that, rounded to float, exceeds 0.99 times the limit for the
+// array's precision. NaNs are kept.
 void cv_cut_fld(VFPA a, int n, float fLimit, double dLimit, double replacement);
 
 }  // namespace fld

@@ -1,5 +1,5 @@
-// The wish for large pages.
-#include "support/large_pages.h"
+// The request for huge pages.
+#include "support/huge_pages.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -10,19 +10,19 @@
 
 namespace {
 
-TEST(LargePages, LeaveTheBytesAndTheErrorNumberAlone) {
+TEST(HugePages, AdviceKeepsContentsAndErrno) {
   for (const size_t size : {size_t{0}, size_t{1}, size_t{4} << 20, (size_t{9} << 20) + 5}) {
     std::vector<char> block(size, 'x');
     errno = ENOENT;
-    fld::advise_large_pages(block.data(), size);
+    fld::advise_huge_pages(block.data(), size);
     EXPECT_EQ(ENOENT, errno);
     EXPECT_EQ(static_cast<std::ptrdiff_t>(size), std::count(block.begin(), block.end(), 'x'));
   }
 }
 
-TEST(LargePages, OfNoBlockAreNoneAsked) {
+TEST(HugePages, NullIsIgnored) {
   errno = ENOENT;
-  fld::advise_large_pages(nullptr, size_t{1} << 30);
+  fld::advise_huge_pages(nullptr, size_t{1} << 30);
   EXPECT_EQ(ENOENT, errno);
 }
 
