@@ -8,6 +8,8 @@
 #include "dataset/file_header.h"
 #include "dataset/fld_seek.h"
 #include "dataset/fldgeo.h"
+#include "dataset/region_set_layout.h"
+#include "format/quantity.h"
 
 namespace fld {
 
@@ -42,6 +44,13 @@ class FLDFile : public FLDHeader {
   // open), -3 (not an FLD file), -4 (wrong version or dimension) or kReadInPart (read error; `geo` keeps the
   // sections read so far). Throws std::bad_alloc.
   int readGeometry(int region, FLDGEO& geo) const;
+
+  // Where the sections of region set `region` stand that readGeometry would read. Throws FLDReadException.
+  RegionSetLayout locateGeometry(int region) const;
+
+  // Where the values of a quantity stand, of whose title is told where it is. Throws FLDReadException.
+  ScalarLayout locateValues(const FLDTITLE_Scalar& title) const;
+  VectorLayout locateValues(const FLDTITLE_Vector& title) const;
 
   std::string m_path;
   std::vector<FLDSEEKOverlap> m_overlap;  // region sets in file order

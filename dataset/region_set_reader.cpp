@@ -9,42 +9,95 @@ namespace fld {
 
 namespace {
 
-// Reads into a temporary, so that `list` never holds a partially read region.
-template <class Regions>
-void read_regions(FILE* stream, void (*read)(FILE*, Regions&), Regions& list, bool& loaded) {
-  Regions regions;
-  read(stream, regions);
-  list = std::move(regions);
-  loaded = true;
-}
+// Reads sections into a geometry.
+class Reading {
+ public:
+  Reading(FILE* stream, FLDGEO& geo, LoadedSections& loaded) : stream_(stream), geo_(geo), loaded_(loaded) {}
 
-template <class Object>
-void read_object(FILE* stream, smart_ptr<Object> (*read)(FILE*), smart_ptr<Object>& object, bool& loaded) {
-  object = read(stream);
-  loaded = true;
-}
+  FILE* stream() const { return stream_; }
+  void coordinate_system() { FLDV4_CoordinateSystem(stream_, geo_.coordinateSystem); }
+  void surfaces() { read(FLDV4_SurfaceGeometry, geo_.surfaces, loaded_.surfaces); }
+  void surface_array() { read(FLDV4_SurfaceGeometryArray, geo_.surfaces, loaded_.surfaces); }
+  void volumes() { read(FLDV4_VolumeGeometry, geo_.volumes, loaded_.volumes); }
+  void volume_array() { read(FLDV4_VolumeGeometryArray, geo_.volumes, loaded_.volumes); }
+  void elements() { read(FLDV4_Elements, geo_.elements, loaded_.elements); }
+  void materials() { read(FLDV4_MatOfElements, geo_.matOfElements, loaded_.materials); }
+  void nodes() { geo_.nodes = FLDV4_Nodes(stream_); }
 
-// Reads the body of one section of the requested region set.
-void read_section(FILE* stream, const char* title, int n, FLDGEO& geo, LoadedSections& loaded) {
+ private:
+  // Reads into a temporary, so that `list` never holds a partially read region.
+  template <class Regions>
+  void read(void (*read_list)(FILE*, Regions&), Regions& list, bool& loaded) {
+    Regions regions;
+    read_list(stream_, regions);
+    list = std::move(regions);
+    loaded = true;
+  }
+  template <class Object>
+  void read(smart_ptr<Object> (*read_object)(FILE*), smart_ptr<Object>& object, bool& loaded) {
+    object = read_object(stream_);
+    loaded = true;
+  }
+
+  FILE* stream_;
+  FLDGEO& geo_;
+  LoadedSections& loaded_;
+};
+
+// Notes where the arrays of sections stand.
+class Locating {
+ public:
+  Locating(FILE* stream, RegionSetLayout& layout) : stream_(stream), layout_(layout) {}
+
+  FILE* stream() const { return stream_; }
+  void coordinate_system() { FLDV4_CoordinateSystem(stream_, layout_.coordinateSystem); }
+  void surfaces() { locate_surfaces(stream_, layout_.surfaces.emplace()); }
+  void surface_array() { locate_surface_array(stream_, layout_.surfaces.emplace()); }
+  void volumes() { locate_volumes(stream_, layout_.volumes.emplace()); }
+  void volume_array() { locate_volume_array(stream_, layout_.volumes.emplace()); }
+  void elements() { locate(stream_, layout_.elements.emplace()); }
+  void materials() { locate(stream_, layout_.materials.emplace()); }
+  void nodes() { locate(stream_, layout_.nodes.emplace()); }
+
+ private:
+  FILE* stream_;
+  RegionSetLayout& layout_;
+};
+
+// Takes the body of one section of the requested region set.
+template <class Sections>
+void take_section(const char* title, int n, Sections& sections) {
   const auto is = [title, n](const char* key) { return titlecmp(title, key, n) == 0; };
   if (is("LS_CoordinateSystem")) {
-    FLDV4_CoordinateSystem(stream, geo.coordinateSystem);
+    sections.coordinate_system();
   } else if (is("LS_SurfaceGeometry")) {
-    read_regions(stream, FLDV4_SurfaceGeometry, geo.surfaces, loaded.surfaces);
+    sections.surfaces();
   } else if (is("LS_VolumeGeometry")) {
-    read_regions(stream, FLDV4_VolumeGeometry, geo.volumes, loaded.volumes);
+    sections.volumes();
   } else if (is("LS_SurfaceGeometryArray")) {
-    read_regions(stream, FLDV4_SurfaceGeometryArray, geo.surfaces, loaded.surfaces);
+    sections.surface_array();
   } else if (is("LS_VolumeGeometryArray")) {
-    read_regions(stream, FLDV4_VolumeGeometryArray, geo.volumes, loaded.volumes);
+    sections.volume_array();
   } else if (is("LS_Elements")) {
-    read_object(stream, FLDV4_Elements, geo.elements, loaded.elements);
+    sections.elements();
   } else if (is("LS_MatOfElements")) {
-    read_object(stream, FLDV4_MatOfElements, geo.matOfElements, loaded.materials);
+    sections.materials();
   } else if (is("LS_Nodes")) {
-    geo.nodes = FLDV4_Nodes(stream);
+    sections.nodes();
   } else {
-    FLDV4_I_SKIP(stream);
+    FLDV4_I_SKIP(sections.stream());
+  }
+}
+
+template <class Sections>
+void walk_region_set(Sections sections) {
+  FILE* const stream = sections.stream();
+  for (;;) {
+    char title[kTitleLength + 1];
+    const int n = FLDV4_I_TITLE(stream, title);
+    if (title_starts_with(title, "OverlapStart_") || titlecmp(title, "OverlapEnd", n) == 0) return;
+    read_int(stream);
+    take_section(title, n, sections);
   }
 }
 
@@ -79,13 +132,11 @@ void find_region_set(FILE* stream, int64_t begin, int region) {
 }
 
 void read_region_set(FILE* stream, FLDGEO& geo, LoadedSections& loaded) {
-  for (;;) {
-    char title[kTitleLength + 1];
-    const int n = FLDV4_I_TITLE(stream, title);
-    if (title_starts_with(title, "OverlapStart_") || titlecmp(title, "OverlapEnd", n) == 0) return;
-    read_int(stream);
-    read_section(stream, title, n, geo, loaded);
-  }
+  walk_region_set(Reading(stream, geo, loaded));
+}
+
+void locate_region_set(FILE* stream, RegionSetLayout& layout) {
+  walk_region_set(Locating(stream, layout));
 }
 
 }  // namespace fld

@@ -5,6 +5,7 @@
 #include <stdio.h>
 
 #include "dataset/fldgeo.h"
+#include "dataset/region_set_layout.h"
 
 namespace fld {
 
@@ -26,5 +27,8 @@ void find_region_set(FILE* stream, int64_t begin, int region);
 // Reads the sections of a region set into `geo`, from the end of its opening title. A later section of the
 // same kind replaces an earlier one. `loaded` is valid even if an exception is thrown. Throws FLDException.
 void read_region_set(FILE* stream, FLDGEO& geo, LoadedSections& loaded);
+
+// The same walk, which steps over the arrays and notes where they stand.
+void locate_region_set(FILE* stream, RegionSetLayout& layout);
 
 }  // namespace fld

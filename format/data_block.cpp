@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <limits>
 
 #include "format/read_checks.h"
 #include "format/record.h"
@@ -38,6 +39,23 @@ void check_array(FILE* stream, const Rule& rule, long n, size_t width) {
   if (std::max(rule.nRecords, 0) * std::max<long>(rule.perRecord, 0) < n) {
     throw FLDReadException("TOO FEW DATA RECORDS IN A DATA BLOCK.");
   }
+}
+
+// The place of an array's `n` elements behind its rule. Leaves the stream behind its records.
+ArrayLayout locate(FILE* stream, const Rule& rule, long n, size_t width) {
+  check_array(stream, rule, n, width);
+  // The last record is the one that has too few elements when any has.
+  const long records = std::max(rule.nRecords, 0);
+  if (records > 0) elements_of_record(rule, records - 1, n);
+  constexpr int64_t kMarker = 4;
+  const int64_t begin = ftello(stream);
+  const int64_t length = records * 2 * kMarker + (records > 0 ? n * static_cast<int64_t>(width) : 0);
+  if (length <= std::numeric_limits<int>::max()) {
+    step_over(stream, static_cast<int>(length));
+  } else {
+    go_to(stream, begin + length);
+  }
+  return {begin + kMarker, static_cast<int32_t>(width), rule.perRecord, 0, n};
 }
 
 void check_float_width(const Rule& rule) {
@@ -127,6 +145,25 @@ TrackedArray<int> read_int_array(FILE* stream, long n, int tag) {
   auto values = make_tracked_array<int>(static_cast<size_t>(n), tag);
   read_records(stream, rule, n, sizeof(int), values.get());
   return values;
+}
+
+void take_ints(FILE* stream, long n, int tag, int*& values) {
+  values = read_int_array(stream, n, tag).release();
+}
+
+void take_ints(FILE* stream, long n, int /*tag*/, ArrayLayout& place) {
+  const Rule rule = FLDV4_I_RULE(stream);
+  place = locate(stream, rule, n, sizeof(int));
+}
+
+void take_floats(FILE* stream, int n, VFPA& values) {
+  FLDV4_I_FPRECaloc_array(stream, n, &values);
+}
+
+void take_floats(FILE* stream, int n, ArrayLayout& place) {
+  const Rule rule = FLDV4_I_RULE(stream);
+  check_float_width(rule);
+  place = locate(stream, rule, n, static_cast<size_t>(rule.width));
 }
 
 }  // namespace fld

@@ -5,6 +5,19 @@
 
 namespace fld {
 
+namespace {
+
+template <class AnyElements>
+void take_body(FILE* stream, AnyElements& elements) {
+  elements.nelem = read_int(stream);
+  take_ints(stream, elements.nelem, 1100440, elements.type);
+  FLDV4_I_INT64array(stream, 1, &elements.nconn);
+  take_ints(stream, elements.nconn, 1100443, elements.conn);
+  FLDV4_I_END(stream);
+}
+
+}  // namespace
+
 Elements::~Elements() {
   cv_mfree(type);
   cv_mfree(conn);
@@ -12,12 +25,12 @@ Elements::~Elements() {
 
 smart_ptr<Elements> FLDV4_Elements(FILE* stream) {
   auto elements = make_smart<Elements>();
-  elements->nelem = read_int(stream);
-  elements->type = read_int_array(stream, elements->nelem, 1100440).release();
-  FLDV4_I_INT64array(stream, 1, &elements->nconn);
-  elements->conn = read_int_array(stream, elements->nconn, 1100443).release();
-  FLDV4_I_END(stream);
+  take_body(stream, *elements);
   return elements;
+}
+
+void locate(FILE* stream, ElementsLayout& elements) {
+  take_body(stream, elements);
 }
 
 }  // namespace fld

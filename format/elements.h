@@ -3,6 +3,7 @@
 
 #include <stdio.h>
 
+#include "format/array_layout.h"
 #include "format/element_counts.h"
 #include "support/smart_ptr.h"
 
@@ -30,8 +31,19 @@ class Elements : public ElementCounts {
   IndexRange conn_range;  // of conn; set when the indices become zero-based
 };
 
+// Where an element list stands in its file.
+struct ElementsLayout {
+  int nelem = 0;
+  ArrayLayout type;
+  ArrayLayout conn;
+  long nconn = 0;
+};
+
 // Reads the section's body: int block nelem; int block of nelem types; int block of 4 or 8 bytes nconn; int
 // block of nconn node numbers; end rule.
 smart_ptr<Elements> FLDV4_Elements(FILE* stream);
+
+// Steps over the body instead and tells where its arrays stand.
+void locate(FILE* stream, ElementsLayout& elements);
 
 }  // namespace fld

@@ -5,16 +5,29 @@
 
 namespace fld {
 
+namespace {
+
+template <class Materials>
+void take_body(FILE* stream, Materials& materials) {
+  materials.nelem = read_int(stream);
+  take_ints(stream, materials.nelem, 1100457, materials.mat);
+  FLDV4_I_END(stream);
+}
+
+}  // namespace
+
 MatOfElements::~MatOfElements() {
   cv_mfree(mat);
 }
 
 smart_ptr<MatOfElements> FLDV4_MatOfElements(FILE* stream) {
   auto materials = make_smart<MatOfElements>();
-  materials->nelem = read_int(stream);
-  materials->mat = read_int_array(stream, materials->nelem, 1100457).release();
-  FLDV4_I_END(stream);
+  take_body(stream, *materials);
   return materials;
+}
+
+void locate(FILE* stream, MaterialsLayout& materials) {
+  take_body(stream, materials);
 }
 
 }  // namespace fld

@@ -3,6 +3,7 @@
 
 #include <stdio.h>
 
+#include "format/array_layout.h"
 #include "support/smart_ptr.h"
 
 namespace fld {
@@ -18,7 +19,16 @@ class MatOfElements {
   int* mat = nullptr;  // nelem material numbers
 };
 
+// Where a material list stands in its file.
+struct MaterialsLayout {
+  int nelem = 0;
+  ArrayLayout mat;
+};
+
 // Reads the section's body: int block nelem; int block of nelem material numbers; end rule.
 smart_ptr<MatOfElements> FLDV4_MatOfElements(FILE* stream);
+
+// Steps over the body instead and tells where its array stands.
+void locate(FILE* stream, MaterialsLayout& materials);
 
 }  // namespace fld

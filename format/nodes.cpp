@@ -5,6 +5,17 @@
 
 namespace fld {
 
+namespace {
+
+template <class AnyNodes>
+void take_body(FILE* stream, AnyNodes& nodes) {
+  nodes.nnode = read_int(stream);
+  for (auto* axis : {&nodes.x, &nodes.y, &nodes.z}) take_floats(stream, nodes.nnode, *axis);
+  FLDV4_I_END(stream);
+}
+
+}  // namespace
+
 Nodes::~Nodes() {
   cv_mfree(x.data);
   cv_mfree(y.data);
@@ -13,10 +24,12 @@ Nodes::~Nodes() {
 
 smart_ptr<Nodes> FLDV4_Nodes(FILE* stream) {
   auto nodes = make_smart<Nodes>();
-  nodes->nnode = read_int(stream);
-  for (VFPA* axis : {&nodes->x, &nodes->y, &nodes->z}) FLDV4_I_FPRECaloc_array(stream, nodes->nnode, axis);
-  FLDV4_I_END(stream);
+  take_body(stream, *nodes);
   return nodes;
+}
+
+void locate(FILE* stream, NodesLayout& nodes) {
+  take_body(stream, nodes);
 }
 
 }  // namespace fld

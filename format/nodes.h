@@ -3,6 +3,7 @@
 
 #include <stdio.h>
 
+#include "format/array_layout.h"
 #include "support/smart_ptr.h"
 #include "support/vfpa.h"
 
@@ -21,7 +22,16 @@ class Nodes {
   VFPA x, y, z;
 };
 
+// Where the coordinates of a region set stand in their file.
+struct NodesLayout {
+  int nnode = 0;
+  ArrayLayout x, y, z;
+};
+
 // Reads the section's body: int block nnode; floating blocks of nnode values x, y, z; end rule.
 smart_ptr<Nodes> FLDV4_Nodes(FILE* stream);
+
+// Steps over the body instead and tells where its arrays stand.
+void locate(FILE* stream, NodesLayout& nodes);
 
 }  // namespace fld

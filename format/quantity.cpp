@@ -6,6 +6,27 @@
 
 namespace fld {
 
+namespace {
+
+template <class AnyScalar>
+void take_scalar(FILE* stream, AnyScalar& scalar) {
+  FLDV4_I_CHARarray(stream, kLabelLength, scalar.text);
+  scalar.n = read_int(stream);
+  take_floats(stream, scalar.n, scalar.values);
+  FLDV4_I_END(stream);
+}
+
+template <class AnyVector>
+void take_vector(FILE* stream, AnyVector& vector) {
+  vector.leading = read_int(stream);
+  FLDV4_I_CHARarray(stream, kLabelLength, vector.text);
+  vector.n = read_int(stream);
+  for (auto& component : vector.components) take_floats(stream, vector.n, component);
+  FLDV4_I_END(stream);
+}
+
+}  // namespace
+
 Scalar::~Scalar() {
   cv_mfree(values.data);
 }
@@ -16,21 +37,22 @@ Vector::~Vector() {
 
 smart_ptr<Scalar> FLDV4_Scalar(FILE* stream) {
   auto scalar = make_smart<Scalar>();
-  FLDV4_I_CHARarray(stream, kLabelLength, scalar->text);
-  scalar->n = read_int(stream);
-  FLDV4_I_FPRECaloc_array(stream, scalar->n, &scalar->values);
-  FLDV4_I_END(stream);
+  take_scalar(stream, *scalar);
   return scalar;
 }
 
 smart_ptr<Vector> FLDV4_Vector(FILE* stream) {
   auto vector = make_smart<Vector>();
-  vector->leading = read_int(stream);
-  FLDV4_I_CHARarray(stream, kLabelLength, vector->text);
-  vector->n = read_int(stream);
-  for (VFPA& component : vector->components) FLDV4_I_FPRECaloc_array(stream, vector->n, &component);
-  FLDV4_I_END(stream);
+  take_vector(stream, *vector);
   return vector;
+}
+
+void locate(FILE* stream, ScalarLayout& scalar) {
+  take_scalar(stream, scalar);
+}
+
+void locate(FILE* stream, VectorLayout& vector) {
+  take_vector(stream, vector);
 }
 
 }  // namespace fld

@@ -3,6 +3,7 @@
 
 #include <stdio.h>
 
+#include "format/array_layout.h"
 #include "format/quantity_index.h"
 #include "support/smart_ptr.h"
 #include "support/vfpa.h"
@@ -34,7 +35,20 @@ class Vector {
   VFPA components[3];                // X, Y, Z: n values each; components may differ in precision
 };
 
-// Both readers start after the section's leading integer.
+// Where the values of a quantity stand in their file.
+struct ScalarLayout {
+  char text[kLabelLength + 1] = {};
+  int n = 0;
+  ArrayLayout values;
+};
+struct VectorLayout {
+  int leading = 0;
+  char text[kLabelLength + 1] = {};
+  int n = 0;
+  ArrayLayout components[3];
+};
+
+// All start behind the section's leading integer.
 
 // Body: char block of 32 (label), int block N, floating block of N values, end rule.
 smart_ptr<Scalar> FLDV4_Scalar(FILE* stream);
@@ -42,5 +56,9 @@ smart_ptr<Scalar> FLDV4_Scalar(FILE* stream);
 // Body: int block (leading integer), char block of 32 (label), int block N, floating blocks of N X, Y and Z
 // values, end rule.
 smart_ptr<Vector> FLDV4_Vector(FILE* stream);
+
+// Step over the bodies instead and tell where their arrays stand.
+void locate(FILE* stream, ScalarLayout& scalar);
+void locate(FILE* stream, VectorLayout& vector);
 
 }  // namespace fld

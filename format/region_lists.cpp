@@ -1,5 +1,7 @@
 #include "format/region_lists.h"
 
+#include <cstring>
+
 #include "support/byte_order.h"
 
 namespace fld {
@@ -16,18 +18,28 @@ int read_name_length(FILE* stream) {
   return length;
 }
 
-TrackedArray<char> read_name(FILE* stream, int length, int tag) {
+void take_name(FILE* stream, int length, int tag, char*& name) {
   const std::string text = read_field(stream, length);
-  auto name = make_tracked_array<char>(text.size() + 1, tag);
-  text.copy(name.get(), text.size());
-  return name;
+  auto copy = make_tracked_array<char>(text.size() + 1, tag);
+  text.copy(copy.get(), text.size());
+  name = copy.release();
 }
 
-TrackedArray<char> copy_name(const char* characters, int length, int tag) {
-  auto name = make_tracked_array<char>(static_cast<size_t>(length) + 1, tag);
-  std::copy_n(characters, length, name.get());
-  cnvt_trimright(name.get(), length);
-  return name;
+void take_name(FILE* stream, int length, int /*tag*/, std::string& name) {
+  name = read_field(stream, length);
+}
+
+void copy_name(const char* characters, int length, int tag, char*& name) {
+  auto copy = make_tracked_array<char>(static_cast<size_t>(length) + 1, tag);
+  std::copy_n(characters, length, copy.get());
+  cnvt_trimright(copy.get(), length);
+  name = copy.release();
+}
+
+void copy_name(const char* characters, int length, int /*tag*/, std::string& name) {
+  name.assign(characters, static_cast<size_t>(length));
+  cnvt_trimright(name.data(), length);
+  name.resize(strlen(name.c_str()));
 }
 
 }  // namespace fld

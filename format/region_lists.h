@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <limits>
 #include <stdio.h>
+#include <string>
 #include <vector>
 
 #include "format/data_block.h"
@@ -25,22 +26,38 @@ int read_region_count(FILE* stream, size_t bytes_each);
 // Reads the length of the region names, in characters.
 int read_name_length(FILE* stream);
 
-// Replaces the list with `count` new regions.
+// The regions of a list are objects that hold their arrays, or layouts that tell where these stand.
+template <class Region>
+Region& region_of(smart_ptr<Region>& entry) {
+  return *entry;
+}
+template <class RegionLayout>
+RegionLayout& region_of(RegionLayout& entry) {
+  return entry;
+}
+
+// Makes the list hold `count` new regions; what stood in it is released.
 template <class Region>
 void renew_regions(RegionList<Region>& list, int count) {
   list.resize(static_cast<size_t>(count));
   for (auto& region : list) region = make_smart<Region>();
 }
+template <class RegionLayout>
+void renew_regions(std::vector<RegionLayout>& list, int count) {
+  list.assign(static_cast<size_t>(count), {});
+}
 
-// Reads a character block of `length` characters into a new string, without trailing blanks.
-TrackedArray<char> read_name(FILE* stream, int length, int tag);
+// A character block of `length` characters as a name, without trailing blanks.
+void take_name(FILE* stream, int length, int tag, char*& name);
+void take_name(FILE* stream, int length, int tag, std::string& name);
 
-// Copies the `length` characters at `characters` to a new string, without trailing blanks.
-TrackedArray<char> copy_name(const char* characters, int length, int tag);
+// The name in the `length` characters at `characters`, likewise.
+void copy_name(const char* characters, int length, int tag, char*& name);
+void copy_name(const char* characters, int length, int tag, std::string& name);
 
-// Char block with all names, region by region, stored in the member `name`.
-template <class Region>
-void read_gathered_names(FILE* stream, RegionList<Region>& list, int length, int tag_all, int tag_each) {
+// Char block of all names, region after region, into the regions' `name`.
+template <class List>
+void take_gathered_names(FILE* stream, List& list, int length, int tag_all, int tag_each) {
   const auto total = static_cast<int64_t>(list.size()) * length;
   check_count(stream, total, 1);
   if (total > std::numeric_limits<int>::max()) throw FLDReadException("TOO MANY CHARACTERS IN REGION NAMES.");
@@ -48,25 +65,25 @@ void read_gathered_names(FILE* stream, RegionList<Region>& list, int length, int
   FLDV4_I_CHARarray(stream, static_cast<int>(total), names.get());
   const char* next = names.get();
   for (auto& region : list) {
-    region->name = copy_name(next, length, tag_each).release();
+    copy_name(next, length, tag_each, region_of(region).name);
     next += length;
   }
 }
 
-// Int block with one count per region, stored in the member `count`.
-template <class Region>
-void read_counts(FILE* stream, RegionList<Region>& list, int Region::*count, int tag) {
+// Int block of one count per region, into the regions' member `count`.
+template <class List, class Region>
+void take_counts(FILE* stream, List& list, int Region::*count, int tag) {
   const auto counts = read_int_array(stream, static_cast<long>(list.size()), tag);
   for (size_t r = 0; r < list.size(); ++r) {
     check_count(stream, counts[r], sizeof(int));
-    (*list[r]).*count = counts[r];
+    region_of(list[r]).*count = counts[r];
   }
 }
 
-// Int block with the entries of all regions, region by region. Each region gets a copy of its entries in the
-// member `entries`.
+// Int block of the entries of all regions, region after region; each region gets a copy of its own entries,
+// or the stretch that they are, in the member `entries`.
 template <class Region>
-void read_gathered(FILE* stream, RegionList<Region>& list, int Region::*count, int* Region::*entries,
+void take_gathered(FILE* stream, RegionList<Region>& list, int Region::*count, int* Region::*entries,
                    int tag_all, int tag_each) {
   long total = 0;
   for (const auto& region : list) total += (*region).*count;
@@ -77,6 +94,19 @@ void read_gathered(FILE* stream, RegionList<Region>& list, int Region::*count, i
     (*region).*entries = make_tracked_array<int>(static_cast<size_t>(n), tag_each).release();
     std::copy_n(next, n, (*region).*entries);
     next += n;
+  }
+}
+template <class RegionLayout>
+void take_gathered(FILE* stream, std::vector<RegionLayout>& list, int RegionLayout::*count,
+                   ArrayLayout RegionLayout::*entries, int tag_all, int /*tag_each*/) {
+  long total = 0;
+  for (const RegionLayout& region : list) total += region.*count;
+  ArrayLayout all;
+  take_ints(stream, total, tag_all, all);
+  long next = 0;
+  for (RegionLayout& region : list) {
+    region.*entries = all.stretch(next, region.*count);
+    next += region.*count;
   }
 }
 

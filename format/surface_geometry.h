@@ -3,8 +3,10 @@
 #pragma once
 
 #include <stdio.h>
+#include <string>
 #include <vector>
 
+#include "format/array_layout.h"
 #include "support/smart_ptr.h"
 
 namespace fld {
@@ -27,7 +29,17 @@ class SurfaceGeometry {
   int nquad = 0;
 };
 
-// Both readers replace the contents of the list.
+// Where a surface region's arrays stand in their file.
+struct SurfaceLayout {
+  std::string name;
+  int nface = 0;
+  ArrayLayout faceType;
+  ArrayLayout faceLink;
+  int nfaceNode = 0;
+  ArrayLayout faceNode;
+};
+
+// The readers replace the list by the section's regions.
 
 // Body: int block R (regions); int block L (length of a name); per region: char block of L, int block nface,
 // int block of nface types, int block of nface links, int block nfaceNode, int block of nfaceNode node
@@ -37,5 +49,9 @@ void FLDV4_SurfaceGeometry(FILE* stream, std::vector<smart_ptr<SurfaceGeometry>>
 // Body: int blocks R and L; char block of R * L; int block of R nface; int blocks of all types and all links;
 // int block of R nfaceNode; int block of all node numbers; end rule. If R is 0, the end rule may follow L.
 void FLDV4_SurfaceGeometryArray(FILE* stream, std::vector<smart_ptr<SurfaceGeometry>>& list);
+
+// Step over the bodies instead and tell where the regions' arrays stand.
+void locate_surfaces(FILE* stream, std::vector<SurfaceLayout>& list);
+void locate_surface_array(FILE* stream, std::vector<SurfaceLayout>& list);
 
 }  // namespace fld

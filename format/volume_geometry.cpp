@@ -10,6 +10,35 @@ namespace {
 constexpr size_t kLeastRegion = 68;      // bytes: a character block and two rule records
 constexpr size_t kLeastArrayRegion = 4;  // bytes: its count
 
+template <class List>
+void take_regions(FILE* stream, List& list) {
+  const int count = read_region_count(stream, kLeastRegion);
+  const int name_length = read_name_length(stream);
+  renew_regions(list, count);
+  for (auto& entry : list) {
+    auto& region = region_of(entry);
+    take_name(stream, name_length, 1100375, region.name);
+    region.nelem = read_int(stream);
+    take_ints(stream, region.nelem, 1100379, region.elem);
+  }
+  FLDV4_I_END(stream);
+}
+
+template <class Volume, class List>
+void take_region_array(FILE* stream, List& list) {
+  const int count = read_region_count(stream, kLeastArrayRegion);
+  const int name_length = read_name_length(stream);
+  renew_regions(list, count);
+  if (count == 0) {
+    FLDV4_I_SKIP(stream);
+    return;
+  }
+  take_gathered_names(stream, list, name_length, 1100401, 1100407);
+  take_counts(stream, list, &Volume::nelem, 1100402);
+  take_gathered(stream, list, &Volume::nelem, &Volume::elem, 1100419, 1100423);
+  FLDV4_I_END(stream);
+}
+
 }  // namespace
 
 VolumeGeometry::~VolumeGeometry() {
@@ -18,30 +47,19 @@ VolumeGeometry::~VolumeGeometry() {
 }
 
 void FLDV4_VolumeGeometry(FILE* stream, std::vector<smart_ptr<VolumeGeometry>>& list) {
-  const int count = read_region_count(stream, kLeastRegion);
-  const int name_length = read_name_length(stream);
-  renew_regions(list, count);
-  for (auto& region : list) {
-    region->name = read_name(stream, name_length, 1100375).release();
-    region->nelem = read_int(stream);
-    region->elem = read_int_array(stream, region->nelem, 1100379).release();
-  }
-  FLDV4_I_END(stream);
+  take_regions(stream, list);
 }
 
 void FLDV4_VolumeGeometryArray(FILE* stream, std::vector<smart_ptr<VolumeGeometry>>& list) {
-  using Volume = VolumeGeometry;
-  const int count = read_region_count(stream, kLeastArrayRegion);
-  const int name_length = read_name_length(stream);
-  renew_regions(list, count);
-  if (count == 0) {
-    FLDV4_I_SKIP(stream);
-    return;
-  }
-  read_gathered_names(stream, list, name_length, 1100401, 1100407);
-  read_counts(stream, list, &Volume::nelem, 1100402);
-  read_gathered(stream, list, &Volume::nelem, &Volume::elem, 1100419, 1100423);
-  FLDV4_I_END(stream);
+  take_region_array<VolumeGeometry>(stream, list);
+}
+
+void locate_volumes(FILE* stream, std::vector<VolumeLayout>& list) {
+  take_regions(stream, list);
+}
+
+void locate_volume_array(FILE* stream, std::vector<VolumeLayout>& list) {
+  take_region_array<VolumeLayout>(stream, list);
 }
 
 }  // namespace fld

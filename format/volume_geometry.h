@@ -2,8 +2,10 @@
 #pragma once
 
 #include <stdio.h>
+#include <string>
 #include <vector>
 
+#include "format/array_layout.h"
 #include "format/element_counts.h"
 #include "support/smart_ptr.h"
 
@@ -21,7 +23,14 @@ class VolumeGeometry : public ElementCounts {
   int* elem = nullptr;  // nelem indices into the region set's Elements
 };
 
-// Both readers replace the contents of the list.
+// Where a volume region's element list stands in its file.
+struct VolumeLayout {
+  std::string name;
+  int nelem = 0;
+  ArrayLayout elem;
+};
+
+// The readers replace the list by the section's regions.
 
 // Body: int block R (regions); int block L (length of a name); per region: char block of L, int block nelem,
 // int block of nelem element numbers; end rule.
@@ -30,5 +39,9 @@ void FLDV4_VolumeGeometry(FILE* stream, std::vector<smart_ptr<VolumeGeometry>>& 
 // Body: int blocks R and L; char block of R * L; int block of R nelem; int block of all element numbers; end
 // rule. If R is 0, the end rule may follow L.
 void FLDV4_VolumeGeometryArray(FILE* stream, std::vector<smart_ptr<VolumeGeometry>>& list);
+
+// Step over the bodies instead and tell where the regions' lists stand.
+void locate_volumes(FILE* stream, std::vector<VolumeLayout>& list);
+void locate_volume_array(FILE* stream, std::vector<VolumeLayout>& list);
 
 }  // namespace fld

@@ -1,0 +1,26 @@
+// Where the geometry of one region set stands in a file.
+#pragma once
+
+#include <optional>
+#include <vector>
+
+#include "format/elements.h"
+#include "format/mat_of_elements.h"
+#include "format/nodes.h"
+#include "format/surface_geometry.h"
+#include "format/volume_geometry.h"
+
+namespace fld {
+
+// A section that the file does not have is empty; of several of a kind the last one counts. Numbers are as
+// the file has them: its index base is not subtracted.
+struct RegionSetLayout {
+  int coordinateSystem = 0;
+  std::optional<std::vector<SurfaceLayout>> surfaces;
+  std::optional<std::vector<VolumeLayout>> volumes;
+  std::optional<ElementsLayout> elements;
+  std::optional<MaterialsLayout> materials;
+  std::optional<NodesLayout> nodes;
+};
+
+}  // namespace fld
