@@ -1,31 +1,74 @@
-// What lists on the command line choose: parts, variables and steps.
+// The options that choose steps, parts and variables, which have the same names and forms in every command,
+// and what they choose.
+//
+//   add_steps_option(*command, options->steps, "The steps to draw");
+//   ...
+//   const std::vector<int> steps = choose_steps(session, options.steps);
+//   session.select_step(steps.front());
+//   const ChosenParts parts = choose_parts(session, options.parts);
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
+#include "CLI/CLI.hpp"
 #include "host/session.h"
 #include "tool/chosen_parts.h"
 
 namespace tool {
 
-// For the manuals of commands with such lists.
+// For the manuals of commands with such options.
 inline constexpr char kChoiceText[] =
-    R"(Lists are separated by commas. Parts and variables are given by number or name, and a name may be a pattern with *
-and ?. Parts can also be chosen by the words surfaces, volumes, whole and all. Numbers and names of parts are those of
-the first step; at other steps the part of the same kind and name is meant, whatever its number, and it is told where a
-step has none. Steps count from 0; 2-5 is a range of them, and all are all.
+    R"(Steps, parts and variables are chosen by lists, separated by commas; --step and --steps are the same, and so are --part
+and --parts, --variable and --variables. Blanks after the commas are fine.
+
+Steps count from 0, parts and variables from 1. Lists have numbers (4), ranges (2-5), open ranges (6-), ranges with a
+stride (0-100:10) and the word last; all stands for everything.
+
+Parts and variables are also chosen by name; a name may be a pattern with * and ?. The words surfaces, volumes and whole
+choose the parts of that kind. Numbers of parts are those of the first step chosen; at other steps the part of the same
+kind and name is meant, whatever its number, and a message tells which parts a step lacks.
 
 )";
 
-// The parts that `items` choose; the parts and names at the session's step count. Throws CommandError (wrong
-// usage) for an item that chooses none.
-ChosenParts choose_parts(const host::Session& session, const std::vector<std::string>& items);
+// Each adds an option with all its names to the command, and stores the lists as they are given.
+CLI::Option* add_steps_option(CLI::App& command, std::vector<std::string>& lists,
+                              const std::string& description, const std::string& names = "--step,--steps");
+CLI::Option* add_parts_option(CLI::App& command, std::vector<std::string>& lists,
+                              const std::string& description);
+CLI::Option* add_variables_option(CLI::App& command, std::vector<std::string>& lists,
+                                  const std::string& description);
+// The same for another option that takes a list, such as "--faint".
+CLI::Option* add_list_option(CLI::App& command, const std::string& names, std::vector<std::string>& lists,
+                             const std::string& description);
+// Whether the option was added by one of these.
+bool is_list_option(const CLI::Option& option);
 
-// The numbers of the variables that `items` choose, ascending; all of them when there are no items.
-std::vector<int> choose_variables(host::Session& session, const std::vector<std::string>& items);
+// Each takes the lists of an option and throws CommandError (wrong usage) for an item that chooses nothing.
 
-// The steps that `items` choose, ascending; all of them when there are no items.
-std::vector<int> choose_steps(const host::Session& session, const std::vector<std::string>& items);
+// The steps, ascending; all of them when there are no lists.
+std::vector<int> choose_steps(const host::Session& session, const std::vector<std::string>& lists);
+
+// The parts; none when there are no lists. Numbers and names are those of the session's step, which should be
+// the first one chosen; a name that it lacks may be that of a part of step 0. Throws host::Error when that
+// cannot be read.
+ChosenParts choose_parts(host::Session& session, const std::vector<std::string>& lists);
+
+// The numbers of the variables, ascending; all of them when there are no lists.
+std::vector<int> choose_variables(host::Session& session, const std::vector<std::string>& lists);
+
+// A variable, or of a vector a component (0, 1, 2) or the magnitude (kMagnitude).
+struct ChosenComponent {
+  int variable = 0;  // number
+  std::optional<int> component;
+};
+
+// The same as choose_variables, in the order of the lists; an item may be a vector's name or number with .x,
+// .y, .z or .magnitude after it.
+std::vector<ChosenComponent> choose_components(host::Session& session, const std::vector<std::string>& lists);
+
+// The one that `text` means. Throws CommandError also when it means several.
+ChosenComponent choose_component(host::Session& session, const std::string& text);
 
 }  // namespace tool

@@ -25,11 +25,16 @@ std::map<PartIdentity, int> part_numbers(const host::Session& session) {
   return numbers;
 }
 
-ChosenParts::ChosenParts(const host::Session& session, const std::set<int>& numbers,
-                         std::set<host::PartKind> kinds)
-    : kinds_(std::move(kinds)) {
+void ChosenParts::add(const host::Session& session, const std::set<int>& numbers) {
   const std::vector<PartIdentity> identities = part_identities(session);
   for (const int number : numbers) identities_.insert(identities[static_cast<std::size_t>(number) - 1]);
+}
+
+void ChosenParts::add(const host::Session& session, const std::set<host::PartKind>& kinds) {
+  kinds_.insert(kinds.begin(), kinds.end());
+  for (const PartIdentity& identity : part_identities(session)) {
+    if (kinds.contains(identity.kind)) identities_.insert(identity);
+  }
 }
 
 bool ChosenParts::contains(const PartIdentity& identity) const {

@@ -35,9 +35,12 @@ std::map<PartIdentity, int> part_numbers(const host::Session& session);
 class ChosenParts {
  public:
   ChosenParts() = default;
-  // The parts with these numbers at the session's step, and at other steps all parts of these kinds.
-  ChosenParts(const host::Session& session, const std::set<int>& numbers,
-              std::set<host::PartKind> kinds = {});
+  // The parts with these numbers at the session's step.
+  ChosenParts(const host::Session& session, const std::set<int>& numbers) { add(session, numbers); }
+
+  void add(const host::Session& session, const std::set<int>& numbers);
+  // All parts of these kinds, also those that other steps have.
+  void add(const host::Session& session, const std::set<host::PartKind>& kinds);
 
   // How many there are where they were chosen.
   std::size_t size() const { return identities_.size(); }

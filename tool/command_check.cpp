@@ -11,6 +11,7 @@
 #include "inspect/report.h"
 #include "tool/commands.h"
 #include "tool/exit_status.h"
+#include "tool/file_names.h"
 #include "tool/interrupt.h"
 #include "tool/json_values.h"
 #include "tool/output.h"
@@ -85,7 +86,7 @@ void run_check(const CheckCommand& command) {
 void add_check_command(CLI::App& app) {
   const auto command = std::make_shared<CheckCommand>();
   CLI::App* check = app.add_subcommand("check", "Say whether files are whole");
-  check->add_option("FILE", command->files, "The files")->required();
+  check->add_option("FILE", command->files, "The files")->required()->check(file_name());
   check->add_flag("--full", command->options.full,
                   "Check the content as well, and the other files of a series");
   check->add_flag("--alone", command->options.alone, "With --full: leave the other files of a series out");

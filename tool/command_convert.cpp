@@ -61,6 +61,7 @@ void run_convert(const ConvertOptions& options) {
   host::Session& session = dataset.session();
   try {
     const std::vector<int> steps = choose_steps(session, options.steps);
+    session.select_step(steps.front());
     const SeriesOptions choices{choose_parts(session, options.parts),
                                 choose_variables(session, options.variables), options.precision,
                                 options.compression};
@@ -91,19 +92,12 @@ void run_convert(const ConvertOptions& options) {
 void add_convert_command(CLI::App& app) {
   const auto options = std::make_shared<ConvertOptions>();
   CLI::App* command = app.add_subcommand("convert", "Write a dataset as VTK files");
-  add_series_options(*command, options->dataset);
+  add_dataset_options(*command, options->dataset);
   command->add_option("OUT", options->output, "The .pvd file to write, or the folder to write it into")
       ->required();
-  command->add_option("--steps", options->steps, "The steps to write (all without it)")
-      ->delimiter(',')
-      ->allow_extra_args(false);
-  command->add_option("-p,--parts", options->parts, "The parts to write")
-      ->delimiter(',')
-      ->allow_extra_args(false)
-      ->capture_default_str();
-  command->add_option("--variables", options->variables, "The variables to write (all without it)")
-      ->delimiter(',')
-      ->allow_extra_args(false);
+  add_steps_option(*command, options->steps, "The steps to write (default: all)");
+  add_parts_option(*command, options->parts, "The parts to write")->capture_default_str();
+  add_variables_option(*command, options->variables, "The variables to write (default: all)");
   command
       ->add_option("--precision", options->precision,
                    "single (as the reader gives it; the default) or double, of coordinates and values")

@@ -1,9 +1,9 @@
 // fldtool diff
 #include <cstdint>
-#include <limits>
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "fmt/format.h"
@@ -14,6 +14,7 @@
 #include "tool/dataset_comparison.h"
 #include "tool/dataset_options.h"
 #include "tool/exit_status.h"
+#include "tool/file_names.h"
 #include "tool/interrupt.h"
 #include "tool/json_values.h"
 #include "tool/output.h"
@@ -53,9 +54,9 @@ places differ, the first of them and the one where the two are furthest apart. T
 struct DiffOptions {
   DatasetOptions dataset;
   std::string other;
-  std::optional<int> step;
-  std::optional<int> step_b;
-  std::vector<std::string> parts;
+  std::vector<std::string> steps;
+  std::vector<std::string> steps_b;
+  std::vector<std::string> parts = {"all"};
   std::vector<std::string> variables;
   Tolerance tolerance;
   bool json = false;
@@ -141,16 +142,27 @@ class Printer {
   std::uint64_t count_ = 0;
 };
 
-void check_step(OpenDataset& dataset, int step) {
-  const int count = dataset.session().step_count();
-  if (step < count) return;
-  throw CommandError(ExitStatus::usage, dataset.file(),
-                     fmt::format("there is no step {}: the steps are 0 to {}", step, count - 1));
+// The steps of both datasets to compare: one by one, or all of one side with a single one of the other.
+std::vector<std::pair<int, int>> pairs_of_steps(const DiffOptions& options, OpenDataset& a, OpenDataset& b) {
+  const std::vector<std::string> first = {"0"};
+  std::vector<int> of_a = choose_steps(a.session(), options.steps.empty() ? first : options.steps);
+  std::vector<int> of_b =
+      choose_steps(b.session(), options.steps_b.empty() ? options.steps : options.steps_b);
+  if (of_a.size() == 1) of_a.resize(of_b.size(), of_a.front());
+  if (of_b.size() == 1) of_b.resize(of_a.size(), of_b.front());
+  if (of_a.size() != of_b.size()) {
+    throw CommandError(ExitStatus::usage,
+                       fmt::format("--step chooses {} steps and --step-b {}: choose as many, or one",
+                                   of_a.size(), of_b.size()));
+  }
+  std::vector<std::pair<int, int>> pairs;
+  for (std::size_t i = 0; i < of_a.size(); ++i) pairs.emplace_back(of_a[i], of_b[i]);
+  return pairs;
 }
 
 void run_diff(DiffOptions options) {
   if (options.other.empty()) {
-    if (!options.step_b) {
+    if (options.steps_b.empty()) {
       throw CommandError(
           ExitStatus::usage,
           "a second file or --step-b is missing: what to compare with? (see fldtool diff --help)");
@@ -163,12 +175,7 @@ void run_diff(DiffOptions options) {
   OpenDataset b(other, OpenDataset::Globals::own);
   ComparisonChoice choice{
       .steps = {}, .parts = options.parts, .variables = options.variables, .tolerance = options.tolerance};
-  if (options.step || options.step_b) {
-    const int step = options.step.value_or(0);
-    choice.steps.emplace_back(step, options.step_b.value_or(step));
-    check_step(a, choice.steps.front().first);
-    check_step(b, choice.steps.front().second);
-  }
+  if (!options.steps.empty() || !options.steps_b.empty()) choice.steps = pairs_of_steps(options, a, b);
   Printer printer(options);
   std::optional<Progress> progress;
   DatasetComparison comparison(
@@ -197,12 +204,13 @@ void run_diff(DiffOptions options) {
 void add_diff_command(CLI::App& app) {
   const auto options = std::make_shared<DiffOptions>();
   CLI::App* command = app.add_subcommand("diff", "Compare two datasets, or two steps of one");
-  add_series_options(*command, options->dataset);
-  const auto any_step = CLI::Range(0, std::numeric_limits<int>::max()).description("");
-  command->add_option("OTHER", options->other, "Any file of the second dataset (FILE itself without it)");
-  command->add_option("--step", options->step, "Compare this step only")->check(any_step);
-  command->add_option("--step-b", options->step_b, "Compare with this step of the second dataset")
-      ->check(any_step);
+  add_dataset_options(*command, options->dataset);
+  command->add_option("OTHER", options->other, "Any file of the second dataset (default: FILE itself)")
+      ->check(file_name());
+  add_steps_option(*command, options->steps, "The steps to compare (default: all)");
+  add_steps_option(*command, options->steps_b,
+                   "The steps of the second dataset to compare with (default: the same)",
+                   "--step-b,--steps-b");
   // The library's own check would print the largest double in digits.
   const auto tolerance = CLI::Validator(
       [](const std::string& text) {
@@ -217,12 +225,8 @@ void add_diff_command(CLI::App& app) {
       ->add_option("--rel", options->tolerance.relative, "Numbers may differ by this share of the larger one")
       ->check(tolerance)
       ->capture_default_str();
-  command->add_option("-p,--parts", options->parts, "The parts to compare (all without it)")
-      ->delimiter(',')
-      ->allow_extra_args(false);
-  command->add_option("--variables", options->variables, "The variables to compare (all without it)")
-      ->delimiter(',')
-      ->allow_extra_args(false);
+  add_parts_option(*command, options->parts, "The parts to compare")->capture_default_str();
+  add_variables_option(*command, options->variables, "The variables to compare (default: all)");
   command->add_flag("--json", options->json, "Print JSON for programs");
   command->footer(std::string(kManual) + kChoiceText + kExitStatusText);
   command->callback([options] { run_diff(*options); });

@@ -2,6 +2,7 @@
 #include <memory>
 #include <string>
 
+#include "tool/command_line.h"
 #include "tool/commands.h"
 #include "tool/exit_status.h"
 #include "tool/man_page.h"
@@ -31,13 +32,9 @@ void run_help(const CLI::App& program, const HelpOptions& options) {
     output.write(
         program.get_formatter()->make_help(&program, program.get_name(), CLI::AppFormatMode::Normal));
   } else {
-    const auto found = program.get_subcommands(
-        [&](const CLI::App* command) { return command->get_name() == options.command; });
-    if (found.empty()) {
-      throw CommandError(ExitStatus::usage,
-                         "there is no command '" + options.command + "' (see fldtool --help)");
-    }
-    output.write(found.front()->help(program.get_name()));
+    const CLI::App* command = find_command(program, options.command);
+    if (command == nullptr) throw unknown_command(program, options.command);
+    output.write(command->help(program.get_name()));
   }
   output.finish();
 }

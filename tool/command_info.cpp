@@ -1,9 +1,11 @@
 // fldtool info
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "host/error.h"
 #include "host/text_encoding.h"
+#include "tool/choice.h"
 #include "tool/commands.h"
 #include "tool/dataset_options.h"
 #include "tool/exit_status.h"
@@ -61,6 +63,7 @@ Shapes are tri, quad, tet, pyramid, prism and hex. Steps and region sets count f
 
 struct InfoOptions {
   DatasetOptions dataset;
+  std::vector<std::string> steps = {"0"};
   bool json = false;
   bool ranges = false;
   bool all_steps = false;
@@ -75,7 +78,9 @@ struct InfoOptions {
 DatasetSummary read_summary(const InfoOptions& options) {
   OpenDataset dataset(options.dataset);
   try {
-    return summarize(dataset.session(), dataset.library().path().string(), options.detail());
+    host::Session& session = dataset.session();
+    session.select_step(choose_steps(session, options.steps).front());
+    return summarize(session, dataset.library().path().string(), options.detail());
   } catch (const host::Error& error) {
     throw CommandError(ExitStatus::unreadable, options.dataset.file, host::message_to_utf8(error.reason()));
   }
@@ -116,6 +121,7 @@ void add_info_command(CLI::App& app) {
   const auto options = std::make_shared<InfoOptions>();
   CLI::App* command = app.add_subcommand("info", "Print what is in a dataset");
   add_dataset_options(*command, options->dataset);
+  add_steps_option(*command, options->steps, "The step to show")->capture_default_str();
   command->add_flag("--ranges", options->ranges,
                     "Show boxes, ranges and what moves; reads the values for it");
   command->add_flag("--all-steps", options->all_steps,

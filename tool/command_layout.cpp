@@ -11,6 +11,7 @@
 #include "inspect/walker.h"
 #include "tool/commands.h"
 #include "tool/exit_status.h"
+#include "tool/file_names.h"
 #include "tool/interrupt.h"
 #include "tool/json_values.h"
 #include "tool/output.h"
@@ -127,7 +128,7 @@ void run_layout(const LayoutOptions& options) {
 void add_layout_command(CLI::App& app) {
   const auto options = std::make_shared<LayoutOptions>();
   CLI::App* command = app.add_subcommand("layout", "Print what a file consists of, with offsets and lengths");
-  command->add_option("FILE", options->file, "The file")->required();
+  command->add_option("FILE", options->file, "The file")->required()->check(file_name());
   command->add_option("--title", options->titles, "Show what has this title alone; repeatable")
       ->allow_extra_args(false);
   command->add_flag("--json", options->json, "Print JSON for programs");

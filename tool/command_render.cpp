@@ -17,6 +17,7 @@
 #include "tool/commands.h"
 #include "tool/dataset_options.h"
 #include "tool/exit_status.h"
+#include "tool/file_names.h"
 #include "tool/fonts.h"
 #include "tool/interrupt.h"
 #include "tool/output.h"
@@ -133,6 +134,7 @@ struct Choice {
 Choice choose(host::Session& session, const RenderOptions& options) {
   Choice choice;
   choice.steps = choose_steps(session, options.steps);
+  session.select_step(choice.steps.front());
   choice.faint = choose_parts(session, options.faint);
   choice.parts = options.parts.empty() ? usual_parts(session) : choose_parts(session, options.parts);
   if (options.variable.empty()) {
@@ -244,6 +246,7 @@ class Renderer {
 };
 
 void run_render(const RenderOptions& options) {
+  check_extension(options.output, {".png"});
   vtkObject::GlobalWarningDisplayOff();  // errors are told in one line of our own
   OpenDataset dataset(options.dataset);
   try {
@@ -258,22 +261,18 @@ void run_render(const RenderOptions& options) {
 void add_render_command(CLI::App& app) {
   const auto options = std::make_shared<RenderOptions>();
   CLI::App* command = app.add_subcommand("render", "Draw a dataset into a PNG file");
-  add_series_options(*command, options->dataset);
-  command->add_option("-o,--output", options->output,
-                      "The PNG file to write (otherwise named like FILE); - is the standard output stream");
-  command->add_option("--step,--steps", options->steps, "The steps to draw")
-      ->delimiter(',')
-      ->allow_extra_args(false)
-      ->capture_default_str();
-  command->add_option("-p,--parts", options->parts, "The parts to show in colours")
-      ->delimiter(',')
-      ->allow_extra_args(false);
-  command->add_option("--faint", options->faint, "The parts to show grey and translucent")
-      ->delimiter(',')
-      ->allow_extra_args(false);
-  command->add_option("--variable", options->variable, "What the colours mean: NAME, NAME.x, ... or none");
+  add_dataset_options(*command, options->dataset);
+  command
+      ->add_option("-o,--output", options->output,
+                   "The PNG file to write (otherwise named like FILE); - is the standard output stream")
+      ->check(file_name());
+  add_steps_option(*command, options->steps, "The steps to draw")->capture_default_str();
+  add_parts_option(*command, options->parts, "The parts to show in colours");
+  add_list_option(*command, "--faint", options->faint, "The parts to show grey and translucent");
+  command->add_option("--variable,--variables", options->variable,
+                      "What the colours mean: NAME, NAME.x, ... or none");
   command->add_option("--range", options->range, "LOW,HIGH: the values at the ends of the colours");
-  command->add_option("--colours", options->colours, "The colour map")
+  command->add_option("--colours,--colors", options->colours, "The colour map")
       ->check(CLI::IsMember(render::colour_map_names()))
       ->capture_default_str();
   command->add_option("--view", options->view, "From where: iso, +x, ... or AZIMUTH,ELEVATION")
@@ -283,7 +282,7 @@ void add_render_command(CLI::App& app) {
   command->add_option("--background", options->background, "white, grey, black or #rrggbb")
       ->capture_default_str();
   command->add_option("--title", options->title, "The text above (file, step and time without it)");
-  command->add_option("--font", options->font, "A font file for all texts");
+  command->add_option("--font", options->font, "A font file for all texts")->check(file_name());
   command->footer(std::string(kManual) + kChoiceText + kExitStatusText);
   command->callback([options] { run_render(*options); });
 }

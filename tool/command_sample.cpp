@@ -9,6 +9,7 @@
 #include "samples/samples.h"
 #include "tool/commands.h"
 #include "tool/exit_status.h"
+#include "tool/file_names.h"
 #include "tool/interrupt.h"
 #include "tool/output.h"
 #include "tool/progress.h"
@@ -45,7 +46,7 @@ void run_sample(const std::string& directory) {
 void add_sample_command(CLI::App& app) {
   const auto directory = std::make_shared<std::string>();
   CLI::App* command = app.add_subcommand("sample", "Write the sample datasets");
-  command->add_option("DIR", *directory, "The directory to write into")->required();
+  command->add_option("DIR", *directory, "The directory to write into")->required()->check(file_name());
   command->footer(std::string(kManual) + kExitStatusText);
   command->callback([directory] { run_sample(*directory); });
 }

@@ -50,7 +50,7 @@ A step that cannot be read is left out, and the others go on, unless the reader 
 struct StatsOptions {
   DatasetOptions dataset;
   std::vector<std::string> steps;
-  std::vector<std::string> parts;
+  std::vector<std::string> parts = {"all"};
   std::vector<std::string> variables;
   std::size_t intervals = 0;
   bool json = false;
@@ -152,9 +152,9 @@ class StatsRun {
       : options_(options),
         session_(session),
         steps_(choose_steps(session, options.steps)),
-        parts_(
-            choose_parts(session, options.parts.empty() ? std::vector<std::string>{"all"} : options.parts)),
         variables_(choose_variables(session, options.variables)),
+        has_first_step_(select(steps_.front())),
+        parts_(choose_parts(session, options.parts)),
         progress_("stats", steps_.size() * variables_.size() * parts_.size(), ProgressUnit::steps) {}
 
   void run() {
@@ -162,7 +162,7 @@ class StatsRun {
       output_.write(fmt::format("{{\n\"file\": {},\n\"steps\": [\n", json_text(options_.dataset.file)));
     }
     for (const int step : steps_) {
-      if (select(step)) {
+      if (step == steps_.front() ? has_first_step_ : select(step)) {
         parts_.tell_missing(session_, progress_);
         print(step, statistics());
       }
@@ -229,14 +229,15 @@ class StatsRun {
 
   const StatsOptions& options_;
   host::Session& session_;
+  std::vector<std::string> problems_;
   std::vector<int> steps_;
-  ChosenParts parts_;
   std::vector<int> variables_;
+  bool has_first_step_;
+  ChosenParts parts_;
   Progress progress_;
   Output output_{""};
   bool is_first_ = true;  // of the steps that are printed
   std::uint64_t done_ = 0;
-  std::vector<std::string> problems_;
 };
 
 void run_stats(const StatsOptions& options) {
@@ -253,16 +254,10 @@ void run_stats(const StatsOptions& options) {
 void add_stats_command(CLI::App& app) {
   const auto options = std::make_shared<StatsOptions>();
   CLI::App* command = app.add_subcommand("stats", "Print ranges, means and histograms of values");
-  add_series_options(*command, options->dataset);
-  command->add_option("--steps", options->steps, "The steps (all without it)")
-      ->delimiter(',')
-      ->allow_extra_args(false);
-  command->add_option("-p,--parts", options->parts, "The parts (all without it)")
-      ->delimiter(',')
-      ->allow_extra_args(false);
-  command->add_option("--variables", options->variables, "The variables (all without it)")
-      ->delimiter(',')
-      ->allow_extra_args(false);
+  add_dataset_options(*command, options->dataset);
+  add_steps_option(*command, options->steps, "The steps (default: all)");
+  add_parts_option(*command, options->parts, "The parts")->capture_default_str();
+  add_variables_option(*command, options->variables, "The variables (default: all)");
   command->add_option("--histogram", options->intervals, "Count the values in so many intervals")
       ->check(CLI::Range(std::size_t{1}, std::size_t{1000}).description(""));
   command->add_flag("--json", options->json, "Print JSON for programs");

@@ -6,9 +6,9 @@
 #include "fmt/format.h"
 #include "host/error.h"
 #include "host/text_encoding.h"
-#include "tool/axes.h"
 #include "tool/choice.h"
 #include "tool/summary.h"
+#include "tool/vector_components.h"
 
 namespace tool {
 namespace {
@@ -39,7 +39,8 @@ bool DatasetComparison::reads(OpenDataset& dataset, Read read) {
 
 void DatasetComparison::note_problem(OpenDataset& dataset, const std::string& reason) {
   const std::string step = steps_ ? fmt::format("step {}: ", dataset.session().step()) : "";
-  problems_.emplace_back(dataset.file(), step + reason);
+  const std::pair problem(dataset.file(), step + reason);
+  if (problems_.empty() || problems_.back() != problem) problems_.push_back(problem);
 }
 
 void DatasetComparison::tell(Difference difference) {
@@ -130,8 +131,12 @@ void DatasetComparison::compare_times() {
 }
 
 void DatasetComparison::run() {
-  parts_ =
-      choose_parts(a_.session(), choice_.parts.empty() ? std::vector<std::string>{"all"} : choice_.parts);
+  if (!choice_.steps.empty()) {
+    steps_ = choice_.steps.front();
+    reads(a_, [&](host::Session& session) { session.select_step(steps_->first); });
+    steps_.reset();
+  }
+  parts_ = choose_parts(a_.session(), choice_.parts);
   const bool reads_variables = reads(a_, [](host::Session& session) { session.variables(); }) &&
                                reads(b_, [](host::Session& session) { session.variables(); });
   if (reads_variables) match_variables();

@@ -17,7 +17,7 @@ namespace tool {
 
 struct ComparisonChoice {
   std::vector<std::pair<int, int>> steps;  // of both; all steps when it is empty
-  std::vector<std::string> parts;          // as on the command line; all when it is empty
+  std::vector<std::string> parts;          // as on the command line
   std::vector<std::string> variables;
   Tolerance tolerance;
 };

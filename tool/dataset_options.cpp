@@ -2,7 +2,6 @@
 
 #include <cstdio>
 #include <cstdlib>
-#include <limits>
 #include <optional>
 #include <unistd.h>
 
@@ -11,6 +10,7 @@
 #include "host/plugin_path.h"
 #include "host/text_encoding.h"
 #include "tool/exit_status.h"
+#include "tool/file_names.h"
 
 namespace tool {
 namespace {
@@ -35,19 +35,15 @@ std::unique_ptr<host::Library> load(const DatasetOptions& options, host::Library
 }  // namespace
 
 void add_dataset_options(CLI::App& command, DatasetOptions& options) {
-  add_series_options(command, options);
-  command.add_option("--step", options.step, "The time step, from 0")
-      ->check(CLI::Range(0, std::numeric_limits<int>::max()).description(""))
-      ->capture_default_str();
-}
-
-void add_series_options(CLI::App& command, DatasetOptions& options) {
   command
       .add_option("FILE", options.file,
                   "Any file of the dataset; the others of its series are found by their names")
-      ->required();
-  command.add_option("--plugin", options.plugin,
-                     "The reader plug-in (otherwise FLD_PLUGIN, the folder of fldtool, ../lib)");
+      ->required()
+      ->check(file_name());
+  command
+      .add_option("--plugin", options.plugin,
+                  "The reader plug-in (default: FLD_PLUGIN, else the folder of fldtool, else ../lib)")
+      ->check(file_name());
   command.add_flag(
       "--simplify", options.simplify,
       "Look for the quantities in the first file of a series only: for files that are laid out alike");
@@ -73,12 +69,6 @@ void OpenDataset::open(const DatasetOptions& options) {
   choices.recover_from_aborts = true;
   session_ = std::make_unique<host::Session>(*library_, choices);
   session_->open(options.file);
-  if (options.step >= session_->step_count()) {
-    throw CommandError(
-        ExitStatus::usage, options.file,
-        fmt::format("there is no step {}: the steps are 0 to {}", options.step, session_->step_count() - 1));
-  }
-  session_->select_step(options.step);
 }
 
 OpenDataset::~OpenDataset() {

@@ -13,7 +13,6 @@ namespace tool {
 struct DatasetOptions {
   std::string file;
   std::string plugin;      // empty: where host::find_plugin looks
-  int step = 0;            // of the variables' time set
   bool simplify = false;   // the reader's option for series of files that are laid out alike
   bool no_groups = false;  // the reader's option for groups of parts, switched off
   bool verbose = false;    // show the reader's diagnostics
@@ -21,18 +20,15 @@ struct DatasetOptions {
 
 // Adds FILE and the options to a command.
 void add_dataset_options(CLI::App& command, DatasetOptions& options);
-// The same without --step, for commands that go through several steps.
-void add_series_options(CLI::App& command, DatasetOptions& options);
 
-// The reader with a dataset open and the chosen step selected. A failed assertion of the reader is a
+// The reader with a dataset open and its first step selected. A failed assertion of the reader is a
 // host::Error like any other, after which the session is lost: it answers every further call with one.
 class OpenDataset {
  public:
   using Globals = host::Library::Globals;
 
   // A reader serves one dataset at a time: who needs two at once opens the other one with globals of its own.
-  // Throws CommandError when the plug-in cannot be loaded, the file cannot be read or the step is out of
-  // range.
+  // Throws CommandError when the plug-in cannot be loaded or the file cannot be read.
   explicit OpenDataset(const DatasetOptions& options, Globals globals = Globals::shared);
   OpenDataset(const OpenDataset&) = delete;
   OpenDataset& operator=(const OpenDataset&) = delete;

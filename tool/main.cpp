@@ -1,17 +1,16 @@
 // fldtool: shows what is in FLD datasets, through the reader plug-in that other hosts load.
 #include <exception>
 #include <fcntl.h>
-#include <sstream>
 #include <string>
 #include <unistd.h>
 
 #include "CLI/CLI.hpp"
 #include "host/text_encoding.h"
+#include "tool/command_line.h"
 #include "tool/commands.h"
 #include "tool/exit_status.h"
 #include "tool/hopeful_write.h"
 #include "tool/interrupt.h"
-#include "tool/output.h"
 
 namespace {
 
@@ -27,22 +26,6 @@ void open_standard_streams() {
   int descriptor = 0;
   while (descriptor >= 0 && descriptor <= STDERR_FILENO) descriptor = open("/dev/null", O_RDONLY | O_CLOEXEC);
   if (descriptor >= 0) close(descriptor);
-}
-
-// Runs the command that the command line names, or prints the help or the version.
-void parse(CLI::App& app, int argc, char** argv) {
-  try {
-    app.parse(argc, argv);
-  } catch (const CLI::Success& asked) {
-    std::ostringstream text;
-    app.exit(asked, text);
-    tool::Output output("");
-    output.write(text.str());
-    output.finish();
-    return;
-  }
-  if (app.get_subcommands().empty())
-    throw tool::CommandError(tool::ExitStatus::usage, "a command is missing (see fldtool --help)");
 }
 
 int run(int argc, char** argv) {
@@ -65,10 +48,8 @@ int run(int argc, char** argv) {
   tool::add_sample_command(app);
   tool::add_help_command(app);
   try {
-    parse(app, argc, argv);
+    tool::run_command_line(app, argc, argv);
     return static_cast<int>(tool::ExitStatus::ok);
-  } catch (const CLI::ParseError& error) {
-    return report(tool::ExitStatus::usage, std::string(error.what()) + " (see fldtool --help)");
   } catch (const tool::QuietExit& exit) {
     return static_cast<int>(exit.status());
   } catch (const tool::CommandError& error) {

@@ -5,8 +5,7 @@
 #include <utility>
 
 #include "host/error.h"
-#include "tool/axes.h"
-#include "tool/magnitude.h"
+#include "tool/vector_components.h"
 
 namespace tool {
 namespace {

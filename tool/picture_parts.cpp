@@ -1,7 +1,6 @@
 #include "tool/picture_parts.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <set>
 #include <string_view>
@@ -9,14 +8,12 @@
 
 #include "host/part_tree.h"
 #include "host/text_encoding.h"
-#include "tool/magnitude.h"
-#include "tool/name_lookup.h"
+#include "tool/choice.h"
+#include "tool/vector_components.h"
 #include "vtk/part_grid.h"
 
 namespace tool {
 namespace {
-
-constexpr std::array<std::string_view, 4> kComponents = {".x", ".y", ".z", ".magnitude"};
 
 // "Static pressure [Pa]" with " x" in front of the unit.
 std::string with_component(const std::string& label, std::string_view component) {
@@ -28,15 +25,10 @@ std::string with_component(const std::string& label, std::string_view component)
 PictureScalar scalar_of(const host::Variable& variable, std::optional<int> component) {
   std::string title = host::to_utf8(variable.label.empty() ? variable.name : variable.label);
   if (variable.kind == host::VariableKind::vector) {
-    const std::string_view suffix = kComponents[static_cast<std::size_t>(component.value_or(3))];
-    title = with_component(title, suffix.substr(1));
+    const auto index = static_cast<std::size_t>(component.value_or(kMagnitude));
+    title = with_component(title, kComponents[index]);
   }
   return {variable.number, component, std::move(title)};
-}
-
-bool has_variable(host::Session& session, const std::string& name) {
-  return std::any_of(session.variables().begin(), session.variables().end(),
-                     [&](const host::Variable& variable) { return is_name(variable.name, name); });
 }
 
 // One number per tuple of a vector.
@@ -65,16 +57,10 @@ std::set<int> parts_of_kind(const host::Session& session, host::PartKind kind) {
 }  // namespace
 
 PictureScalar find_scalar(host::Session& session, const std::string& text) {
-  if (!has_variable(session, text)) {
-    for (std::size_t i = 0; i < kComponents.size(); ++i) {
-      if (!text.ends_with(kComponents[i])) continue;
-      const std::string name = text.substr(0, text.size() - kComponents[i].size());
-      const host::Variable& variable = session.variable(find_variable(session, name));
-      if (variable.kind != host::VariableKind::vector) continue;
-      return scalar_of(variable, i < 3 ? std::optional(static_cast<int>(i)) : std::nullopt);
-    }
-  }
-  return scalar_of(session.variable(find_variable(session, text)), std::nullopt);
+  const ChosenComponent chosen = choose_component(session, text);
+  const host::Variable& variable = session.variable(chosen.variable);
+  const bool is_magnitude = chosen.component == kMagnitude;
+  return scalar_of(variable, is_magnitude ? std::nullopt : chosen.component);
 }
 
 std::optional<PictureScalar> first_scalar(host::Session& session) {

@@ -6,8 +6,8 @@
 
 #include "fmt/format.h"
 #include "host/text_encoding.h"
-#include "tool/axes.h"
 #include "tool/summary.h"
+#include "tool/vector_components.h"
 
 namespace tool {
 namespace {

@@ -1,15 +1,13 @@
-// The values of a variable on a part, with coordinates, as a table: a row per node or element.
+// The values of variables on a part, with coordinates, as a table: a row per node or element.
 #pragma once
 
-#include <optional>
+#include <cstddef>
 #include <span>
 #include <string>
 #include <vector>
 
 #include "host/session.h"
-#include "tool/output.h"
-#include "tool/progress.h"
-#include "tool/row_range.h"
+#include "tool/choice.h"
 
 namespace tool {
 
@@ -22,21 +20,26 @@ struct ValueTable {
     std::span<const float> values() const { return array.values(); }
   };
 
-  std::string row_name;         // "node" or "element"; rows are numbered from 1
-  std::vector<Column> columns;  // x, y, z, then the values
+  std::string row_name;              // "node" or "element"; rows are numbered from 1
+  std::vector<Column> columns;       // three coordinates, then the values
+  std::vector<std::string> missing;  // variables that the step lacks, in UTF-8; their columns are undefined
 };
 
-// The table of a variable on a part at the session's step; all components of a vector or the given one.
-// Elements are numbered through the part's shapes in the order of the reader (tri, quad, tet, pyramid, prism,
-// hex), and their coordinates are the means of their nodes'. Throws CommandError when there are no values.
-ValueTable make_value_table(host::Session& session, int variable, int part, std::optional<int> component);
+// Rows of a table, from 0.
+struct RowRange {
+  std::size_t first = 0;
+  std::size_t end = 0;  // after the last one
 
-// Comma-separated: a header line, then per row of the range its number and the columns. A value that is
-// undefined is left empty. `progress` is told how many rows are done.
-void write_csv(const ValueTable& table, RowRange rows, Output& output, Progress& progress);
+  std::size_t size() const { return end - first; }
+};
 
-// NumPy's format 1.0: a float32 array of rows by columns, without the row numbers. A value that is undefined
-// is NaN.
-void write_npy(const ValueTable& table, RowRange rows, Output& output, Progress& progress);
+// How many rows a table has: the part's nodes or elements.
+std::size_t row_count(const host::Variable& variable, const host::Part& part);
+
+// The table of variables on a part at the session's step: of a vector all components, or the chosen one or
+// the magnitude. All variables are given per node or all per element. Elements are numbered through the
+// part's shapes in the order of the reader (tri, quad, tet, pyramid, prism, hex), and their coordinates are
+// the means of their nodes'. Throws CommandError when values cannot be read.
+ValueTable make_value_table(host::Session& session, const std::vector<ChosenComponent>& chosen, int part);
 
 }  // namespace tool

@@ -36,25 +36,33 @@ TEST_F(CommandLine, NeedsACommand) {
 }
 
 TEST_F(CommandLine, RejectsUnknownCommandsAndArguments) {
-  expect_error({"show"}, 2, "The following argument was not expected: show (see fldtool --help)");
-  expect_error({"info", file(), "more"}, 2,
-               "The following argument was not expected: more (see fldtool --help)");
-  expect_error({"info", file(), "--fast"}, 2,
-               "The following argument was not expected: --fast (see fldtool --help)");
+  expect_error({"show"}, 2, "there is no command 'show' (see fldtool --help)");
+  expect_error({"sttas", file()}, 2,
+               "there is no command 'sttas'; did you mean 'stats'? (see fldtool --help)");
+  expect_error({"info", file(), "more"}, 2, "fldtool info does not expect 'more' (see fldtool info --help)");
+  expect_error({"info", file(), "--fast"}, 2, "fldtool info has no option --fast (see fldtool info --help)");
+  expect_error(
+      {"info", file(), "--stpe=3"}, 2,
+      "fldtool info has no option --stpe; did you mean '--step' or '--steps'? (see fldtool info --help)");
+  // It says more than that FILE is missing.
+  expect_error({"stats", "--jsno"}, 2,
+               "fldtool stats has no option --jsno; did you mean '--json'? (see fldtool stats --help)");
+  expect_error({"--verson"}, 2,
+               "fldtool has no option --verson; did you mean '--version'? (see fldtool --help)");
 }
 
 TEST_F(CommandLine, NeedsTheFile) {
-  expect_error({"info"}, 2, "FILE is required (see fldtool --help)");
-  expect_error({"sample"}, 2, "DIR is required (see fldtool --help)");
-  expect_error({"values", file(), "--variable", "p"}, 2, "--part is required (see fldtool --help)");
-  expect_error({"values", file(), "--part", "1"}, 2, "--variable is required (see fldtool --help)");
+  expect_error({"info"}, 2, "FILE is required (see fldtool info --help)");
+  expect_error({"sample"}, 2, "DIR is required (see fldtool sample --help)");
+  expect_error({"values", file(), "--variable", "p"}, 2, "--part is required (see fldtool values --help)");
+  expect_error({"values", file(), "--part", "1"}, 2, "--variable is required (see fldtool values --help)");
 }
 
 TEST_F(CommandLine, RejectsStepsThatAreNone) {
   expect_error({"info", file(), "--step", "x"}, 2,
-               "--step: Value x not in range 0 to 2147483647 (see fldtool --help)");
+               "--step: 'x' is not a step: write 4, 2-5, 6-, 0-100:10 or last (see fldtool info --help)");
   expect_error({"info", file(), "--step", "-1"}, 2,
-               "--step: Value -1 not in range 0 to 2147483647 (see fldtool --help)");
+               "--step: '-1' is not a step: write 4, 2-5, 6-, 0-100:10 or last (see fldtool info --help)");
   expect_error({"info", file(), "--step", "1"}, 2, file() + ": there is no step 1: the steps are 0 to 0");
 }
 
@@ -66,14 +74,32 @@ TEST_F(CommandLine, RejectsPartsAndVariablesThatAreNone) {
   expect_error({"values", file(), "-p", "1", "--variable", "q"}, 2,
                file() + ": there is no variable 'q': the variables are 1 to 3");
   expect_error({"values", file(), "-p", "1", "--variable", "p", "-c", "1"}, 2,
-               file() + ": variable p has no component 1");
+               file() + ": variable p has no component y");
   expect_error({"values", file(), "-p", "1", "--variable", "v", "-c", "3"}, 2,
-               "--component: Value 3 not in range 0 to 2 (see fldtool --help)");
+               "--component: '3' is none of 0, 1, 2, magnitude, x, y, z (see fldtool values --help)");
 }
 
 TEST_F(CommandLine, RejectsAnArrayWithoutAFile) {
   expect_error({"values", file(), "-p", "1", "--variable", "p", "--format", "npy"}, 2,
                "--format npy needs --output (- for the standard output stream)");
+}
+
+TEST_F(CommandLine, RejectsOutputsOfAnotherFormat) {
+  expect_error({"values", file(), "-p", "1", "--variable", "p", "-o", "x.xlsx"}, 2,
+               "x.xlsx: cannot write '.xlsx' files: the name has to end in .csv or .npy");
+  EXPECT_FALSE(std::filesystem::exists("x.xlsx"));
+}
+
+TEST_F(CommandLine, RejectsEmptyFileNames) {
+  expect_error({"values", file(), "-p", "1", "--variable", "p", "-o", ""}, 2,
+               "--output: the file name is empty (see fldtool values --help)");
+  expect_error({"info", ""}, 2, "FILE: the file name is empty (see fldtool info --help)");
+  expect_error({"info", file(), "--plugin", ""}, 2,
+               "--plugin: the file name is empty (see fldtool info --help)");
+  expect_error({"diff", file(), ""}, 2, "OTHER: the file name is empty (see fldtool diff --help)");
+  expect_error({"check", ""}, 2, "FILE: the file name is empty (see fldtool check --help)");
+  expect_error({"layout", ""}, 2, "FILE: the file name is empty (see fldtool layout --help)");
+  expect_error({"sample", ""}, 2, "DIR: the file name is empty (see fldtool sample --help)");
 }
 
 TEST_F(CommandLine, RejectsAnotherFormat) {
@@ -159,7 +185,7 @@ TEST_F(CommandLine, ShowsTheReadersDiagnosticsWhenAskedTo) {
 // The commands that look at files without the reader.
 TEST_F(CommandLine, CheckAndLayoutNeedAFileAndAPlaceToWrite) {
   for (const std::string command : {"check", "layout"}) {
-    expect_error({command}, 2, "FILE is required (see fldtool --help)");
+    expect_error({command}, 2, "FILE is required (see fldtool " + command + " --help)");
     const Result full = run_fldtool({command, file()}, "/dev/full");
     EXPECT_EQ(full.status, 4) << command;
     EXPECT_EQ(full.errors, "fldtool: standard output: cannot write: No space left on device\n") << command;

@@ -95,7 +95,7 @@ TEST_F(ControlCharacters, OfLayoutAndCheck) {
 
 TEST_F(ControlCharacters, OfErrors) {
   expect_in(text_of({"values", file.path(), "-p", "1", "--variable", "1", "-c", "1"}, 2),
-            ": variable p [2J has no component 1\n");
+            ": variable p [2J has no component y\n");
   expect_in(text_of({"info", "/no/such\x1b[2J.fld"}, 3), "fldtool: /no/such [2J.fld: FILE NOT FOUND : ");
 }
 

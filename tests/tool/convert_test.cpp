@@ -301,11 +301,11 @@ TEST_F(Convert, ReplacesWhatWasThere) {
 TEST_F(Convert, RejectsWrongChoices) {
   const std::string file = dataset.path();
   const std::string out = collection.string();
-  expect_error({"convert", file}, 2, "OUT is required (see fldtool --help)");
+  expect_error({"convert", file}, 2, "OUT is required (see fldtool convert --help)");
   expect_error({"convert", file, out, "--steps", "1"}, 2,
-               file + ": there are no steps '1': the steps are 0 to 0");
-  expect_error({"convert", file, out, "--steps", "0-"}, 2,
-               file + ": there are no steps '0-': the steps are 0 to 0");
+               file + ": there is no step 1: the steps are 0 to 0");
+  expect_error({"convert", file, out, "--steps", "1-"}, 2,
+               file + ": there are no steps '1-': the steps are 0 to 0");
   expect_error({"convert", file, out, "--parts", "7"}, 2,
                file + ": there is no part '7': the parts are 1 to 5");
   expect_error({"convert", file, out, "--parts", "x*"}, 2,
@@ -313,9 +313,9 @@ TEST_F(Convert, RejectsWrongChoices) {
   expect_error({"convert", file, out, "--variables", "q"}, 2,
                file + ": there is no variable 'q': the variables are 1 to 3");
   expect_error({"convert", file, out, "--precision", "half"}, 2,
-               "--precision: 'half' is none of double, single (see fldtool --help)");
+               "--precision: 'half' is none of double, single (see fldtool convert --help)");
   expect_error({"convert", file, out, "--compress", "bz2"}, 2,
-               "--compress: 'bz2' is none of lz4, zlib (see fldtool --help)");
+               "--compress: 'bz2' is none of lz4, zlib (see fldtool convert --help)");
   EXPECT_FALSE(fs::exists(collection));
 }
 

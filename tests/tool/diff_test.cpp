@@ -228,14 +228,14 @@ TEST_F(DiffOfSeries, WrongUsage) {
     EXPECT_EQ(result.errors, "fldtool: " + line + "\n");
     EXPECT_EQ(result.output, "");
   };
-  expect_line({"diff"}, "FILE is required (see fldtool --help)");
+  expect_line({"diff"}, "FILE is required (see fldtool diff --help)");
   expect_line({"diff", s()},
               "a second file or --step-b is missing: what to compare with? (see fldtool diff --help)");
   expect_line({"diff", s(), t(), "--step", "2"}, t() + ": there is no step 2: the steps are 0 to 1");
   expect_line({"diff", s(), "--step", "3", "--step-b", "0"},
               s() + ": there is no step 3: the steps are 0 to 2");
   expect_line({"diff", s(), t(), "--abs", "-1"},
-              "--abs: has to be a number of 0 or more (see fldtool --help)");
+              "--abs: has to be a number of 0 or more (see fldtool diff --help)");
 }
 
 TEST_F(DiffOfSeries, AFileThatCannotBeRead) {

@@ -56,7 +56,7 @@ TEST(ManPage, HasEveryCommandWithItsOptions) {
   for (const std::string& command : commands()) {
     EXPECT_NE(page.output.find("\n.SS fldtool " + command + "\n"), std::string::npos) << command;
   }
-  EXPECT_NE(page.output.find("\n.B \\-\\-step INT (0 without it)\nThe time step, from 0\n"),
+  EXPECT_NE(page.output.find("\n.B \\-\\-step,\\-\\-steps LIST ([0] without it)\nThe step to show\n"),
             std::string::npos);
   // Said once for all.
   const std::size_t status = page.output.find("Exit status: 0 fine");

@@ -260,6 +260,15 @@ TEST_F(Render, WritesToTheStandardOutput) {
   EXPECT_FALSE(fs::exists("-"));
 }
 
+TEST_F(Render, RejectsOutputsOfAnotherFormat) {
+  const Result jpeg = run_fldtool({"render", dataset.path(), "-o", "x.jpg"});
+  EXPECT_EQ(jpeg.status, 2);
+  EXPECT_EQ(jpeg.errors, "fldtool: x.jpg: cannot write '.jpg' files: the name has to end in .png\n");
+  const Result empty = run_fldtool({"render", dataset.path(), "-o", ""});
+  EXPECT_EQ(empty.status, 2);
+  EXPECT_EQ(empty.errors, "fldtool: --output: the file name is empty (see fldtool render --help)\n");
+}
+
 TEST_F(Render, WritesSeveralPicturesToFilesOnly) {
   for (int step = 0; step < 2; ++step) {
     testkit::File file = three_plates();
@@ -287,14 +296,14 @@ TEST_F(Render, RejectsWrongOptions) {
                "--background: 'red' is not white, grey, black or #rrggbb (see fldtool --help)");
   expect_error({"--range", "2,1"}, 2, "--range: '2,1' is not LOW,HIGH (see fldtool --help)");
   expect_error({"--colours", "jet"}, 2,
-               "--colours: jet not in {viridis,inferno,cool-warm,turbo,grey} (see fldtool --help)");
+               "--colours: jet not in {viridis,inferno,cool-warm,turbo,grey} (see fldtool render --help)");
   expect_error({"--font", dataset.path()}, 2, dataset.path() + ": this is no font file");
   expect_error({"--variable", "q"}, 2,
                dataset.path() + ": there is no variable 'q': the variables are 1 to 3");
   expect_error({"--variable", "p.x"}, 2,
                dataset.path() + ": there is no variable 'p.x': the variables are 1 to 3");
   expect_error({"--parts", "q"}, 2, dataset.path() + ": there is no part 'q': the parts are 1 to 3");
-  expect_error({"--step", "1"}, 2, dataset.path() + ": there are no steps '1': the steps are 0 to 0");
+  expect_error({"--step", "1"}, 2, dataset.path() + ": there is no step 1: the steps are 0 to 0");
 }
 
 TEST_F(Render, SaysWhenThereIsNothingToDraw) {
