@@ -1,0 +1,91 @@
+"""Points and cells of parts: shared between steps in which nothing moves, and as VTK has them."""
+
+from __future__ import annotations
+
+import weakref
+from typing import TYPE_CHECKING
+
+import numpy as np
+
+if TYPE_CHECKING:
+    from ._dataset import Dataset
+    from ._parts import PartInfo
+
+_VTK_TYPES = {"tri": 5, "quad": 9, "tet": 10, "pyramid": 14, "prism": 13, "hex": 12}
+_TURNED_PRISM = [0, 2, 1, 3, 5, 4]
+
+
+class SharedMeshes:
+    """Hands out the same arrays for all steps that have the same mesh, as long as somebody holds them."""
+
+    def __init__(self, dataset: Dataset) -> None:
+        self._dataset = dataset
+        self._points: dict[tuple[str, str, int], tuple[int, weakref.ref[np.ndarray]]] = {}
+        self._cells: dict[tuple[str, str, int], tuple[int, dict[str, weakref.ref[np.ndarray]]]] = {}
+
+    def points(self, index: int, info: PartInfo) -> np.ndarray:
+        geometry = self._dataset._geometry_steps[index]
+        of, held = self._points.get(info.identity, (None, None))
+        old = held() if held is not None else None
+        if old is not None and of == geometry:
+            return old
+        new = self._dataset._core.points(index, info.number)
+        if old is not None and _is_same(old, new):
+            new = old
+        new.flags.writeable = False
+        self._points[info.identity] = (geometry, weakref.ref(new))
+        return new
+
+    def cells(self, index: int, info: PartInfo) -> dict[str, np.ndarray]:
+        geometry = self._dataset._geometry_steps[index]
+        of, held = self._cells.get(info.identity, (None, {}))
+        old = {shape: array for shape, array in ((s, ref()) for s, ref in held.items()) if array is not None}
+        is_current = of == geometry or self._dataset._changing != "connectivity"
+        if old and len(old) == len(held) and is_current:
+            return old
+        new = self._dataset._core.cells(index, info.number)
+        for shape, array in new.items():
+            if shape in old and _is_same(old[shape], array):
+                new[shape] = old[shape]
+            new[shape].flags.writeable = False
+        self._cells[info.identity] = (geometry, {shape: weakref.ref(array) for shape, array in new.items()})
+        return new
+
+
+def _is_same(a: np.ndarray, b: np.ndarray) -> bool:
+    """Whether both hold the same bytes."""
+    if a.shape != b.shape:
+        return False
+    return a.size == 0 or memoryview(a).cast("B") == memoryview(b).cast("B")
+
+
+def vtk_cells(
+    cells: dict[str, np.ndarray], turns_prisms: bool
+) -> tuple[np.ndarray, np.ndarray, np.ndarray]:
+    """All cells as VTK has them: offsets and connectivity (of one integer type) and cell types (uint8).
+
+    With `turns_prisms` the triangles of prisms go the other way round.
+    """
+    blocks = [
+        (corners[:, _TURNED_PRISM] if shape == "prism" and turns_prisms else corners).ravel()
+        for shape, corners in cells.items()
+    ]
+    counts = [len(corners) for corners in cells.values()]
+    widths = [corners.shape[1] for corners in cells.values()]
+    ids = sum(len(block) for block in blocks)
+    id_type = np.int32 if ids <= np.iinfo(np.int32).max else np.int64
+    if len(blocks) == 1:
+        connectivity = blocks[0].astype(id_type, copy=False)
+    else:
+        connectivity = np.concatenate([np.empty(0, id_type), *blocks], dtype=id_type)
+    offsets = np.empty(sum(counts) + 1, id_type)
+    types = np.empty(sum(counts), np.uint8)
+    at = 0
+    first = 0
+    for shape, count, width in zip(cells, counts, widths):
+        offsets[at : at + count] = np.arange(first, first + count * width, width, dtype=id_type)
+        types[at : at + count] = _VTK_TYPES[shape]
+        at += count
+        first += count * width
+    offsets[at] = first
+    return offsets, connectivity, types
