@@ -27,8 +27,12 @@ constexpr std::array<std::pair<std::string_view, std::string_view>, 5> kFileLine
      {"FAILED TO READ GEOMETRY DATA IN ", "."},
      {"error : failed to open fld file : ", "."}}};
 
+constexpr std::size_t kKeptAtEachEnd = std::size_t{64} << 10;
+constexpr std::string_view kLeftOut = " bytes of diagnostics left out)";
+
 bool is_reason(std::string_view message) {
-  return !message.starts_with(kTrace) && !message.starts_with(kWarning) && message != kReadDone;
+  return !message.ends_with(kLeftOut) && !message.starts_with(kTrace) && !message.starts_with(kWarning) &&
+         message != kReadDone;
 }
 
 // The C library puts the program's name in front of an assertion, which is not about the program.
@@ -109,6 +113,21 @@ std::string last_named_file(std::string_view text) {
 
 std::vector<std::string> warnings(std::string_view text) {
   return texts_after(kWarning, text);
+}
+
+std::string shortened(std::string_view text) {
+  if (text.size() <= 2 * kKeptAtEachEnd) return std::string(text);
+  // Half a line could name another file than the whole one.
+  std::string_view head = text.substr(0, kKeptAtEachEnd);
+  const std::size_t head_end = head.rfind('\n');
+  if (head_end != std::string_view::npos) head = head.substr(0, head_end + 1);
+  std::string_view tail = text.substr(text.size() - kKeptAtEachEnd);
+  const std::size_t line_end = tail.find('\n');
+  if (line_end != std::string_view::npos && line_end + 1 < tail.size()) tail.remove_prefix(line_end + 1);
+  const std::size_t left_out = text.size() - head.size() - tail.size();
+  const std::string line_break = head.ends_with('\n') ? "" : "\n";
+  return std::string(head) + line_break + "(" + std::to_string(left_out) + std::string(kLeftOut) + "\n" +
+         std::string(tail);
 }
 
 bool tells_geometry_failure(std::string_view text) {

@@ -26,6 +26,10 @@ std::vector<std::string> warnings(std::string_view text);
 // has no result, so this is the only sign of it.
 bool tells_geometry_failure(std::string_view text);
 
+// The text of one call for keeping: the first and the last 64 KiB of a long one, cut at line ends if there
+// are any, and a line between them that says how much was left out.
+std::string shortened(std::string_view text);
+
 // The lines of `text` without their ends; empty lines are left out.
 std::vector<std::string_view> split_lines(std::string_view text);
 

@@ -13,22 +13,23 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "host/anonymous_file.h"
+#include "host/diagnostic_text.h"
 #include "host/error.h"
 
 namespace host {
 namespace {
 
 constexpr std::size_t kMaxText = std::size_t{16} << 20;
-constexpr std::size_t kMaxLatest = std::size_t{1} << 20;
-constexpr char kCutNote[] = "\n(further diagnostics are not kept)\n";
+constexpr std::string_view kFullNote = "\n(further diagnostics are not kept)\n";
 
-// The signals that end a process from inside a call.
+// The signals that end a process inside a call.
 constexpr std::array kFatalSignals = {SIGABRT, SIGSEGV, SIGBUS, SIGFPE, SIGILL};
 
 // What the signal handler needs of the capture whose scope is alive.
 struct ActiveScope {
-  int memory_file = -1;
-  int own_stream = -1;  // none where descriptor 2 was closed
+  int file = -1;
+  int own_stream = -1;  // -1 when descriptor 2 was closed
   std::array<struct sigaction, kFatalSignals.size()> previous = {};
 };
 
@@ -43,8 +44,8 @@ void restore_signals() {
     sigaction(kFatalSignals[i], &active.previous[i], nullptr);
 }
 
-// Descriptor 2 becomes what it was: the process's own stream, or closed where there was none.
-void give_back_stream(int own_stream) {
+// Descriptor 2 becomes the process's own stream again, or closed if there was none.
+void restore_stream(int own_stream) {
   if (own_stream >= 0) {
     dup2(own_stream, STDERR_FILENO);
   } else {
@@ -60,14 +61,14 @@ void write_to_stream(std::string_view text) {
   }
 }
 
-// Brings the captured text out, then lets the signal do what it would have done without a capture.
+// Writes the captured text to the process's own stream, then lets the signal take its usual course.
 void on_fatal_signal(int signal_number, siginfo_t* info, void* /*context*/) {
-  give_back_stream(active.own_stream);
+  restore_stream(active.own_stream);
   restore_signals();
   struct stat status = {};
-  if (fstat(active.memory_file, &status) == 0 && status.st_size > 0) {
+  if (fstat(active.file, &status) == 0 && status.st_size > 0) {
     const auto size = static_cast<std::size_t>(status.st_size);
-    void* text = mmap(nullptr, size, PROT_READ, MAP_SHARED, active.memory_file, 0);
+    void* text = mmap(nullptr, size, PROT_READ, MAP_SHARED, active.file, 0);
     if (text != MAP_FAILED) write_to_stream({static_cast<const char*>(text), size});
   }
   // A fault repeats itself on return; a signal that was sent has to be sent again.
@@ -77,17 +78,17 @@ void on_fatal_signal(int signal_number, siginfo_t* info, void* /*context*/) {
 }  // namespace
 
 DiagnosticsCapture::DiagnosticsCapture() {
-  const int file = memfd_create("reader-diagnostics", MFD_CLOEXEC);
+  const int file = open_anonymous_file();
   if (file < 0) throw_failure(errno);
-  // Where the process has closed its standard streams, this is one of their descriptors.
-  memory_file_ = fcntl(file, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
+  // If the process has closed its standard streams, this may be one of their descriptors.
+  file_ = fcntl(file, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
   const int error = errno;
   close(file);
-  if (memory_file_ < 0) throw_failure(error);
+  if (file_ < 0) throw_failure(error);
 }
 
 DiagnosticsCapture::~DiagnosticsCapture() {
-  close(memory_file_);
+  close(file_);
 }
 
 DiagnosticsCapture::Scope::Scope(DiagnosticsCapture& capture) : capture_(capture) {
@@ -102,12 +103,12 @@ void DiagnosticsCapture::begin() {
   std::fflush(stderr);
   own_stream_ = fcntl(STDERR_FILENO, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
   const bool is_closed = own_stream_ < 0 && errno == EBADF;
-  if ((own_stream_ < 0 && !is_closed) || dup2(memory_file_, STDERR_FILENO) < 0) {
+  if ((own_stream_ < 0 && !is_closed) || dup2(file_, STDERR_FILENO) < 0) {
     const int error = errno;
     if (own_stream_ >= 0) close(own_stream_);
     throw_failure(error);
   }
-  active.memory_file = memory_file_;
+  active.file = file_;
   active.own_stream = own_stream_;
   struct sigaction action = {};
   action.sa_sigaction = on_fatal_signal;
@@ -119,8 +120,9 @@ void DiagnosticsCapture::begin() {
 
 void DiagnosticsCapture::end() noexcept {
   std::fflush(stderr);
+  active.file = -1;
   restore_signals();
-  give_back_stream(own_stream_);
+  restore_stream(own_stream_);
   if (own_stream_ >= 0) close(own_stream_);
   own_stream_ = -1;
   try {
@@ -128,31 +130,43 @@ void DiagnosticsCapture::end() noexcept {
   } catch (const std::exception&) {
     // No memory for the text: the call's result matters more than what was written beside it.
     latest_.clear();
+    latest_files_.clear();
   }
   // The next scope starts with an empty file; the offset is shared with what was descriptor 2.
-  if (ftruncate(memory_file_, 0) == 0) lseek(memory_file_, 0, SEEK_SET);
+  if (ftruncate(file_, 0) == 0) lseek(file_, 0, SEEK_SET);
 }
 
-// A line that does not fit is left out altogether: it could name another file than the whole one.
-void DiagnosticsCapture::add(std::string_view captured) {
-  const std::size_t room = kMaxText - std::min(kMaxText, text_.size());
-  cut_ = captured.size() > room;
-  if (cut_) captured = captured.substr(0, captured.substr(0, room).rfind('\n') + 1);
-  text_ += captured;
-  if (cut_) text_ += kCutNote;
+bool DiagnosticsCapture::shows_failed_assertion() {
+  constexpr std::string_view kEnd = "' failed.\n";
+  std::array<char, 4096> bytes;  // NOLINT(cppcoreguidelines-pro-type-member-init)
+  struct stat status = {};
+  if (fstat(active.file, &status) != 0) return false;
+  const off_t begin = std::max<off_t>(0, status.st_size - static_cast<off_t>(bytes.size()));
+  const ssize_t count = pread(active.file, bytes.data(), bytes.size(), begin);
+  if (count <= 0) return false;
+  std::string_view text(bytes.data(), static_cast<std::size_t>(count));
+  if (!text.ends_with(kEnd)) return false;
+  text.remove_suffix(1);
+  const std::size_t line_end = text.rfind('\n');
+  return text.find(": Assertion `", line_end == std::string_view::npos ? 0 : line_end) !=
+         std::string_view::npos;
 }
 
 void DiagnosticsCapture::keep_text() {
   latest_.clear();
+  latest_files_.clear();
   struct stat status = {};
-  if (fstat(memory_file_, &status) != 0 || status.st_size <= 0) return;
+  if (fstat(file_, &status) != 0 || status.st_size <= 0) return;
   const auto size = static_cast<std::size_t>(status.st_size);
-  void* mapped = mmap(nullptr, size, PROT_READ, MAP_SHARED, memory_file_, 0);
+  void* mapped = mmap(nullptr, size, PROT_READ, MAP_SHARED, file_, 0);
   if (mapped == MAP_FAILED) return;
   const std::string_view captured(static_cast<const char*>(mapped), size);
-  latest_ = captured.substr(size - std::min(size, kMaxLatest));
-  if (!cut_) add(captured);
+  latest_ = shortened(captured);
+  latest_files_ = traced_files(captured);
   munmap(mapped, size);
+  if (text_.size() > kMaxText) return;
+  text_ += latest_;
+  if (text_.size() > kMaxText) text_ += kFullNote;
 }
 
 }  // namespace host

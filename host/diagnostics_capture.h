@@ -1,20 +1,21 @@
 // Keeps what a reader writes to the standard error stream (file descriptor 2) while one of its entry points
 // runs.
 //
-// For as long as a Scope lives, descriptor 2 leads into a memory file; afterwards it is the process's own
-// again, or closed if it was, and the text is added to the capture's. Whatever other threads write there in
-// the meantime is captured too. If a signal ends the process inside a scope, as a failing assertion of the
-// reader does, the captured text is written to descriptor 2 after all.
+// While a Scope lives, descriptor 2 refers to an anonymous file; afterwards it is the process's own again, or
+// closed if it was, and the text is added to the capture's. What other threads write there in the meantime is
+// captured too. If a signal ends the process inside a scope, as a failed assertion of the reader does, the
+// captured text is written to the process's own stream.
 #pragma once
 
 #include <cstddef>
 #include <string>
+#include <vector>
 
 namespace host {
 
 class DiagnosticsCapture {
  public:
-  // Throws Error when the system gives no memory file.
+  // Throws Error when no anonymous file can be made.
   DiagnosticsCapture();
   DiagnosticsCapture(const DiagnosticsCapture&) = delete;
   DiagnosticsCapture& operator=(const DiagnosticsCapture&) = delete;
@@ -32,24 +33,30 @@ class DiagnosticsCapture {
     DiagnosticsCapture& capture_;
   };
 
-  // All that was captured so far, in order. A text of more than 16 MiB is cut behind a whole line: later text
-  // is dropped and a last line says so.
+  // What the scopes captured so far, in order, each text as shortened() keeps it. After 16 MiB no more is
+  // added, and a last line says so.
   const std::string& text() const { return text_; }
 
-  // What the latest scope captured; of a very long text the end.
+  // What the latest scope captured, as shortened() keeps it.
   const std::string& latest() const { return latest_; }
+
+  // The files that the reader traced in the latest scope, from the whole text (see traced_files).
+  const std::vector<std::string>& latest_files() const { return latest_files_; }
+
+  // Whether the text of the scope that is alive ends with the C library's report of a failed assertion. May
+  // be called in a signal handler.
+  static bool shows_failed_assertion();
 
  private:
   void begin();
   void end() noexcept;
   void keep_text();
-  void add(std::string_view captured);
 
-  int memory_file_ = -1;
+  int file_ = -1;
   int own_stream_ = -1;
   std::string text_;
   std::string latest_;
-  bool cut_ = false;
+  std::vector<std::string> latest_files_;
 };
 
 }  // namespace host

@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 #include <type_traits>
+#include <vector>
 
 #include "host/abort_recovery.h"
 #include "host/diagnostics_capture.h"
@@ -23,8 +24,9 @@ class GuardedReader {
 
   const EntryPoints& entry_points() const { return *entry_points_; }
 
-  // From now on a call that aborts is an Error too. After one, every other call is refused with an Error.
-  void recover_from_aborts() { recovers_ = true; }
+  // From now on a failed assertion of the reader is an Error too, if diagnostics are captured. After one,
+  // every other call is refused with an Error.
+  void recover_from_assertions() { recovers_ = capture_.has_value(); }
   bool has_aborted() const { return has_aborted_; }
 
   // Calls the entry point. Throws Error when the library lacks it or an exception leaves it.
@@ -38,10 +40,10 @@ class GuardedReader {
       try {
         if (!recovers_) return entry_point.function(arguments...);
         if constexpr (std::is_void_v<Result>) {
-          if (runs_without_abort([&] { entry_point.function(arguments...); })) return;
+          if (runs_without_assertion([&] { entry_point.function(arguments...); })) return;
         } else {
           Result result{};
-          if (runs_without_abort([&] { result = entry_point.function(arguments...); })) return result;
+          if (runs_without_assertion([&] { result = entry_point.function(arguments...); })) return result;
         }
       } catch (...) {
         throw_as_error(entry_point.name);
@@ -76,6 +78,10 @@ class GuardedReader {
   // Everything captured so far, and what the latest call wrote; empty without a capture.
   const std::string& diagnostics() const;
   const std::string& latest_diagnostics() const;
+  // The files that the reader traced in the latest call.
+  std::vector<std::string> latest_files() const {
+    return capture_ ? capture_->latest_files() : std::vector<std::string>();
+  }
   bool captures() const { return capture_.has_value(); }
 
  private:

@@ -5,11 +5,11 @@
 #include <dlfcn.h>
 #include <fcntl.h>
 #include <string>
-#include <sys/mman.h>
 #include <sys/sendfile.h>
 #include <unistd.h>
 #include <vector>
 
+#include "host/anonymous_file.h"
 #include "host/error.h"
 #include "host/guarded_reader.h"
 #include "host/text_rows.h"
@@ -33,20 +33,23 @@ Error loading_error(const std::string& reason) {
   return Error("cannot load the reader library: " + reason);
 }
 
-// Copies the file at `path` into a file in memory and returns its descriptor. There is no place on disk that
-// would have to be writable and free to run programs from, and nothing is left behind.
-int copy_to_memory(const std::filesystem::path& path) {
-  const auto error = [&] { return loading_error(path.string() + ": " + std::strerror(errno)); };
+Error loading_error(const std::filesystem::path& path, int error) {
+  return loading_error(path.string() + ": " + std::strerror(error));
+}
+
+// Copies the file at `path` into an anonymous file, of which nothing is left behind, and returns its
+// descriptor.
+int copy_of(const std::filesystem::path& path, Storage storage) {
   const int source = open(path.c_str(), O_RDONLY | O_CLOEXEC);
-  if (source < 0) throw error();
-  const int copy = memfd_create("reader-library", MFD_CLOEXEC);
+  if (source < 0) throw loading_error(path, errno);
+  const int copy = open_anonymous_file(storage);
   ssize_t moved = copy < 0 ? -1 : 1;
   while (moved > 0) moved = sendfile(copy, source, nullptr, std::size_t{1} << 30);
-  const Error failure = error();
+  const int error = errno;
   close(source);
   if (moved == 0) return copy;
   if (copy >= 0) close(copy);
-  throw failure;
+  throw loading_error(path, error);
 }
 
 bool is_loaded(const std::string& name) {
@@ -55,16 +58,28 @@ bool is_loaded(const std::string& name) {
   return handle != nullptr;
 }
 
-// A path to the copy that no loaded library has for its name. The loader knows libraries by their names, and
-// those of copies stay when their descriptors have long been given out again: steps on the spot, which spell
-// a number, tell them apart.
-std::string free_name_of(int copy) {
+// A path of the descriptor that no loaded library has. dlopen identifies libraries by path, and a
+// descriptor's number is reused while the library that was loaded from it stays: redundant `./` components
+// encode a counter.
+std::string free_path_of(int descriptor) {
   for (unsigned number = 0;; ++number) {
-    std::string name = "/proc/self/fd/";
-    for (unsigned rest = number; rest > 0; rest /= 2) name += rest % 2 == 0 ? "./" : ".//";
-    name += std::to_string(copy);
-    if (!is_loaded(name)) return name;
+    std::string path = "/proc/self/fd/";
+    for (unsigned rest = number; rest > 0; rest /= 2) path += rest % 2 == 0 ? "./" : ".//";
+    path += std::to_string(descriptor);
+    if (!is_loaded(path)) return path;
   }
+}
+
+void* open_library(const std::string& path) {
+  return dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
+}
+
+void* open_copy(const std::filesystem::path& path, Storage storage) {
+  const int copy = copy_of(path, storage);
+  void* handle = open_library(free_path_of(copy));
+  // A loaded library keeps the file by itself.
+  close(copy);
+  return handle;
 }
 
 }  // namespace
@@ -74,19 +89,25 @@ void Library::Close::operator()(void* handle) const {
 }
 
 Library::Handle Library::load(const std::filesystem::path& path, Globals globals) {
-  const int copy = globals == Globals::own ? copy_to_memory(path) : -1;
-  // An absolute path keeps the loader from searching its own directories for a bare file name.
-  const std::string name = copy >= 0 ? free_name_of(copy) : std::filesystem::absolute(path).string();
-  Handle handle(dlopen(name.c_str(), RTLD_NOW | RTLD_LOCAL));
-  const char* message = handle == nullptr ? dlerror() : nullptr;
-  const std::string reason = message != nullptr ? message : "";
-  // What is loaded holds the copy by itself.
-  if (copy >= 0) close(copy);
-  if (handle == nullptr) throw loading_error(copy >= 0 ? path.string() + ": " + reason : reason);
-  return handle;
+  Handle handle;
+  if (globals == Globals::shared) {
+    // An absolute path keeps the loader from searching its own directories for a bare file name.
+    handle.reset(open_library(std::filesystem::absolute(path).string()));
+  } else {
+    try {
+      handle.reset(open_copy(path, Storage::memory));
+    } catch (const Error&) {
+      handle.reset();
+    }
+    if (!handle) handle.reset(open_copy(path, Storage::temporary_folder));
+  }
+  if (handle) return handle;
+  const char* message = dlerror();
+  const std::string reason = message == nullptr ? "unknown error" : message;
+  throw loading_error(globals == Globals::own ? path.string() + ": " + reason : reason);
 }
 
-void Library::leave_loaded() {
+void Library::leave_loaded() const {
   static_cast<void>(handle_.release());
 }
 

@@ -14,7 +14,7 @@ inline constexpr char kApiVersion[] = "2.04";
 class Library {
  public:
   // Whether objects for the same path share the library with its globals, and so its one dataset, or this one
-  // has its own, made from a copy of the file in memory.
+  // has its own, loaded from a copy of the file.
   enum class Globals { shared, own };
 
   // Loads the library at `path` with all its symbols bound and kept from other libraries. Throws Error when
@@ -25,9 +25,9 @@ class Library {
   const std::filesystem::path& path() const { return path_; }
   const EntryPoints& entry_points() const { return entry_points_; }
 
-  // Keeps the library loaded when the object goes: after an aborted call (Session::is_lost) nothing can be
-  // said about what its destructors would find. It takes memory, and no descriptor.
-  void leave_loaded();
+  // Keeps the library loaded for the rest of the process: after a failed assertion the state that its
+  // destructors would find is unknown. It takes memory, but no descriptor.
+  void leave_loaded() const;
 
  private:
   struct Close {
@@ -38,7 +38,7 @@ class Library {
   static Handle load(const std::filesystem::path& path, Globals globals);
 
   std::filesystem::path path_;
-  Handle handle_;
+  mutable Handle handle_;
   EntryPoints entry_points_;
 };
 

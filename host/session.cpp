@@ -5,7 +5,6 @@
 #include <string>
 #include <utility>
 
-#include "host/diagnostic_text.h"
 #include "host/error.h"
 #include "host/part_groups.h"
 #include "host/text_rows.h"
@@ -26,15 +25,23 @@ std::vector<char> writable(const std::string& text) {
 }  // namespace
 
 Session::Session(const Library& library, const SessionOptions& options)
-    : guarded_(library.entry_points(), options.capture_diagnostics), entry_(library.entry_points()) {
-  if (options.recover_from_aborts) guarded_.recover_from_aborts();
-  ask_identity();
-  reader_options_ = ask_options(guarded_);
+    : library_(library),
+      guarded_(library.entry_points(), options.capture_diagnostics),
+      entry_(library.entry_points()) {
+  if (options.recover_from_assertions) guarded_.recover_from_assertions();
+  try {
+    ask_identity();
+    reader_options_ = ask_options(guarded_);
+  } catch (const Error&) {
+    if (is_lost()) library_.leave_loaded();
+    throw;
+  }
   reader_options_.choose(options.toggles);
 }
 
 Session::~Session() {
   close_quietly();
+  if (is_lost()) library_.leave_loaded();
 }
 
 void Session::ask_identity() {
@@ -79,17 +86,17 @@ void Session::open(const std::filesystem::path& file) {
   std::vector<char> directory = writable(absolute.parent_path().string());
   needs_exit_ = true;
   guarded_.set_place("", std::nullopt);
-  const std::size_t seen_diagnostics = diagnostics().size();
   const int result =
       guarded_.call_checked(entry_.set_filenames, name.data(), second_name.data(), directory.data(), 0);
   if (result != 1) throw guarded_.error(entry_.set_filenames.name, "the result is " + std::to_string(result));
 
-  // From here on the reader holds the new dataset, whatever comes of it. The path may be the session's own.
+  // From here on the reader holds the new dataset, whatever happens next. The path may be the session's own.
   std::filesystem::path path = file;
+  std::vector<std::string> traced = guarded_.latest_files();
   forget_dataset();
   try {
     path_ = std::move(path);
-    traced_files_ = host::traced_files(std::string_view(diagnostics()).substr(seen_diagnostics));
+    traced_files_ = std::move(traced);
     ask_time_sets();
     is_open_ = true;
     select_step(0);

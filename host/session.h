@@ -30,7 +30,9 @@ inline constexpr std::size_t kGroupsToggle = 1;    // "Make group of parts"
 struct SessionOptions {
   std::map<std::size_t, bool> toggles = {};  // the user's choices; other toggles keep the reader's default
   bool capture_diagnostics = false;          // keep what the reader writes to the standard error stream
-  bool recover_from_aborts = false;  // a call that aborts is an Error, after which the session is lost
+  // With captured diagnostics: a failed assertion of the reader is an Error, after which the session is lost
+  // and the library stays loaded.
+  bool recover_from_assertions = false;
 };
 
 class Session {
@@ -86,8 +88,7 @@ class Session {
 
   Metadata metadata();
 
-  // Whether a call aborted and was recovered from. Then nothing more can be asked, and the library should be
-  // left loaded.
+  // Whether a call ended in a failed assertion. Then every other call is an Error.
   bool is_lost() const { return guarded_.has_aborted(); }
 
   // What the reader wrote to the standard error stream in this session; empty unless it is captured.
@@ -95,8 +96,7 @@ class Session {
   // The files that the reader traced while it opened the dataset, in the order of the steps; empty unless
   // diagnostics are captured.
   const std::vector<std::string>& traced_files() const { return traced_files_; }
-  // Whether these are the files of all steps. With kSimplifyToggle a reader may index the first one alone,
-  // and the last ones are missing where the diagnostics became too long to be kept.
+  // Whether these are the files of all steps. With kSimplifyToggle a reader may index the first one alone.
   bool knows_every_file() const { return is_open_ && traced_files_.size() >= variable_times().times.size(); }
   // The file of a step of the variables' set; empty when it is not known or there is no such step.
   std::string file_of_step(int step) const;
@@ -122,6 +122,7 @@ class Session {
   int ask_values(const Variable& variable, const Part& part, int slot, int component, float* entries);
   bool note_availability(int result, PartValues& values) const;
 
+  const Library& library_;
   GuardedReader guarded_;
   const EntryPoints& entry_;
   ReaderIdentity identity_;

@@ -11,7 +11,7 @@ namespace {
 host::SessionOptions session_options(const ReadingOptions& options) {
   return {.toggles = {{host::kSimplifyToggle, options.simplify}, {host::kGroupsToggle, options.group_parts}},
           .capture_diagnostics = true,
-          .recover_from_aborts = true};
+          .recover_from_assertions = true};
 }
 
 // All that are open. Never destroyed: ParaView lets go of its last readers while the process ends.
@@ -26,12 +26,7 @@ DatasetSource::DatasetSource(const std::filesystem::path& plugin, const std::fil
                              const ReadingOptions& options)
     : library_(plugin, host::Library::Globals::own),
       session_(std::make_unique<host::Session>(library_, session_options(options))) {
-  try {
-    session_->open(file);
-  } catch (const host::Error&) {
-    if (session_->is_lost()) library_.leave_loaded();
-    throw;
-  }
+  session_->open(file);
   open_sources().insert(this);
   // When the process ends, what is registered last goes first: registered after the library was loaded, this
   // comes before its globals are destroyed.
@@ -40,19 +35,11 @@ DatasetSource::DatasetSource(const std::filesystem::path& plugin, const std::fil
 
 DatasetSource::~DatasetSource() {
   open_sources().erase(this);
-  close();
-}
-
-void DatasetSource::close() {
-  if (!session_) return;
-  const bool is_lost = session_->is_lost();
-  session_.reset();
-  if (is_lost) library_.leave_loaded();
 }
 
 void DatasetSource::close_all() {
   for (DatasetSource* source : open_sources()) {
-    source->close();
+    source->session_.reset();
     source->library_.leave_loaded();
   }
 }

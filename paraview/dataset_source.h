@@ -34,7 +34,6 @@ class DatasetSource {
   std::vector<std::string> take_warnings();
 
  private:
-  void close();
   static void close_all();
 
   host::Library library_;

@@ -66,7 +66,7 @@ void OpenDataset::open(const DatasetOptions& options) {
   host::SessionOptions choices;
   choices.toggles = {{host::kSimplifyToggle, options.simplify}, {host::kGroupsToggle, !options.no_groups}};
   choices.capture_diagnostics = true;
-  choices.recover_from_aborts = true;
+  choices.recover_from_assertions = true;
   session_ = std::make_unique<host::Session>(*library_, choices);
   session_->open(options.file);
 }
@@ -85,7 +85,6 @@ void OpenDataset::close() {
     verbose_ = false;
   }
   if (!session_->is_lost()) return;
-  library_->leave_loaded();
   // What is registered last goes first, so this comes before the destructors of the library's globals.
   static_cast<void>(on_exit(exit_without_destructors, nullptr));
 }

@@ -55,6 +55,23 @@ TEST(DiagnosticText, NamesTheFileOfTheLastMessageAboutOne) {
   EXPECT_EQ(host::last_named_file("WARNING : 3 ODD IN /a.fld\nThis is not FLD file.\n"), "");
 }
 
+TEST(DiagnosticText, ALongTextIsShortenedAtLineEnds) {
+  constexpr std::size_t kKept = 65536;
+  EXPECT_EQ(host::shortened(std::string(2 * kKept, 'x')), std::string(2 * kKept, 'x'));
+  EXPECT_EQ(host::shortened(std::string(2 * kKept + 10, 'x')),
+            std::string(kKept, 'x') + "\n(10 bytes of diagnostics left out)\n" + std::string(kKept, 'x'));
+  const std::string line = std::string(999, 'x') + '\n';
+  std::string lines;
+  std::string kept;
+  for (int i = 0; i < 200; ++i) lines += line;
+  for (int i = 0; i < 65; ++i) kept += line;
+  EXPECT_EQ(host::shortened(lines), kept + "(70000 bytes of diagnostics left out)\n" + kept);
+}
+
+TEST(DiagnosticText, ReasonLeavesOutWhatTellsOfAShortenedText) {
+  EXPECT_EQ(host::reason_in_diagnostics("one\n(10 bytes of diagnostics left out)\ntwo\n"), "one; two");
+}
+
 TEST(DiagnosticText, WarningsOnceInOrder) {
   EXPECT_EQ(
       host::warnings("WARNING : 3 ODD IN /a.fld\nnoise\nWARNING : 1 OTHER\nWARNING : 3 ODD IN /a.fld\n"),

@@ -9,6 +9,7 @@
 #include <fcntl.h>
 #include <string>
 #include <unistd.h>
+#include <vector>
 
 #include "host/session.h"
 #include "tests/host/fake_reader.h"
@@ -47,10 +48,10 @@ TEST(DiagnosticsCapture, AddsUpScopesAndTellsTheLatest) {
   EXPECT_EQ(capture.text(), "first and long\nsecond\n");
 }
 
-TEST(DiagnosticsCapture, CutsAnEndlessText) {
+TEST(DiagnosticsCapture, CutsTheTextOfEndlessCalls) {
   host::DiagnosticsCapture capture;
-  const std::string line(1 << 20, 'x');
-  for (int i = 0; i < 20; ++i) {
+  const std::string line(100 << 10, 'x');
+  for (int i = 0; i < 200; ++i) {
     const host::DiagnosticsCapture::Scope scope(capture);
     write_text(line.c_str());
   }
@@ -58,16 +59,22 @@ TEST(DiagnosticsCapture, CutsAnEndlessText) {
   EXPECT_TRUE(capture.text().ends_with("(further diagnostics are not kept)\n"));
 }
 
-TEST(DiagnosticsCapture, CutsATextBehindAWholeLine) {
+TEST(DiagnosticsCapture, KeepsTheBeginningAndTheEndOfALongText) {
   host::DiagnosticsCapture capture;
-  std::string lines;
-  while (lines.size() <= std::size_t{16} << 20) lines += "one of many lines\n";
   {
     const host::DiagnosticsCapture::Scope scope(capture);
-    write_text(lines.c_str());
+    write_text("IN ( FLD): /first.fld\n");
+    for (int i = 0; i < 50; ++i) write_text(std::string(std::size_t{1} << 20, 'x').c_str());
+    write_text("\nIN ( FLD): /middle.fld\n");
+    for (int i = 0; i < 10'000; ++i) write_text("one of many lines\n");
+    write_text("the end\n");
   }
-  EXPECT_GT(capture.text().size(), (std::size_t{16} << 20) - 20);
-  EXPECT_TRUE(capture.text().ends_with("one of many lines\n\n(further diagnostics are not kept)\n"));
+  EXPECT_LE(capture.latest().size(), std::size_t{129} << 10);
+  EXPECT_TRUE(capture.latest().starts_with("IN ( FLD): /first.fld\n"));
+  EXPECT_TRUE(capture.latest().ends_with("one of many lines\nthe end\n"));
+  EXPECT_NE(capture.latest().find(" bytes of diagnostics left out)\none of many lines\n"), std::string::npos);
+  EXPECT_EQ(capture.text(), capture.latest());
+  EXPECT_EQ(capture.latest_files(), (std::vector<std::string>{"/first.fld", "/middle.fld"}));
 }
 
 // While it lives, descriptor 2 is closed.

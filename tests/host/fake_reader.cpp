@@ -3,10 +3,13 @@
 
 #include <algorithm>
 #include <array>
+#undef NDEBUG  // the C library declares its report only where assertions are on
+#include <cassert>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <exception>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -65,7 +68,6 @@ int region_sets() {
 }
 int steps() {
   if (is_file(fake::kManyFiles)) return fake::kManyFilesCount;
-  if (is_file(fake::kTooManyFiles)) return fake::kTooManyFilesCount;
   return is_file(fake::kOneStep) ? 1 : 2;
 }
 
@@ -89,9 +91,21 @@ int node_count(Place place) {
   return place.region_set == 0 ? 8 : 5;
 }
 
+[[noreturn]] void fail_assertion() {
+  __assert_fail("is_made_up", "fake", 1, "void fail_assertion()");
+}
+
+void release_twice() {
+  // The compiler must not see that it is one block.
+  void* volatile block = std::malloc(64);
+  void* volatile same = block;
+  std::free(block);
+  std::free(same);
+}
+
 // A series traces each of its files, and the first one again for its geometry.
 void trace_files(const std::string& path) {
-  if (is_file(fake::kManyFiles) || is_file(fake::kTooManyFiles)) {
+  if (is_file(fake::kManyFiles)) {
     const std::string start = path.substr(0, path.size() - 4);
     std::string lines;
     std::array<char, 512> line = {};
@@ -244,6 +258,9 @@ int USERD_set_filenames(char* filename1, char* filename2, char* directory, int s
     std::fputs("about to abort\n", stderr);
     std::abort();
   }
+  if (name == fake::kAsserts) fail_assertion();
+  if (name == fake::kTerminates) std::terminate();
+  if (name == fake::kBreaksTheHeap) release_twice();
   if (name == fake::kFaults) {
     std::fputs("about to fault\n", stderr);
     std::raise(SIGSEGV);
@@ -389,4 +406,5 @@ int USERD_get_var_by_component(int variable, int part, int var_type, int which_t
 
 void USERD_exit_routine() {
   LOG();
+  if (is_file(fake::kExitAsserts)) fail_assertion();
 }

@@ -2,7 +2,7 @@
 //
 // Its datasets are made up from the file name alone; no file is read. There are two region sets, a hexahedron
 // and a pyramid, each with one surface and one volume, and two steps. It caches the last scalar and vector by
-// name alone. Opening one of the files named "throws_..." or "aborts..." does just that.
+// name alone. Opening one of the files named "throws_...", "aborts..." and so on does just that.
 #pragma once
 
 namespace fake {
@@ -16,12 +16,11 @@ inline constexpr char kGeometryFails[] = "geometry_fails.fld";   // the second s
 inline constexpr char kNoValues[] = "no_values.fld";             // requests for values are answered with 3
 inline constexpr char kNegativeCount[] = "negative_count.fld";   // the first part has -1 nodes
 inline constexpr char kNoStatus[] = "no_status.fld";             // whether it changes cannot be told
+inline constexpr char kExitAsserts[] = "exit_asserts.fld";       // an assertion fails in the exit routine
 
-// Series of so many files, "/made-up/many_files_0000000.fld" and on.
+// A series of so many files, "/made-up/many_files_0000000.fld" and on.
 inline constexpr char kManyFiles[] = "many_files.fld";
 inline constexpr int kManyFilesCount = 40'000;
-inline constexpr char kTooManyFiles[] = "too_many_files.fld";
-inline constexpr int kTooManyFilesCount = 500'000;
 
 // Does not open.
 inline constexpr char kFails[] = "fails.fld";  // writes lines, answers -1
@@ -31,6 +30,9 @@ inline constexpr char kThrowsReader[] = "throws_reader.fld";
 inline constexpr char kThrowsInt[] = "throws_int.fld";
 inline constexpr char kThrowsUnknown[] = "throws_unknown.fld";
 inline constexpr char kAborts[] = "aborts.fld";
+inline constexpr char kAsserts[] = "asserts.fld";
+inline constexpr char kTerminates[] = "terminates.fld";
+inline constexpr char kBreaksTheHeap[] = "breaks_heap.fld";  // releases a block twice
 inline constexpr char kFaults[] = "faults.fld";
 
 // Variables.

@@ -55,22 +55,6 @@ TEST_F(Session, KnowsTheFilesOfAVeryLongSeries) {
   EXPECT_TRUE(session.knows_every_file());
 }
 
-TEST_F(Session, KnowsThatItDoesNotKnowTheLastFilesOfALongerOne) {
-  session.open(fake::file(fake::kTooManyFiles));
-  const std::vector<std::string>& files = session.traced_files();
-  EXPECT_FALSE(session.knows_every_file());
-  EXPECT_GT(files.size(), 300'000U);
-  for (const std::size_t i : {std::size_t{0}, files.size() - 1}) {
-    std::string number = std::to_string(i);
-    number.insert(0, 7 - number.size(), '0');
-    EXPECT_EQ(files[i], "/made-up/too_many_files_" + number + ".fld");
-  }
-  // Nor is anything of the next opening kept.
-  session.open(fake::file(fake::kTwoSets));
-  EXPECT_TRUE(session.traced_files().empty());
-  EXPECT_FALSE(session.knows_every_file());
-}
-
 TEST_F(Session, TellsTheReadersIdentity) {
   EXPECT_EQ(session.reader().name, "A reader of 20 bytes");
   EXPECT_EQ(session.reader().release, "3.1");
