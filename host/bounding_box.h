@@ -15,8 +15,8 @@ struct BoundingBox {
   bool operator==(const BoundingBox&) const = default;
 };
 
-// The box around a part's nodes; none for a part without nodes. Coordinates that are not numbers are left
-// out.
+// The box around a part's nodes; none for a part without nodes. NaN coordinates are
+// ignored.
 std::optional<BoundingBox> bounding_box(const Coordinates& coordinates);
 
 }  // namespace host

@@ -1,6 +1,6 @@
-// The plain values that a session makes of a reader's answers. Names and labels are the bytes of the file
-// (text_encoding.h makes UTF-8 of them). Parts, variables and nodes count from 1; steps and region sets from
-// 0.
+// The plain values into which a session turns a reader's answers. Names and labels are bytes as in the file
+// (text_encoding.h converts them to UTF-8). Parts, variables and nodes are numbered from 1; steps and region
+// sets from 0.
 #pragma once
 
 #include <array>
@@ -21,7 +21,7 @@ struct ReaderIdentity {
   std::string api_version;
   std::string description;
   std::string file_label;
-  bool two_files = false;  // whether it wants a second file name
+  bool two_files = false;  // whether it expects a second file name
 };
 
 // A time set of the dataset with the solution times of its steps.
@@ -41,20 +41,20 @@ struct Part {
   int number = 0;
   std::string name;
   PartKind kind = PartKind::surface;
-  std::optional<int> region_set;  // empty where the reader does not tell it
+  std::optional<int> region_set;  // empty if unknown
   int nodes = 0;
   std::array<int, kElementSlots> elements{};  // per slot
 
   std::int64_t element_count() const;
 };
 
-// A reader's array of `count` values, which starts at entry 1.
+// An array of `count` values in the layout that a reader writes: the first value is entry 1.
 class HostArray {
  public:
   HostArray() = default;
   HostArray(std::size_t count, float filled_with) : entries_(count + 1, filled_with) {}
 
-  // Where the reader writes from entry 1 on.
+  // The array to pass to the reader, which writes entries 1 to `count`.
   float* entries() { return entries_.data(); }
   std::span<const float> values() const { return std::span(entries_).subspan(entries_.empty() ? 0 : 1); }
 
@@ -99,16 +99,16 @@ struct Variable {
   int components() const { return kind == VariableKind::vector ? 3 : 1; }
 };
 
-// What became of a request for values.
+// The outcome of a request for values.
 enum class Availability {
   given,
-  not_in_this_step,  // the step's file lacks the quantity
-  not_offered,       // the reader does not answer such requests
+  not_in_this_step,  // the file of the step does not have the quantity
+  not_offered,       // the reader does not support such requests
   failed,            // the quantity could not be read
 };
 
 // One component of a variable on a part: one value per node, or one per element in the order of the part's
-// element blocks. Places without a value hold kUndefinedValue (undefined_value.h). Empty unless availability
+// element blocks. Undefined entries hold kUndefinedValue (undefined_value.h). Empty unless availability
 // is `given`.
 struct PartValues {
   Availability availability = Availability::given;
@@ -126,7 +126,7 @@ struct PartGroup {
 };
 
 struct Metadata {
-  std::string xml;  // empty when the reader hands out none
+  std::string xml;  // empty if the reader provides none
   std::vector<PartGroup> groups;
 };
 

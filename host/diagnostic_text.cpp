@@ -13,12 +13,12 @@ constexpr std::string_view kTrace = "IN ( FLD): ";
 constexpr std::string_view kWarning = "WARNING : ";
 constexpr std::string_view kReadDone = "read done";
 constexpr std::string_view kGeometryUnread = "FAILED TO READ GEOMETRY";
-// Says that a step's geometry could not be brought in.
+// Report that a step's geometry could not be loaded.
 constexpr std::array<std::string_view, 3> kGeometryFailures = {
     "FAILED TO READ GEOMETRY DATA IN ", "error : not found geometry data in current time.",
     "error : failed to allocate memory for geometry."};
 
-// What stands before and behind the path in the lines that name a file. A trace comes before its file is
+// What precedes and follows the path in the lines that name a file. A trace is written before its file is
 // read.
 constexpr std::array<std::pair<std::string_view, std::string_view>, 5> kFileLines = {
     {{kTrace, ""},
@@ -35,7 +35,7 @@ bool is_reason(std::string_view message) {
          message != kReadDone;
 }
 
-// The C library puts the program's name in front of an assertion, which is not about the program.
+// The C library prefixes the report of an assertion with the program's name.
 std::string_view without_program_name(std::string_view message) {
   const std::string_view name = program_invocation_short_name;
   if (message.starts_with(name) && message.substr(name.size()).starts_with(": "))
@@ -43,7 +43,7 @@ std::string_view without_program_name(std::string_view message) {
   return message;
 }
 
-// The messages of `text`. One of them has no line end, so that another may follow it in the same line.
+// The messages of `text`. One kind of message has no line end, so another may follow it in the same line.
 std::vector<std::string_view> split_messages(std::string_view text) {
   std::vector<std::string_view> messages;
   for (const std::string_view line : split_lines(text)) {
@@ -54,7 +54,7 @@ std::vector<std::string_view> split_messages(std::string_view text) {
   return messages;
 }
 
-// What follows `start` in the lines that begin with it, each text once.
+// The rest of each line that begins with `start`, each text once.
 std::vector<std::string> texts_after(std::string_view start, std::string_view text) {
   std::vector<std::string> found;
   std::unordered_set<std::string_view> seen;

@@ -26,7 +26,7 @@ constexpr std::string_view kFullNote = "\n(further diagnostics are not kept)\n";
 // The signals that end a process inside a call.
 constexpr std::array kFatalSignals = {SIGABRT, SIGSEGV, SIGBUS, SIGFPE, SIGILL};
 
-// What the signal handler needs of the capture whose scope is alive.
+// What the signal handlers need of the capture whose scope is alive.
 struct ActiveScope {
   int file = -1;
   int own_stream = -1;  // -1 when descriptor 2 was closed
@@ -128,11 +128,11 @@ void DiagnosticsCapture::end() noexcept {
   try {
     keep_text();
   } catch (const std::exception&) {
-    // No memory for the text: the call's result matters more than what was written beside it.
+    // Out of memory: the result of the call matters more than its diagnostics.
     latest_.clear();
     latest_files_.clear();
   }
-  // The next scope starts with an empty file; the offset is shared with what was descriptor 2.
+  // The next scope starts with an empty file. The file offset is shared with descriptor 2.
   if (ftruncate(file_, 0) == 0) lseek(file_, 0, SEEK_SET);
 }
 

@@ -1,5 +1,4 @@
-// Keeps what a reader writes to the standard error stream (file descriptor 2) while one of its entry points
-// runs.
+// Captures what a reader writes to the standard error stream (file descriptor 2) while an entry point runs.
 //
 // While a Scope lives, descriptor 2 refers to an anonymous file; afterwards it is the process's own again, or
 // closed if it was, and the text is added to the capture's. What other threads write there in the meantime is

@@ -1,5 +1,4 @@
-// Names of parts and variables as programs show them: UTF-8 without control characters, never empty, each
-// only once.
+// Names of parts and variables for display: UTF-8 without control characters, never empty, unique.
 #pragma once
 
 #include <string>
@@ -10,8 +9,8 @@
 
 namespace host {
 
-// One per part, in the order of their numbers. A name that more parts have is followed by the parts' numbers:
-// "wall (3)", "wall (7)"; whole meshes of several region sets are told apart by these, from 0:
+// One per part, in the order of their numbers. A name shared by several parts is followed by the part number:
+// "wall (3)", "wall (7)"; whole meshes of several region sets are distinguished by the region set, from 0:
 // "ALL_ELEMENTS (region set 1)"; a part without a name is "part 4".
 std::vector<std::string> part_names(const Session& session);
 
@@ -21,7 +20,7 @@ std::vector<std::string> variable_names(Session& session);
 // The labels of the variables: an entry "name: label" for each variable that has one.
 std::vector<std::string> labelled_names(Session& session);
 
-// What stands in the brackets at the end of a label: "Pa" of "Static pressure [Pa]"; empty without.
+// The text in brackets at the end of a label: "Pa" for "Static pressure [Pa]"; empty if there is none.
 std::string unit_of_label(std::string_view label);
 
 }  // namespace host

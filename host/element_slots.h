@@ -1,4 +1,4 @@
-// The host's element-type slots: which shape a slot stands for and how many nodes such an element has.
+// The element types of the host interface: the shape of each slot and the number of its nodes.
 #pragma once
 
 #include <array>
@@ -6,8 +6,8 @@
 
 namespace host {
 
-// Slots of a part's element counts; every shape has a ghost variant beside it, and many shapes are not used
-// here.
+// The number of slots in a part's element counts. Each shape also has a ghost variant, and many shapes are
+// not used here.
 inline constexpr int kElementSlots = 34;
 
 struct ElementShape {
@@ -17,7 +17,7 @@ struct ElementShape {
   int dimension;  // 2 for faces, 3 for cells
 };
 
-// The shapes that this host knows, in the order of their slots.
+// The supported shapes, in the order of their slots.
 inline constexpr std::array<ElementShape, 6> kElementShapes = {{
     {6, "tri", 3, 2},
     {10, "quad", 4, 2},
@@ -27,7 +27,7 @@ inline constexpr std::array<ElementShape, 6> kElementShapes = {{
     {26, "hex", 8, 3},
 }};
 
-// The shape of a slot, or null for a slot that this host does not know.
+// The shape of a slot, or null if it is not supported.
 constexpr const ElementShape* shape_of_slot(int slot) {
   for (const ElementShape& shape : kElementShapes) {
     if (shape.slot == slot) return &shape;

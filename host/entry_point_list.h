@@ -1,5 +1,5 @@
-// The names of the entry points, without their common prefix: those that a session cannot do without, and
-// those that a reader may lack.
+// The names of the entry points, without their common prefix: those that a session requires, and those
+// that a reader may lack.
 #pragma once
 
 #define HOST_REQUIRED_ENTRY_POINTS(X) \

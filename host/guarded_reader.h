@@ -1,5 +1,5 @@
-// Calls a reader's entry points so that whatever leaves them arrives as a host::Error that names the entry
-// point, and keeps what they write to the standard error stream when asked to.
+// Calls a reader's entry points. Exceptions that leave them become a host::Error that names the entry point;
+// what they write to the standard error stream can be captured.
 #pragma once
 
 #include <optional>
@@ -52,8 +52,8 @@ class GuardedReader {
     throw_as_aborted(entry_point.name);
   }
 
-  // Like call, for an entry point whose results below zero mean failure: these are thrown too, with the last
-  // lines that the reader wrote as the reason.
+  // Like call, for an entry point of which a negative result means failure: it is thrown as an Error with the
+  // last lines that the reader wrote as the reason.
   template <typename... Parameters, typename... Arguments>
   int call_checked(const EntryPoint<int(Parameters...)>& entry_point, Arguments... arguments) {
     const int result = call(entry_point, arguments...);
@@ -61,18 +61,17 @@ class GuardedReader {
     return result;
   }
 
-  // Which file and step of the dataset the next calls are about, if that is known.
+  // The file and step of the dataset that the next calls read, if known.
   void set_place(const std::string& file, std::optional<int> step) {
     file_ = file;
     step_ = step;
   }
 
-  // An Error of an entry point at the file that the latest call named last, or else at that of set_place().
+  // An Error of an entry point, with the file that the latest call named last, or else that of set_place().
   Error error(const char* entry_point, const std::string& reason) const;
   std::string failing_file() const;
 
-  // What the latest call wrote that tells why it answered `result`, or the bare result when nothing was
-  // captured.
+  // Why the latest call returned `result`, from its diagnostics; the bare result if nothing was captured.
   std::string failure_reason(int result) const;
 
   // Everything captured so far, and what the latest call wrote; empty without a capture.

@@ -1,4 +1,4 @@
-// A reader library, loaded into this process and closed with the object.
+// A reader library, loaded into this process and unloaded with the object.
 #pragma once
 
 #include <filesystem>
@@ -8,7 +8,7 @@
 
 namespace host {
 
-// The version of the reader interface that this host speaks.
+// The version of the reader interface that this host supports.
 inline constexpr char kApiVersion[] = "2.04";
 
 class Library {
@@ -17,8 +17,8 @@ class Library {
   // has its own, loaded from a copy of the file.
   enum class Globals { shared, own };
 
-  // Loads the library at `path` with all its symbols bound and kept from other libraries. Throws Error when
-  // the file cannot be loaded, lacks an entry point that a session needs, or speaks another version of the
+  // Loads the library at `path`; its symbols are bound at once and are not visible to other libraries. Throws
+  // Error if the file cannot be loaded, lacks a required entry point, or has another version of the
   // interface.
   explicit Library(const std::filesystem::path& path, Globals globals = Globals::shared);
 

@@ -29,7 +29,7 @@ std::string unescape(std::string_view text) {
   return plain;
 }
 
-// What stands between `before` at the line's start, blanks aside, and `after` at its end.
+// The text between `before` at the start of the line (ignoring leading blanks) and `after` at its end.
 std::optional<std::string_view> between(std::string_view line, std::string_view before,
                                         std::string_view after) {
   while (line.starts_with(' ')) line.remove_prefix(1);

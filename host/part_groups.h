@@ -1,4 +1,4 @@
-// Takes the named groups out of the part-group text that a reader hands to its host.
+// Parses the named groups of parts from the metadata of a reader.
 #pragma once
 
 #include <string_view>
@@ -8,9 +8,9 @@
 
 namespace host {
 
-// The groups in the text's order; parts outside a group are left out. Names are the bytes of the text with
-// its character references replaced. Since a reader does not escape what stands in a name, the text is taken
-// line by line and a name ends where the line's last tag ends begin.
+// The groups in the order of the text; parts outside a group are ignored. Names are the bytes of the text
+// with character references replaced. A reader does not escape names, so the text is parsed line by line, and
+// a name extends to the end tag of its line.
 std::vector<PartGroup> parse_part_groups(std::string_view xml);
 
 }  // namespace host

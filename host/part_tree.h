@@ -1,5 +1,5 @@
-// The hierarchy that a dataset's parts are shown in: surfaces, with the reader's groups of them, volumes and
-// whole meshes.
+// The hierarchy in which programs show the parts of a dataset: surfaces with the reader's groups, volumes,
+// and whole meshes.
 #pragma once
 
 #include <string>
@@ -21,9 +21,9 @@ struct PartFolder {
   bool empty() const { return parts.empty() && folders.empty(); }
 };
 
-// The folders "Surfaces", "Volumes" and "Whole mesh", in this order and without those that are empty, for the
-// parts with a number in `chosen`. "Surfaces" holds the reader's groups (Grouping_Regions,
-// Undefined_Regions) as folders and the other surfaces beside them; every part is in one place.
+// The folders "Surfaces", "Volumes" and "Whole mesh", in this order and without empty ones, for the part
+// numbers in `chosen`. "Surfaces" has the reader's groups (Grouping_Regions, Undefined_Regions) as
+// subfolders, and the other surfaces. Every part appears once.
 std::vector<PartFolder> make_part_tree(Session& session, const std::vector<int>& chosen);
 
 // For all parts.

@@ -14,9 +14,8 @@ namespace fs = std::filesystem;
 
 constexpr int kFoldersAbove = 3;
 
-// The path that FLD_PLUGIN names; none when it is not set.
+// The value of FLD_PLUGIN; none if it is not set.
 std::optional<fs::path> named_plugin() {
-  // The environment is only read; nothing here changes it from another thread.
   const char* named = std::getenv(kPluginVariable);
   if (named == nullptr || *named == '\0') return std::nullopt;
   return named;

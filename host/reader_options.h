@@ -1,4 +1,4 @@
-// A reader's option controls: asking for them and handing over the user's choice.
+// A reader's options: queries them and passes the user's choices to the reader.
 #pragma once
 
 #include <map>
@@ -15,20 +15,20 @@ struct Toggle {
   bool is_on = false;
 };
 
-// The option controls of a reader, with their defaults until choose() changes a toggle.
+// The options of a reader, with their defaults until choose() changes a toggle.
 struct ReaderOptions {
   std::vector<Toggle> toggles;
   std::vector<int> pulldown_choices;
   std::vector<std::string> field_texts;
 
-  // Switches toggles, numbered from 0; numbers that the reader does not have are passed over.
+  // Sets toggles, numbered from 0; numbers that the reader does not have are ignored.
   void choose(const std::map<std::size_t, bool>& choices);
 };
 
-// Asks the reader for its options; a reader without the entry points has none.
+// Queries the options; a reader without the entry points has none.
 ReaderOptions ask_options(GuardedReader& reader);
 
-// Hands over what was chosen.
+// Passes the choices to the reader.
 void give_options(GuardedReader& reader, const ReaderOptions& options);
 
 }  // namespace host

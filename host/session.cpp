@@ -17,7 +17,7 @@ constexpr std::size_t kShortText = 20;
 constexpr std::size_t kLabelText = 80;
 constexpr std::size_t kDescriptionText = 255;
 
-// A reader takes its strings through pointers to non-const.
+// A reader takes strings as pointers to non-const.
 std::vector<char> writable(const std::string& text) {
   return {text.c_str(), text.c_str() + text.size() + 1};
 }
@@ -61,7 +61,7 @@ void Session::ask_identity() {
                description.text(0), labels.text(0),      two_files != 0};
 }
 
-// The reader is asked whether it wants a value for undefined results, and gets it.
+// Passes the value for undefined results to the reader if it asks for one.
 void Session::exchange_undefined_value() {
   if (!entry_.get_extra_data) return;
   int request = 0;
@@ -78,8 +78,7 @@ void Session::open(const std::filesystem::path& file) {
   give_options(guarded_, reader_options_);
   exchange_undefined_value();
 
-  // A reader looks for the other files of a series in the picked file's directory, so it needs a path that
-  // has one.
+  // A reader looks for the other files of the series in the directory of the path, so the path must have one.
   const std::filesystem::path absolute = std::filesystem::absolute(file);
   std::vector<char> name = writable(absolute.string());
   std::vector<char> second_name = writable("");
@@ -117,7 +116,7 @@ void Session::close_quietly() noexcept {
   try {
     close();
   } catch (const std::exception&) {
-    // Nothing can be done for a reader that fails to let go.
+    // There is nothing to be done about it.
   }
 }
 

@@ -1,11 +1,10 @@
-// One host's session with a reader: opening a dataset, going through its steps, and taking parts and values
-// out of it.
+// A session with a reader: opens a dataset, selects steps, and reads parts and values.
 //
-// A session calls the reader's entry points in a host's order with arrays sized as a host sizes them, and
-// turns the answers into the values of dataset.h. A reader keeps its state for the whole process, so only one
-// session at a time may use a library. Every member throws Error when a call fails or a number is out of
-// range; after a failure the session can be used on. The Error of a call names the file and the step that
-// were being read, as far as they are known; with captured diagnostics they mostly are.
+// A session calls the entry points of the reader in the order and with the array sizes that the interface
+// prescribes, and turns the answers into the values of dataset.h. A reader keeps its state in globals, so
+// only one session at a time may use a library. Every member throws Error if a call fails or a number is out
+// of range; the session remains usable. The Error of a call names the file and the step that were being read,
+// as far as they are known; with captured diagnostics they mostly are.
 #pragma once
 
 #include <filesystem>
@@ -28,8 +27,8 @@ inline constexpr std::size_t kSimplifyToggle = 0;  // "Simplify reading sequenti
 inline constexpr std::size_t kGroupsToggle = 1;    // "Make group of parts"
 
 struct SessionOptions {
-  std::map<std::size_t, bool> toggles = {};  // the user's choices; other toggles keep the reader's default
-  bool capture_diagnostics = false;          // keep what the reader writes to the standard error stream
+  std::map<std::size_t, bool> toggles = {};  // the user's choices; other toggles keep their defaults
+  bool capture_diagnostics = false;          // capture what the reader writes to the standard error stream
   // With captured diagnostics: a failed assertion of the reader is an Error, after which the session is lost
   // and the library stays loaded.
   bool recover_from_assertions = false;
@@ -37,22 +36,22 @@ struct SessionOptions {
 
 class Session {
  public:
-  // Makes the identity and option calls. The library must outlive the session.
+  // Queries identity and options of the reader. The library must outlive the session.
   explicit Session(const Library& library, const SessionOptions& options = {});
   Session(const Session&) = delete;
   Session& operator=(const Session&) = delete;
-  // Closes the dataset; an error of the exit routine is swallowed.
+  // Closes the dataset; an error of the exit routine is ignored.
   ~Session();
 
   const ReaderIdentity& reader() const { return identity_; }
-  // The reader's options with the user's choices.
+  // The reader's options, with the user's choices.
   const std::vector<Toggle>& toggles() const { return reader_options_.toggles; }
 
-  // Opens the dataset that the file belongs to and selects its first step. May be called again, after a
-  // success or a failure. When the reader refuses the file, the dataset that was open stays open; when it has
-  // taken it and then fails, nothing is open.
+  // Opens the dataset that the file belongs to and selects its first step. May be called again, after success
+  // or failure. If the reader refuses the file, the dataset that was open stays open; if it fails after that,
+  // nothing is open.
   void open(const std::filesystem::path& file);
-  // Calls the exit routine if an opening was tried. Nothing is open afterwards.
+  // Calls the exit routine if opening was attempted. Nothing is open afterwards.
   void close();
   bool is_open() const { return is_open_; }
   const std::filesystem::path& path() const { return path_; }
@@ -65,9 +64,9 @@ class Session {
   int step_count() const { return static_cast<int>(variable_times().times.size()); }
   // The geometry step that belongs to a step of the variables' set, both from 0.
   int geometry_step_of(int step) const;
-  // Selects a step of the variables' set and the geometry that belongs to it. The geometry is only brought in
-  // when it is another one than now. With captured diagnostics a geometry that cannot be read is an
-  // Error, after which the parts are what the reader holds; without, the reader has no way to tell.
+  // Selects a step of the variables' set and its geometry, which is loaded only if it is not the current one.
+  // With captured diagnostics, geometry that cannot be read is an Error, after which the parts are those that
+  // the reader holds; without, the reader has no way to tell.
   void select_step(int step);
   int step() const { return step_; }
 
@@ -76,8 +75,8 @@ class Session {
   const Part& part(int number) const;
   int region_set_count() const { return region_sets_; }
   Coordinates coordinates(int part);
-  // One block per shape that the part has, in the order of the slots. Node numbers are checked against the
-  // part's nodes.
+  // One block per shape of the part, in the order of the slots. Node numbers are checked against the number
+  // of nodes.
   std::vector<ElementBlock> elements(int part);
 
   // Variables and their values at the selected step.
@@ -91,10 +90,10 @@ class Session {
   // Whether a call ended in a failed assertion. Then every other call is an Error.
   bool is_lost() const { return guarded_.has_aborted(); }
 
-  // What the reader wrote to the standard error stream in this session; empty unless it is captured.
+  // What the reader wrote to the standard error stream in this session; empty unless captured.
   const std::string& diagnostics() const { return guarded_.diagnostics(); }
   // The files that the reader traced while it opened the dataset, in the order of the steps; empty unless
-  // diagnostics are captured.
+  // captured.
   const std::vector<std::string>& traced_files() const { return traced_files_; }
   // Whether these are the files of all steps. With kSimplifyToggle a reader may index the first one alone.
   bool knows_every_file() const { return is_open_ && traced_files_.size() >= variable_times().times.size(); }
@@ -103,7 +102,7 @@ class Session {
 
  private:
   void close_quietly() noexcept;
-  // Goes back to the state of a session with nothing open.
+  // Resets the session to the state with nothing open.
   void forget_dataset();
   void ask_identity();
   void exchange_undefined_value();
@@ -128,7 +127,7 @@ class Session {
   ReaderIdentity identity_;
   ReaderOptions reader_options_;
 
-  bool needs_exit_ = false;  // an opening was tried since the last exit
+  bool needs_exit_ = false;  // opening was attempted since the last exit
   bool is_open_ = false;
   std::filesystem::path path_;
   std::vector<std::string> traced_files_;
@@ -139,8 +138,8 @@ class Session {
   ChangingGeometry changing_geometry_ = ChangingGeometry::fixed;
   std::vector<int> geometry_steps_;  // per step of the variables' set
   int step_ = 0;
-  std::optional<int> geometry_step_;              // empty when the reader's geometry is not known
-  std::optional<std::pair<int, int>> selection_;  // the set and step selected last
+  std::optional<int> geometry_step_;              // empty if the reader's geometry is unknown
+  std::optional<std::pair<int, int>> selection_;  // the set and step that were selected last
 
   std::vector<Part> parts_;
   int region_sets_ = 0;

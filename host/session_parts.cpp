@@ -106,7 +106,7 @@ std::vector<ElementBlock> Session::elements(int part) {
 }
 
 void Session::check_node_numbers(const Part& part, const ElementBlock& block) const {
-  // One pass without a branch per element; which number it is only matters when there is one.
+  // One pass without a branch per element.
   const auto nodes = static_cast<unsigned>(part.nodes);
   unsigned wrong = 0;
   for (const int node : block.nodes)
@@ -118,7 +118,7 @@ void Session::check_node_numbers(const Part& part, const ElementBlock& block) co
   }
 }
 
-// Tells the reader, once, that no more coordinates and elements are asked for.
+// Tells the reader, once, that no more coordinates and elements will be requested.
 void Session::finish_parts() {
   if (!building_parts_) return;
   building_parts_ = false;

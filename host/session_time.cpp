@@ -29,8 +29,8 @@ void Session::ask_time_sets() {
     time_sets_.push_back(std::move(set));
   }
   geometry_set_ = entry_.get_geom_timeset_number ? guarded_.call_checked(entry_.get_geom_timeset_number) : 1;
-  // The variables' set is told with the variables, for which a step has to be selected first: it is the other
-  // set, or the only one.
+  // The reader tells the variables' set along with the variables, for which a step has to be selected first.
+  // It is the other set, or the only one.
   variable_set_ = geometry_set_;
   for (const TimeSet& set : time_sets_) {
     if (set.number != geometry_set_) variable_set_ = set.number;
@@ -66,7 +66,7 @@ void Session::select(int set, int step) {
   selection_ = std::pair(set, step);
 }
 
-// Brings in the geometry of a step of its set. Returns the Error when the reader says that it failed.
+// Loads the geometry of a step of its set. Returns the Error when the reader says that it failed.
 std::optional<Error> Session::select_geometry(int geometry_step) {
   geometry_step_.reset();
   parts_.clear();
@@ -85,15 +85,14 @@ void Session::select_step(int step) {
   step_ = step;
   guarded_.set_place(file_of_step(step), step);
   const std::optional<Error> failure = new_geometry ? select_geometry(geometry_step) : std::nullopt;
-  // A reader keeps one current step for both sets and reads values for the one that was selected last.
+  // A reader has one current step for both sets and reads values for the one that was selected last.
   select(variable_set_, step);
   if (new_geometry) ask_parts();
   if (failure) throw *failure;
 }
 
-// Selecting another step and coming back empties the reader's cache and, in the variables' set, touches no
-// geometry. A set of a single step has no other one: the number behind it names no file, which the reader
-// takes as it is.
+// Selecting another step and returning empties the reader's cache and, in the variables' set, reloads no
+// geometry. With a single step, the number after it is selected: it has no file, which the reader accepts.
 void Session::drop_cached_quantity() {
   const int steps = step_count();
   select(variable_set_, steps > 1 ? (step_ + 1) % steps : step_ + 1);

@@ -88,11 +88,10 @@ PartValues Session::values(int variable, int part, int component) {
     return none;
   }
   finish_parts();
-  // A step whose geometry could not be selected may have left another one current.
+  // After a failed selection of geometry another step may be current.
   if (selection_ != std::pair(variable_set_, step_)) select(variable_set_, step_);
   if (asked.location == Location::element) return element_values(asked, place, component);
-  // Only per-node values come from a quantity that the reader caches, and with one region set the cache is
-  // right.
+  // Only values per node come from the reader's cache, and with a single region set the cache is right.
   if (region_sets_ > 1) {
     if (requests_.needs_drop(variable, part, place.region_set)) drop_cached_quantity();
     requests_.note(variable, part, place.region_set);
@@ -106,7 +105,7 @@ int Session::ask_values(const Variable& variable, const Part& part, int slot, in
                        entries);
 }
 
-// Whether `result` gives values; if not, says why and empties the array.
+// Whether `result` means success; if not, records the reason and clears the array.
 bool Session::note_availability(int result, PartValues& values) const {
   if (result == 1) return true;
   values.array = HostArray();

@@ -20,7 +20,7 @@ std::vector<int> pair_steps(const std::vector<float>& variable_times,
                             const std::vector<float>& geometry_times) {
   std::vector<int> steps;
   steps.reserve(variable_times.size());
-  std::size_t next = 0;  // the geometry step to be met next
+  std::size_t next = 0;  // the next geometry step to match
   for (const float time : variable_times) {
     if (next < geometry_times.size() && geometry_times[next] == time) ++next;
     steps.push_back(next == 0 ? 0 : static_cast<int>(next) - 1);

@@ -115,7 +115,8 @@ std::string message_to_utf8(std::string_view bytes) {
 }
 
 std::string without_controls(std::string_view text) {
-  constexpr unsigned char kLead = 0xC2;  // of U+0080 to U+00BF, the first half of which are controls
+  constexpr unsigned char kLead =
+      0xC2;  // of U+0080 to U+00BF, of which the first half are control characters
   std::string result;
   result.reserve(text.size());
   for (std::size_t i = 0; i < text.size(); ++i) {

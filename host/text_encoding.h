@@ -1,4 +1,4 @@
-// Names and labels of FLD files are Shift_JIS; programs show them as UTF-8.
+// Conversion of names and labels, which are Shift_JIS in FLD files, to UTF-8.
 #pragma once
 
 #include <string>
@@ -12,12 +12,12 @@ namespace host {
 // If the system has no converter, the bytes of a text that is not UTF-8 are shown as \x8a and so on.
 std::string to_utf8(std::string_view bytes);
 
-// Messages and paths as UTF-8: unlike the names in files they are taken as UTF-8 if they are that, and only
-// else as a text of a file.
+// Messages and paths as UTF-8: unlike names in files, they are used unchanged if they are valid UTF-8, and
+// converted otherwise.
 std::string message_to_utf8(std::string_view bytes);
 
-// UTF-8 text with a space for each control character, so that it stays in its line and a terminal takes none
-// of it for a command.
+// UTF-8 text with control characters replaced by spaces, so that it stays on its line and is harmless on a
+// terminal.
 std::string without_controls(std::string_view text);
 
 // A name or label of a file as UTF-8 without control characters.

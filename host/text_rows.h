@@ -1,5 +1,5 @@
-// The character buffers that a host provides: rows of a fixed width, zero-filled, with an extra terminator
-// behind each row, so that a row that the reader fills to the last character is still a string.
+// The character buffers that a host passes to a reader: zero-filled rows of a fixed width, each followed by a
+// terminator, so that a row that the reader fills completely is still a string.
 #pragma once
 
 #include <cstddef>

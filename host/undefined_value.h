@@ -1,9 +1,9 @@
-// The value that stands for "undefined here" in the values of a variable.
+// The value that represents undefined values of a variable.
 //
-// It is handed to the reader, which stores it in place of the values that the file marks as undefined, in
-// arrays of single or double precision, and delivers it as a float. The lowest finite float makes that way
-// unchanged, so a plain comparison finds it again; no result of a solver has it; and, unlike a NaN, it keeps
-// undefined places apart from numbers that a diverging solver left as NaN in the file.
+// The reader stores it in place of the values that the file marks as undefined, in arrays of single or double
+// precision, and delivers it as a float. The lowest finite float passes through unchanged, so it can be
+// compared for equality; no solver computes it; and, unlike NaN, it distinguishes undefined values from the
+// NaN of a diverging solver.
 #pragma once
 
 #include <limits>

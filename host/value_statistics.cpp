@@ -22,7 +22,7 @@ void ValueStatistics::add(std::span<const float> values) {
       ++numbers;
     }
   }
-  // A negative zero becomes a plain one.
+  // Turns -0 into 0.
   minimum = low + 0.0F;
   maximum = high + 0.0F;
 }

@@ -1,4 +1,4 @@
-// Range and mean of the values of a variable, undefined ones left out.
+// Range and mean of the values of a variable, without undefined ones.
 #pragma once
 
 #include <cstddef>
@@ -8,12 +8,12 @@
 namespace host {
 
 struct ValueStatistics {
-  float minimum = std::numeric_limits<float>::infinity();  // as they are here without any number
+  float minimum = std::numeric_limits<float>::infinity();  // as initialised if there are no numbers
   float maximum = -std::numeric_limits<float>::infinity();
   double sum = 0;
-  std::size_t numbers = 0;      // values that are numbers
-  std::size_t undefined = 0;    // places that the file marks as undefined, or without a value
-  std::size_t not_numbers = 0;  // values that are NaN in the file
+  std::size_t numbers = 0;      // values that are neither undefined nor NaN
+  std::size_t undefined = 0;    // values that the file marks as undefined or lacks
+  std::size_t not_numbers = 0;  // NaN values in the file
 
   bool has_numbers() const { return numbers > 0; }
   double mean() const { return sum / static_cast<double>(numbers); }

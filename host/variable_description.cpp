@@ -6,7 +6,7 @@ namespace host {
 
 VariableDescription split_description(std::string_view description) {
   if (!description.ends_with(')')) return {"", std::string(description)};
-  // The second byte of a two-byte character is never a parenthesis, so bytes can be counted.
+  // The second byte of a two-byte Shift_JIS character is never a parenthesis, so bytes can be compared.
   int depth = 0;
   for (std::size_t i = description.size(); i-- > 0;) {
     if (description[i] == ')') ++depth;

@@ -1,4 +1,4 @@
-// Takes a variable's label and name out of the description that a reader gives: "label (name)".
+// Splits the description of a variable, "label (name)".
 #pragma once
 
 #include <string>
@@ -11,8 +11,8 @@ struct VariableDescription {
   std::string name;
 };
 
-// The name is what the last pair of parentheses holds, inner pairs included; a description without one is all
-// name.
+// The name is the content of the last outermost pair of parentheses; without one, the whole description is
+// the name.
 VariableDescription split_description(std::string_view description);
 
 }  // namespace host

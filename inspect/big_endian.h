@@ -1,4 +1,4 @@
-// Numbers of the file, which are big-endian, in the order of this machine.
+// Conversion of the file's big-endian numbers.
 #pragma once
 
 #include <bit>
@@ -11,12 +11,12 @@
 
 namespace inspect {
 
-static_assert(std::endian::native == std::endian::little, "the bytes are always turned round");
+static_assert(std::endian::native == std::endian::little, "bytes are always swapped");
 
-inline std::uint32_t turned(std::uint32_t word) {
+inline std::uint32_t byte_swapped(std::uint32_t word) {
   return __builtin_bswap32(word);
 }
-inline std::uint64_t turned(std::uint64_t word) {
+inline std::uint64_t byte_swapped(std::uint64_t word) {
   return __builtin_bswap64(word);
 }
 
@@ -25,14 +25,14 @@ Number load(const unsigned char* bytes) {
   using Word = std::conditional_t<sizeof(Number) == 4, std::uint32_t, std::uint64_t>;
   Word word = 0;
   std::memcpy(&word, bytes, sizeof word);
-  return std::bit_cast<Number>(turned(word));
+  return std::bit_cast<Number>(byte_swapped(word));
 }
 
 inline std::int32_t load_int32(const unsigned char* bytes) {
   return load<std::int32_t>(bytes);
 }
 
-// Whole numbers only: bytes.size() is a multiple of theirs.
+// bytes.size() must be a multiple of the size of a number.
 template <class Number>
 void load_all(Bytes bytes, std::vector<Number>& numbers) {
   numbers.resize(bytes.size() / sizeof(Number));

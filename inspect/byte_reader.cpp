@@ -8,7 +8,7 @@
 namespace inspect {
 namespace {
 
-// A jump is often followed by a few bytes and the next jump, so reading ahead starts small and grows.
+// A seek is often followed by a few bytes and the next seek, so read-ahead starts small and grows.
 constexpr std::size_t kFirstReadAhead = 4096;
 
 }  // namespace

@@ -1,4 +1,4 @@
-// Reads a byte source from front to back through a buffer of fixed size, with jumps.
+// Reads a byte source sequentially through a buffer of fixed size, with seeks.
 #pragma once
 
 #include <cstddef>
@@ -13,7 +13,7 @@
 
 namespace inspect {
 
-// Called every now and then with the bytes that are done and the size of the file.
+// Called regularly with the bytes that are done and the size of the file.
 using Progress = std::function<void(std::uint64_t done, std::uint64_t total)>;
 
 class ByteReader {
@@ -27,30 +27,31 @@ class ByteReader {
   std::uint64_t position() const { return position_; }
   std::uint64_t remaining() const { return size() - position_; }
 
-  // Goes to a place inside the file or to its end.
+  // Moves to an offset up to the end of the file.
   void seek(std::uint64_t position) { position_ = position; }
 
-  // The next bytes, in units of `unit` bytes: at least one, at most `most` bytes. All of the `most` bytes
-  // have to lie inside the file. They stay valid until the next call.
+  // The next bytes, a multiple of `unit`: at least one unit, at most `most` bytes, all of which must be
+  // inside the file. Valid until the next call.
   Bytes take(std::uint64_t most, std::size_t unit = 1);
 
-  // A big-endian 32-bit integer anywhere in the file, none when it does not fit; the position stays.
+  // The big-endian 32-bit integer at an offset; none if it is not inside the file. Does not move the
+  // position.
   std::optional<std::int32_t> int32_at(std::uint64_t offset);
 
-  // `count` bytes anywhere in the file, none when they do not fit; the position stays.
+  // The `count` bytes at an offset; none if they are not inside the file. Does not move the position.
   std::optional<std::string> text_at(std::uint64_t offset, std::size_t count);
 
  private:
-  // Makes `count` bytes at the position available.
+  // Reads at least `count` bytes at the position into the buffer.
   void fill(std::size_t count);
 
   ByteSource& source_;
   Progress progress_;
   std::vector<unsigned char> buffer_;
   std::uint64_t position_ = 0;
-  std::uint64_t start_ = 0;  // place of the buffer's first byte in the file
+  std::uint64_t start_ = 0;  // offset of the buffer's first byte in the file
   std::size_t held_ = 0;     // bytes in the buffer
-  std::size_t ahead_ = 0;    // bytes that the next filling asks for
+  std::size_t ahead_ = 0;    // bytes to read at the next fill
 };
 
 }  // namespace inspect

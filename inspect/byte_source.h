@@ -12,7 +12,7 @@ namespace inspect {
 
 using Bytes = std::span<const unsigned char>;
 
-// A file cannot be opened or read; what() is the reason.
+// The file cannot be opened or read; what() is the reason.
 class ReadError : public std::runtime_error {
  public:
   using std::runtime_error::runtime_error;
@@ -26,11 +26,11 @@ class ByteSource {
   ByteSource& operator=(const ByteSource&) = delete;
 
   virtual std::uint64_t size() const = 0;
-  // Fills `out` with the bytes from `offset`, all of which lie inside the size. Throws ReadError.
+  // Fills `out` with the bytes at `offset`, which must be inside the file. Throws ReadError.
   virtual void read(std::uint64_t offset, std::span<unsigned char> out) = 0;
 };
 
-// A regular file. Opening anything else fails at once, so nothing ever waits for a pipe.
+// A regular file. Opening anything else fails at once, so a pipe never blocks.
 class FileSource : public ByteSource {
  public:
   // Throws ReadError.

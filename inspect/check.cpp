@@ -13,7 +13,7 @@
 namespace inspect {
 namespace {
 
-// A file's place in its series; without one when that was not looked at.
+// A file's position in its series; null if the series is not checked.
 struct InSeries {
   DatasetOutline* dataset = nullptr;
   std::size_t number = 0;
@@ -32,7 +32,7 @@ void check_source(ByteSource& source, const CheckOptions& options, bool opens_da
   structure.finish(report.walk.end == WalkEnd::complete);
   if (options.full && report.walk.end != WalkEnd::not_fld) {
     const Outline& outline = structure.outline();
-    // While another file is looked into, this one's walk stands where it is.
+    // While another file is read, the progress of this one stands still.
     std::uint64_t done = 0;
     const auto advance = [&](std::uint64_t to, std::uint64_t total) {
       done = to;
@@ -50,7 +50,7 @@ void check_source(ByteSource& source, const CheckOptions& options, bool opens_da
         return series.dataset->motion_base(cycle, set, stand);
       };
     } else if (opens_dataset) {
-      // A dataset of one file: motion can only start from that.
+      // In a dataset of one file, motion can only start from that file.
       surroundings.knows_series = true;
       surroundings.motion_base = [&](std::int32_t cycle, std::int64_t set) {
         return own_base(outline, cycle, set);
@@ -74,7 +74,7 @@ FileReport check_file(const std::string& path, const CheckOptions& options, bool
   return report;
 }
 
-// The same for every way to write a path.
+// Equal for all spellings of a path.
 std::string identity(const std::string& path) {
   std::error_code error;
   const auto canonical = std::filesystem::weakly_canonical(path, error);
@@ -96,7 +96,7 @@ void check_files(const std::vector<std::string>& files, const CheckOptions& opti
         tell(check_file(series[i].path, options, i == 0, {&dataset, i}));
       }
     }
-    // A file of no series, and one that is not there.
+    // A file without a series, or one that does not exist.
     if (done.insert(identity(file)).second) tell(check_file(file, options, !has_cycle(file), {}));
   }
 }

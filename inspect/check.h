@@ -1,4 +1,4 @@
-// Whether files are whole, and with all their content, whether what is in them fits together.
+// Checks the structure of files and, on request, the consistency of their content.
 #pragma once
 
 #include <cstddef>
@@ -15,10 +15,10 @@
 namespace inspect {
 
 struct CheckOptions {
-  bool full = false;       // the content too, and all files of the series
-  bool alone = false;      // with full: the given files by themselves
-  std::size_t limit = 20;  // findings of a kind that are kept per file
-  Progress progress{};     // called while a file is walked through, from its beginning by each walk
+  bool full = false;       // check the content too, and all files of the series
+  bool alone = false;      // with full: only the given files
+  std::size_t limit = 20;  // findings of each kind that are kept per file
+  Progress progress{};     // called during each walk over a file
 };
 
 struct FileReport {
@@ -30,16 +30,16 @@ struct FileReport {
   std::string path;
   std::string reason{};  // why the file could not be read; empty if it could
   std::uint64_t size = 0;
-  WalkResult walk{};  // where the structure ended
+  WalkResult walk{};  // where the walk ended
   Findings findings;
 };
 
-// Checks the files, with full their series too, each file once; tells each report when it is complete. A file
-// that cannot be read gets a report as well.
+// Checks the files, and with `full` their series, each file once. Calls `tell` with each complete report,
+// also for files that cannot be read.
 void check_files(const std::vector<std::string>& files, const CheckOptions& options,
                  const std::function<void(const FileReport&)>& tell);
 
-// Checks bytes that are no file, and so of no series, but open a dataset.
+// Checks bytes in memory as a dataset of one file.
 FileReport check_bytes(ByteSource& source, const CheckOptions& options);
 
 }  // namespace inspect

@@ -1,4 +1,4 @@
-// The checks that look into the lists of a file. Memory does not grow with the lists.
+// Checks the values in the lists of a file. Memory does not grow with the lists.
 #pragma once
 
 #include <memory>

@@ -1,4 +1,4 @@
-// What a data block holds, by its place in a section.
+// The content of a data block, by its position in a section.
 #pragma once
 
 #include <cstdint>

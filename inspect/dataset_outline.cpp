@@ -12,7 +12,7 @@ namespace {
 constexpr std::size_t kMostRegionSetsKept = 64;  // of each file
 constexpr std::size_t kMostNameBytes = std::size_t{4} << 20;
 
-// Takes the names of the volume regions of one region set.
+// Collects the names of the volume regions of one region set.
 class VolumeNames : public Visitor {
  public:
   explicit VolumeNames(std::int64_t region_set) : region_set_(region_set) {}
@@ -58,7 +58,7 @@ DatasetOutline::DatasetOutline(const std::vector<SeriesFile>& files, const Progr
       file.is_readable = walk(source, taker, progress).end != WalkEnd::not_fld;
       file.outline = taker.outline();
     } catch (const ReadError&) {
-      continue;  // its own check says why
+      continue;  // reported by the check of that file
     }
     auto& sets = file.outline.region_sets;
     if (sets.size() > kMostRegionSetsKept) sets.resize(kMostRegionSetsKept);

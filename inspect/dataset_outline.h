@@ -1,4 +1,4 @@
-// What the files of a series say about themselves, and what follows from that for each other.
+// The outlines of all files of a series, for checks that concern more than one file.
 #pragma once
 
 #include <cstdint>
@@ -16,14 +16,15 @@ namespace inspect {
 
 class DatasetOutline {
  public:
-  // Goes through the titles of all files; one that cannot be read counts as empty.
+  // Walks over all files; one that cannot be read counts as empty.
   DatasetOutline(const std::vector<SeriesFile>& files, const Progress& progress);
 
-  // Adds what is wrong with a file's header beside the other files, by its number in the series, from 0.
+  // Adds the findings about a file's header compared with the other files. `number` is its position in the
+  // series, from 0.
   void check(std::size_t number, Findings& findings) const;
-  // How many nodes a quantity of a region set has values for at a file.
+  // The number of nodes for which a quantity of a region set has values in a file.
   std::optional<std::int64_t> nodes_at(std::size_t number, std::int64_t region_set) const;
-  // The file that a motion from this cycle starts from. Reads its names.
+  // The file from which a motion with this base cycle starts. Reads the names of its volume regions.
   std::optional<MotionBase> motion_base(std::int32_t cycle, std::int64_t region_set,
                                         const Progress& progress);
 
@@ -39,7 +40,7 @@ class DatasetOutline {
 
   std::vector<File> files_;
   bool is_transient_ = false;
-  std::int32_t last_cycle_ = 0;  // what motion_base was asked for last
+  std::int32_t last_cycle_ = 0;  // the latest arguments and result of motion_base
   std::int64_t last_region_set_ = -1;
   std::optional<MotionBase> last_base_;
 };

@@ -1,6 +1,6 @@
-// Everything that a check can find, each with its stable number. The numbers go by hundreds: 1 records and
-// the file as a whole, 2 titles and their order, 3 blocks, 4 the header's values, 5 the mesh, 6 names and
-// texts, 7 quantities, 8 motion, 9 the files of a series. A number is never given to something else.
+// All kinds of findings with their stable numbers, by hundreds: 1 records and the file as a whole, 2 titles
+// and their order, 3 blocks, 4 header values, 5 the mesh, 6 names and texts, 7 quantities, 8 motion, 9 the
+// files of a series. A number is never reused.
 #pragma once
 
 #include <cstdint>
@@ -99,8 +99,8 @@ enum class Kind : std::uint16_t {
 struct KindInfo {
   Kind kind;
   Severity severity;
-  std::string_view text;     // what is wrong, in a few words
-  std::string_view meaning;  // what it means and what follows, a sentence or two
+  std::string_view text;     // the finding in a few words
+  std::string_view meaning;  // cause and consequence in a sentence or two
 };
 
 // All kinds in the order of their numbers.

@@ -1,4 +1,4 @@
-// What was found in a file, with a limit on how much of one kind is kept.
+// The findings in a file, with a limit per kind.
 #pragma once
 
 #include <cstddef>
@@ -13,7 +13,7 @@ namespace inspect {
 
 struct Finding {
   Kind kind{};
-  std::uint64_t offset = 0;  // of the byte in the file where it shows
+  std::uint64_t offset = 0;  // in the file
   std::string place{};       // "region set 0, LS_Nodes, x"; empty for the file as a whole
   std::string wanted{};
   std::string found{};
@@ -21,12 +21,12 @@ struct Finding {
   friend bool operator==(const Finding&, const Finding&) = default;
 };
 
-// Takes what somebody finds at a place in the file.
+// Receives findings.
 class Reporter {
  public:
   virtual ~Reporter() = default;
   virtual void report(Kind kind, std::uint64_t offset, std::string wanted, std::string found) = 0;
-  // Whether findings of a kind are only counted by now, so that nobody needs to put them into words.
+  // Whether further findings of a kind are only counted, so that their texts are not needed.
   virtual bool only_counts(Kind /*kind*/) const { return false; }
   virtual void count(Kind /*kind*/, std::uint64_t /*more*/) {}
 };
@@ -37,9 +37,9 @@ class Findings {
   explicit Findings(std::size_t limit) : limit_(limit) {}
 
   void add(Finding finding);
-  // Counts findings of a kind of which enough are kept.
+  // Counts findings of a kind whose limit is reached.
   void count_more(Kind kind, std::uint64_t more) { counts_[kind] += more; }
-  // Puts the findings in the order of their offsets.
+  // Sorts the findings by offset.
   void sort();
 
   const std::vector<Finding>& kept() const { return kept_; }
@@ -48,7 +48,7 @@ class Findings {
   bool has_enough(Kind kind) const;
   // How many of a kind are not kept.
   std::uint64_t left_out(Kind kind) const;
-  // Neither errors nor warnings.
+  // Whether there are neither errors nor warnings.
   bool is_fine() const { return count(Severity::error) == 0 && count(Severity::warning) == 0; }
 
  private:
@@ -57,7 +57,7 @@ class Findings {
   std::map<Kind, std::uint64_t> counts_;
 };
 
-// Bytes of the file for people: unless they are text, everything but ASCII as \x00 and so on.
+// Bytes of the file for display: text as it is; otherwise non-ASCII bytes as \x8a and so on.
 std::string shown(std::string_view bytes);
 // The same in quotes.
 std::string in_quotes(std::string_view bytes);

@@ -41,7 +41,7 @@ void IndexRange::check(const Piece& piece, std::span<const std::int32_t> indices
   const auto is_outside = [&](std::int32_t index) {
     return static_cast<std::uint32_t>(index) - low >= size && !(allows_none && index == -1);
   };
-  // Nearly always all are right; that is found out without a branch in the loop.
+  // Usually all are valid; the loop that establishes this has no branch.
   std::uint32_t outside = 0;
   for (const std::int32_t index : indices) outside += is_outside(index) ? 1U : 0U;
   for (std::size_t i = 0; outside > 0 && !reporter.only_counts(kind); ++i) {

@@ -1,4 +1,4 @@
-// Everything that a file consists of, entry by entry in file order.
+// Lists the records of a file in file order.
 #pragma once
 
 #include <cstdint>
@@ -19,7 +19,7 @@ enum class EntryType : std::uint8_t {
   rule,
   record,
   end_rule,
-  skipped,  // a record on the way to the next title, after something was wrong
+  skipped,  // a record that was skipped while looking for the next title
   problem,
 };
 
@@ -27,27 +27,27 @@ struct LayoutEntry {
   EntryType type = EntryType::record;
   std::uint64_t offset = 0;
   std::uint64_t length = 0;  // bytes, with the markers
-  std::string what{};        // the title, or what the block holds; of a problem the text
+  std::string what{};        // the title, the content of the block, or the text of a problem
   std::int64_t region_set = -1;
-  std::int64_t region = -1;              // of a section with its regions one after the other
+  std::int64_t region = -1;              // the region in a section that stores its regions separately
   Rule rule{};                           // of a rule
   std::int64_t width = -1;               // bytes of an element
-  std::int64_t count = -1;               // elements of the record, or of the block if its section tells
+  std::int64_t count = -1;               // elements of the record, or of the block if known
   std::optional<std::int64_t> number{};  // the version, or the value of a block of one integer
   std::optional<std::string> text{};     // the beginning of a block of characters
   std::optional<Finding> finding{};
 };
 
-// Texts of the file as UTF-8.
+// Converts texts of the file to UTF-8.
 using Decode = std::function<std::string(const std::string& bytes)>;
 
 class Layout : public Visitor {
  public:
   using Use = std::function<void(const LayoutEntry& entry)>;
 
-  // Tells the entries of the sections and header items whose titles match one of the patterns, as they stand
-  // in the file or decoded. Patterns may have the wildcards * and ?; without patterns everything is told.
-  // Problems are always told.
+  // Calls `use` for the entries of the sections and header items whose titles, as in the file or decoded,
+  // match one of the patterns, which may have the wildcards * and ?. Without patterns every entry is listed.
+  // Problems are always listed.
   Layout(const std::vector<std::string>& patterns, Decode decode, Use use);
 
   std::int64_t errors() const { return errors_; }
@@ -74,7 +74,7 @@ class Layout : public Visitor {
     bool is_matched = false;
   };
 
-  // Whether the title matches a pattern, of which it takes note; all of them when there are none.
+  // Whether the title matches a pattern (recorded in it), or there are no patterns.
   bool picks(const std::string& title);
   void tell(const LayoutEntry& entry);
   void flush();
@@ -83,11 +83,11 @@ class Layout : public Visitor {
   Decode decode_;
   Use use_;
   bool is_picked_ = true;
-  std::optional<LayoutEntry> record_;  // the last one, whose value comes after it
+  std::optional<LayoutEntry> record_;  // the latest record, whose value follows
   std::int64_t errors_ = 0;
 };
 
-// The heading of the table that layout_line makes, and an entry's line. Texts are as in the file.
+// The heading of the table and the line of an entry. Texts are as in the file.
 std::string layout_heading();
 std::string layout_line(const LayoutEntry& entry);
 

@@ -8,7 +8,7 @@
 namespace inspect {
 namespace {
 
-constexpr std::size_t kKept = 1024;  // characters of a name
+constexpr std::size_t kMaxName = 1024;  // characters of a name that are compared
 
 }  // namespace
 
@@ -35,7 +35,7 @@ void MotionCheck::characters(const Block&, const Piece& piece) {
     text_.clear();
     text_offset_ = piece.offset;
   }
-  const std::size_t count = std::min(piece.bytes.size(), kKept - text_.size());
+  const std::size_t count = std::min(piece.bytes.size(), kMaxName - text_.size());
   text_.append(piece.bytes.begin(), piece.bytes.begin() + static_cast<std::ptrdiff_t>(count));
 }
 
@@ -52,7 +52,7 @@ void MotionCheck::check_name(std::uint64_t offset) {
   if (!is_text(name)) report(Kind::name_not_text, offset, "text", in_quotes(name));
   if (!base_ || !base_->has_nodes || !base_->volume_names) return;
   const auto& volumes = *base_->volume_names;
-  // A volume region is meant by every name that begins with its own.
+  // A name refers to the volume regions whose names are prefixes of it.
   const bool is_there = std::any_of(volumes.begin(), volumes.end(),
                                     [&](const std::string& volume) { return name.starts_with(volume); });
   if (!is_there) report(Kind::moves_nothing, offset, "a volume region", in_quotes(name));

@@ -27,7 +27,7 @@ class MotionCheck : public SectionCheck {
   void check_name(std::uint64_t offset);
 
   std::optional<MotionBase> base_;
-  std::string text_;               // the name or kind that is being read
+  std::string text_;               // the name or kind of action being read
   std::uint64_t text_offset_ = 0;  // of its first character
   std::string kind_;               // of the action
   int item_ = 0;                   // of the action

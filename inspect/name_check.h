@@ -1,4 +1,4 @@
-// Names of regions: in fields of one length, padded with blanks.
+// Checks of region names, which are stored in fields of one length, padded with blanks.
 #pragma once
 
 #include <cstddef>
@@ -12,13 +12,13 @@
 
 namespace inspect {
 
-// Cuts blocks of names into names.
+// Splits blocks of names into names.
 class NameSplitter {
  public:
   void set_length(std::int64_t length) { length_ = length; }
 
-  // Takes the characters of a block, which may come in several pieces, and calls use(name, offset) for every
-  // name that is complete, the blanks at its end left out.
+  // Takes the characters of a block, possibly in several pieces, and calls use(name, offset) for every
+  // complete name, without trailing blanks.
   template <class Use>
   void add(const Piece& piece, Use use) {
     if (length_ <= 0) return;
@@ -27,7 +27,7 @@ class NameSplitter {
         offset_ = piece.offset + i;
         name_.clear();
       }
-      if (name_.size() < kKept) name_ += static_cast<char>(piece.bytes[i]);
+      if (name_.size() < kMaxName) name_ += static_cast<char>(piece.bytes[i]);
       if (++taken_ < length_) continue;
       taken_ = 0;
       use(without_padding(name_), offset_);
@@ -35,10 +35,10 @@ class NameSplitter {
   }
 
  private:
-  static constexpr std::size_t kKept = 1024;  // characters of a name
+  static constexpr std::size_t kMaxName = 1024;  // characters of a name that are compared
 
   std::int64_t length_ = 0;
-  std::int64_t taken_ = 0;    // characters of the name that is being read
+  std::int64_t taken_ = 0;    // characters of the name being read
   std::uint64_t offset_ = 0;  // of its first character
   std::string name_;
 };

@@ -1,4 +1,4 @@
-// What a file says about itself, without its lists: the header's values and how much every region set holds.
+// The outline of a file: the values of its header and the sizes of each region set.
 #pragma once
 
 #include <cstddef>
@@ -23,7 +23,7 @@ struct Outline {
   double time = 0.0;
   std::optional<float> undefined_single{};  // the markers of undefined values
   std::optional<double> undefined_double{};
-  std::uint64_t cycle_offset = 0;  // of the values, 0 when the header has none
+  std::uint64_t cycle_offset = 0;  // of the values, 0 if the header has none
   std::uint64_t time_offset = 0;
   std::vector<RegionSetOutline> region_sets{};  // the first kMostRegionSets of them
   std::int64_t region_set_count = 0;
@@ -31,7 +31,7 @@ struct Outline {
 
 inline constexpr std::int64_t kMostRegionSets = 10000;
 
-// Takes an outline while a file is walked through.
+// Collects the outline during a walk.
 class OutlineTaker : public Visitor {
  public:
   const Outline& outline() const { return outline_; }
@@ -44,8 +44,7 @@ class OutlineTaker : public Visitor {
 
  private:
   Outline outline_;
-  std::optional<std::int64_t> count_;  // of the nodes or elements of the section that is being read, or
-                                       // the cycle of its base file
+  std::optional<std::int64_t> count_;  // nodes or elements of the current section, or its base cycle
 };
 
 }  // namespace inspect

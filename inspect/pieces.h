@@ -1,4 +1,4 @@
-// The pieces of a file: records, titles, blocks. Offsets count bytes from the start of the file.
+// Records, titles and blocks of a file. Offsets are in bytes from the start of the file.
 #pragma once
 
 #include <cstdint>
@@ -22,9 +22,9 @@ struct Record {
 
 struct Title {
   Record record{};
-  std::string text{};               // without the blanks at the end
-  const TitleInfo* info = nullptr;  // null: not a known title
-  std::int64_t region_set = -1;     // counted from 0; -1: before the first one
+  std::string text{};               // without trailing blanks
+  const TitleInfo* info = nullptr;  // null if unknown
+  std::int64_t region_set = -1;     // from 0; -1 before the first one
   bool in_header = false;
 
   bool is(TitleId id) const { return info != nullptr && info->id == id; }
@@ -41,24 +41,24 @@ struct Rule {
 enum class DataKind : std::uint8_t { integer, long_integer, real, characters, any };
 
 struct Block {
-  Record record{};  // the rule's
+  Record record{};  // of the rule
   Rule rule{};
   Content content = Content::data;
   DataKind data = DataKind::any;
   std::int64_t width = 0;    // bytes of an element
-  std::int64_t count = -1;   // elements that the section's layout wants; -1: as many as there are
-  std::int64_t region = -1;  // of a section that has its regions one after the other; -1: not of one region
+  std::int64_t count = -1;   // elements that the layout of the section requires; -1: any number
+  std::int64_t region = -1;  // in a section that stores its regions separately; otherwise -1
 };
 
-// Where a block's first value stands: behind the rule record and a marker.
+// The offset of a block's first value: after the rule record and a marker.
 inline std::uint64_t first_value(const Block& block) {
   return block.record.end() + 4;
 }
 
-// Whole elements of a block.
+// Consecutive complete elements of a block.
 struct Piece {
   std::uint64_t offset = 0;  // of the first byte
-  std::int64_t first = 0;    // number of the first element in the block
+  std::int64_t first = 0;    // index of the first element in the block
   Bytes bytes{};
 };
 

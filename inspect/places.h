@@ -1,4 +1,4 @@
-// A place of a file in words, for findings.
+// Describes positions in a file for findings.
 #pragma once
 
 #include <string>

@@ -1,4 +1,4 @@
-// Counts the values of a block that are not ordinary numbers.
+// Counts the NaN, infinite and undefined values of a block.
 #pragma once
 
 #include <cmath>
@@ -19,7 +19,7 @@ class RealCheck {
     std::uint64_t first = 0;  // offset of the first one
   };
 
-  // Values greater than 0.99 times the marker are undefined; without a marker none is.
+  // Values greater than 0.99 times the marker are undefined; without a marker, none are.
   template <class Real>
   void add(const Piece& piece, std::span<const Real> values, const std::optional<Real>& marker) {
     const Real limit = marker ? Real(0.99) * *marker : std::numeric_limits<Real>::infinity();

@@ -1,5 +1,5 @@
-// Steps from record to record and compares their markers. What is wrong goes to a reporter; where the markers
-// and the length that belongs at the place leave no doubt, reading goes on.
+// Reads record by record and compares the markers. Errors are reported; reading continues where the markers
+// and the expected length leave no doubt about the record's extent.
 #pragma once
 
 #include <cstdint>
@@ -11,7 +11,7 @@
 
 namespace inspect {
 
-// It is not known where the next record begins. Was reported.
+// The start of the next record is unknown (already reported).
 struct FramingLost {
   std::uint64_t offset = 0;
 };
@@ -20,22 +20,22 @@ class RecordReader {
  public:
   RecordReader(ByteReader& reader, Reporter& reporter) : reader_(reader), reporter_(reporter) {}
 
-  // Goes to the payload of the next record, which should be `expected` bytes long. The record that is there
-  // may have another length (reported). Throws FramingLost.
+  // Moves to the payload of the next record, which should be `expected` bytes long. The record may have
+  // another length (reported). Throws FramingLost.
   Record begin(std::uint64_t expected);
-  // The same for one that may be shorter, by whole `unit`s.
+  // The same for a record that may be shorter by a multiple of `unit`.
   Record begin_at_most(std::uint64_t expected, std::uint64_t unit);
-  // The same for one of unknown length.
+  // The same for a record of unknown length.
   Record begin_any();
-  // Goes behind the trailing marker and compares it.
+  // Reads the trailing marker and compares it with the leading one.
   void end(const Record& record);
 
  private:
-  // The record here when it is exactly so long by its trailing marker.
+  // Whether the trailing marker confirms a record of this length here.
   bool ends_after(std::uint64_t length);
-  // What the leading marker says; throws FramingLost when the file is over.
+  // The leading marker; throws FramingLost at the end of the file.
   std::int32_t leading_marker();
-  // The record at a leading marker that is not as expected.
+  // The record at a leading marker with an unexpected value.
   Record odd_record(std::int32_t marker, std::uint64_t expected);
   Record started(std::uint64_t length);
   [[noreturn]] void lose(Kind kind, std::string wanted, std::string found);

@@ -7,7 +7,7 @@
 namespace inspect {
 namespace {
 
-// Regions whose lists are compared with each other, so that memory stays bounded.
+// The number of regions whose lists are compared with each other, to bound memory.
 constexpr std::size_t kMostRegions = 1000000;
 
 bool is_name(Content content) {

@@ -1,5 +1,5 @@
-// Checks of surface and volume regions, in both forms. The form with the regions one after the other is
-// checked as lists of one region each.
+// Checks of surface and volume regions. Sections that store their regions separately are checked as arrays of
+// one region each.
 #pragma once
 
 #include <vector>
@@ -31,9 +31,9 @@ class SurfacesCheck : public SectionCheck {
   void compare_lengths(const Piece& piece, std::span<const std::int32_t> lengths);
 
   NameCheck names_;
-  std::vector<Region> regions_;  // of the lists that are being read
-  std::size_t region_ = 0;       // the codes' region
-  std::int64_t done_ = 0;        // faces of it
+  std::vector<Region> regions_;  // of the lists being read
+  std::size_t region_ = 0;       // of the next face code
+  std::int64_t done_ = 0;        // faces read of that region
 };
 
 class VolumesCheck : public SectionCheck {

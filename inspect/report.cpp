@@ -27,11 +27,11 @@ std::string summary(const FileReport& report, bool notes) {
                      report.size);
 }
 
-// The finding with what comes from the file decoded.
+// The finding with texts of the file decoded.
 Finding decoded(Finding finding, const Decode& decode) {
   finding.place = decode(finding.place);
   finding.wanted = decode(finding.wanted);
-  // What is found there is a path.
+  // This text is a path.
   if (finding.kind != Kind::cycle_twice) finding.found = decode(finding.found);
   return finding;
 }

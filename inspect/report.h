@@ -1,4 +1,4 @@
-// Reports of checks as text and JSON. Decode makes UTF-8 of what comes from the file; paths stay as they are.
+// Reports of checks as text and JSON. Decode converts texts of the file to UTF-8; paths are not converted.
 #pragma once
 
 #include <string>
@@ -12,8 +12,8 @@ namespace inspect {
 // "error FLD-106 at 1234: the markers of a record differ (LS_Nodes, x): wanted 16, found 20"
 std::string finding_text(const Finding& finding);
 
-// A line per finding, how many are left out, and a last line that sums up; all begin with the file's path.
-// Without `notes`, notes are left out.
+// A line per finding, a line per kind with omitted findings, and a summary; each begins with the file's path.
+// Notes are omitted unless `notes` is set.
 std::string report_text(const FileReport& report, bool notes, const Decode& decode);
 
 nlohmann::ordered_json finding_json(const Finding& finding, const Decode& decode);

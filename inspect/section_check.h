@@ -1,4 +1,4 @@
-// What the checks of the sections' content have in common.
+// The interface of the checks of section contents.
 #pragma once
 
 #include <cstdint>
@@ -16,21 +16,21 @@
 
 namespace inspect {
 
-// The file that a motion starts from, as far as one region set is concerned.
+// The base file of a motion, for one region set.
 struct MotionBase {
   bool has_nodes = false;
-  // Of its volume regions; none when there are more than can be kept.
+  // None if there are more than can be kept.
   std::optional<std::vector<std::string>> volume_names{};
 };
 
-// What is known outside the section that is being checked.
+// What is known about the rest of the file and the series.
 struct Surroundings {
   const Outline& outline;
-  // How many nodes a quantity of a region set has values for; none if it is not known.
+  // The number of nodes for which a quantity of a region set has values; none if unknown.
   std::function<std::optional<std::int64_t>(std::int64_t region_set)> nodes_of_values{};
-  // Whether the file's series is known; motion can only be followed in it.
+  // Whether the series of the file is known, without which motion cannot be checked.
   bool knows_series = false;
-  // The file of the series with that cycle number, none when there is none.
+  // The file of the series with that cycle number; none if there is none.
   std::function<std::optional<MotionBase>(std::int32_t cycle, std::int64_t region_set)> motion_base{};
 };
 
@@ -42,7 +42,7 @@ class SectionCheck {
   SectionCheck(const SectionCheck&) = delete;
   SectionCheck& operator=(const SectionCheck&) = delete;
 
-  // Whether the section's check looks into a block.
+  // Whether the check needs the values of a block.
   virtual bool wants(Content content) const = 0;
   virtual void integers(const Block& /*block*/, const Piece& /*piece*/, std::span<const std::int32_t>) {}
   virtual void reals(const Block& /*block*/, const Piece& /*piece*/, std::span<const float>) {}
@@ -69,11 +69,11 @@ class SectionCheck {
   Reporter& reporter_;
 };
 
-// The check of a section by its title, null when there is nothing to check.
+// The check for a section, or null if there is nothing to check.
 std::unique_ptr<SectionCheck> make_section_check(const Title& title, const Surroundings& surroundings,
                                                  Reporter& reporter);
 
-// The place of the i-th value of a piece, in elements of so many bytes.
+// The offset of the i-th value of a piece.
 inline std::uint64_t offset_of(const Piece& piece, std::size_t i, std::size_t width = 4) {
   return piece.offset + i * width;
 }

@@ -9,7 +9,7 @@ namespace {
 
 using enum Content;
 
-// One action's items: so many points or vectors of three values, then so many single values.
+// The items of an action: `vectors` points or vectors of three values, then `values` single values.
 struct ActionItems {
   const char* kind;
   std::int64_t vectors;

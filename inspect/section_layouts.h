@@ -1,5 +1,4 @@
-// Which blocks every header item and section has, in order. Each function reads them up to the end rule,
-// which is read after it.
+// The layouts of header items and sections. Each function reads the blocks of one, without the end rule.
 #pragma once
 
 namespace inspect {

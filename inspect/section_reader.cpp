@@ -20,7 +20,7 @@ std::string in_words(const Block& block) {
   return fmt::format("{} elements of width {}", block.count, block.width);
 }
 
-// Numbers of things that the section goes on with.
+// Whether the content is a count of what follows.
 bool is_count(Content content) {
   switch (content) {
     case Content::region_count:
@@ -178,7 +178,7 @@ void SectionReader::check_counts() {
   const std::int64_t count = current_.count;
   const bool is_text = current_.data == DataKind::characters;
   const std::int64_t per_record = rule.per_record;
-  // A count may be anything up to the largest number.
+  // Avoids overflow: the count may be any number.
   const std::int64_t records = count == 0 || per_record == 0 ? 0 : (count - 1) / per_record + 1;
   if ((rule.n_records != records && !has_empty_record()) || (count > 0 && records == 0) ||
       (is_text && count > 0 && per_record != count)) {
@@ -203,7 +203,7 @@ void SectionReader::empty_record() {
 }
 
 void SectionReader::data_record(std::int64_t first, const Record& record, Read& read) {
-  // Lists that nobody asks for are stepped over; counts, single integers and texts are few.
+  // Lists that nobody needs are skipped; counts, single integers and texts are always read.
   const bool is_own = current_.data == DataKind::characters || is_count(current_.content) ||
                       (current_.count == 1 && current_.data == DataKind::integer);
   const bool is_wanted = visitor_.wants_data(current_);

@@ -1,5 +1,5 @@
-// Reads the blocks of one header item or section in the order that its layout wants, tells a visitor about
-// them and reports what does not fit.
+// Reads the blocks of a header item or section as its layout requires, passes them to a visitor and reports
+// deviations.
 #pragma once
 
 #include <cstdint>
@@ -16,9 +16,9 @@ namespace inspect {
 
 inline constexpr std::int64_t kLabelLength = 32;
 
-// The rest of a section makes no sense any more; goes to the next title. Was reported.
+// The rest of the section cannot be read (already reported); the walk continues at the next title.
 struct SectionLost {};
-// The section ended before its layout did. Was reported; `end` is the end rule, empty if that is missing too.
+// The section ends before its layout is complete (already reported). `end` is the end rule, empty if missing.
 struct SectionEnded {
   Record end{};
 };
@@ -29,15 +29,15 @@ class SectionReader {
       : reader_(reader), records_(records), reporter_(reporter), visitor_(visitor) {}
 
   void start();
-  // The header's, which tells how many components a vector has; 3 until it was set.
+  // From the header; determines the number of components of a vector. 3 by default.
   void set_dimension(std::int64_t dimension) { dimension_ = dimension; }
   std::int64_t dimension() const { return dimension_; }
-  // The blocks that follow belong to this region of the section.
+  // Assigns the following blocks to a region of the section.
   void set_region(std::int64_t region) { region_ = region; }
-  // What is being read, for findings.
+  // The block being read, for findings.
   const Block& current() const { return current_; }
 
-  // Each reads one block; `count` is what the layout wants. They throw SectionLost, SectionEnded,
+  // Each reads one block; `count` is what the layout requires. They throw SectionLost, SectionEnded and
   // FramingLost.
   std::int64_t integer(Content content);
   std::int64_t count(Content content);       // not negative
@@ -48,17 +48,17 @@ class SectionReader {
   void reals(Content content, std::int64_t count, std::int64_t width = 0);  // 0: 4 or 8
   std::string characters(Content content, std::int64_t count);              // the first 256 of them
 
-  // Reads blocks of any kind until the end rule comes.
+  // Reads blocks of any kind up to the end rule.
   void anything();
   // Whether the next record is an end rule.
   bool is_at_end();
   // Reads the end rule.
   Record end();
-  // Reports something wrong with the block read last.
+  // Reports a finding about the current block and throws SectionLost.
   [[noreturn]] void give_up(Kind kind, std::string wanted, std::string found);
 
  private:
-  // What a block tells the reader itself.
+  // What the layout functions need of a block.
   struct Read {
     std::int64_t sum = 0;
     bool has_negative = false;
@@ -88,7 +88,7 @@ class SectionReader {
   Block current_{};
 };
 
-// The title at a place of the file: a whole record of 32 bytes that is a known title. None for anything else.
+// The known title at an offset; none if there is no complete record with one.
 std::optional<Title> known_title_at(ByteReader& reader, std::uint64_t offset);
 
 }  // namespace inspect

@@ -10,10 +10,10 @@
 namespace inspect {
 namespace {
 
-constexpr std::size_t kExtension = 4;  // characters at the end of the name of another file, whatever they are
+constexpr std::size_t kExtension = 4;  // the last characters of a file name, which may be any
 
 struct SplitName {
-  std::string folder;  // with the separator at its end; empty without one
+  std::string folder;  // with a trailing separator, or empty
   std::string base;
 };
 
@@ -21,7 +21,7 @@ bool is_digit(char c) {
   return c >= '0' && c <= '9';
 }
 
-// Letters of ASCII alone, whatever the locale.
+// ASCII only, independent of the locale.
 char folded(char c) {
   return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
 }
@@ -39,14 +39,14 @@ std::optional<SplitName> split(const std::string& path) {
   return SplitName{path.substr(0, begin), name.substr(0, underscore)};
 }
 
-// The cycle of another file of the series, none when it is not one.
+// The cycle of a file of the series; none for other files.
 std::optional<std::int32_t> cycle_of(std::string_view name, std::string_view base) {
   if (name.size() < base.size() + 2 + kExtension || name[base.size()] != '_') return std::nullopt;
   const bool same = std::equal(base.begin(), base.end(), name.begin(),
                                [](char a, char b) { return folded(a) == folded(b); });
   const std::string digits(name.substr(base.size() + 1, name.size() - base.size() - 1 - kExtension));
   if (!same || !std::all_of(digits.begin(), digits.end(), is_digit)) return std::nullopt;
-  // What does not fit into 32 bits is cut off, as readers do.
+  // Truncated to 32 bits, as in readers.
   const auto cycle = static_cast<std::int32_t>(std::strtoll(digits.c_str(), nullptr, 10));
   return cycle < 0 ? std::nullopt : std::optional(cycle);
 }

@@ -1,4 +1,4 @@
-// The files of a series, found by their names: "<base>_<cycle>.fld".
+// Finds the files of a series by their names: "<base>_<cycle>.fld".
 #pragma once
 
 #include <cstdint>
@@ -10,14 +10,14 @@ namespace inspect {
 
 struct SeriesFile {
   std::string path;
-  std::int32_t cycle = 0;  // by the name
+  std::int32_t cycle = 0;  // from the name
 };
 
-// Whether a file's name has cycle digits before the extension.
+// Whether a file name has cycle digits before the extension.
 bool has_cycle(const std::string& path);
 
-// All files of the series that a file belongs to, in the order of their cycles; none when its name has no
-// cycle or its folder cannot be read.
+// All files of the series that a file belongs to, by ascending cycle; none if its name has no cycle or its
+// folder cannot be read.
 std::vector<SeriesFile> find_series(const std::string& path);
 
 }  // namespace inspect

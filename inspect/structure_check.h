@@ -1,5 +1,5 @@
-// The checks that need no lists: what the walk itself finds, the order and number of titles, the header's
-// values. Takes the outline of the file on the way.
+// The checks that need no lists: findings of the walk itself, order and number of titles, values of the
+// header. Collects the outline of the file at the same time.
 #pragma once
 
 #include <bitset>
@@ -15,11 +15,11 @@ namespace inspect {
 
 class StructureCheck : public OutlineTaker {
  public:
-  // A file that opens a dataset needs a mesh in every region set.
+  // `opens_dataset`: the first file of a dataset needs a mesh in every region set.
   StructureCheck(Findings& findings, bool opens_dataset)
       : findings_(findings), opens_dataset_(opens_dataset) {}
 
-  // To be called after the walk. Only a walk that got to the end of the file tells what is missing.
+  // To be called after the walk. Missing sections are reported only after a complete walk.
   void finish(bool is_complete);
 
   void title(const Title& title) override;
@@ -38,7 +38,7 @@ class StructureCheck : public OutlineTaker {
   std::bitset<32> seen_;   // titles of the region set
   NameSet quantities_;
   Title current_{};
-  Title region_set_{};  // that is being read
+  Title region_set_{};  // being read
   bool is_in_region_set_ = false;
   bool has_sections_ = false;
 };

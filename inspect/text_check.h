@@ -1,4 +1,4 @@
-// Whether bytes of a file are text: names and labels say nowhere how they are encoded.
+// Checks whether bytes of a file are text. The encoding of names and labels is not stored in the file.
 #pragma once
 
 #include <cstddef>
@@ -11,17 +11,18 @@ namespace inspect {
 // Printable ASCII.
 bool is_printable(std::string_view bytes);
 
-// Without control characters and well-formed as ASCII, Shift_JIS (with the vendor characters of code page
-// 932) or UTF-8. A Shift_JIS character that was cut in half at the end counts as well: name fields are short.
+// Whether bytes have no control characters and are valid ASCII, Shift_JIS (with the vendor characters of code
+// page 932) or UTF-8. An incomplete Shift_JIS character at the end is accepted, because name fields are
+// short.
 bool is_text(std::string_view bytes);
 
-// Without the blanks at the end.
+// Without trailing blanks.
 std::string_view without_padding(std::string_view bytes);
 
-// Remembers names to find one that comes twice, up to an amount of memory.
+// Finds duplicate names, with bounded memory.
 class NameSet {
  public:
-  // Whether the name was there before. Names beyond the amount are not remembered.
+  // Whether the name was added before; adds it unless the set is full.
   bool knows(std::string_view name);
   bool is_full() const { return bytes_ >= kMostBytes; }
   void clear();

@@ -1,4 +1,4 @@
-// The titles of a file, and which blocks follow each.
+// The known titles and the layouts of their sections.
 #pragma once
 
 #include <cstddef>
@@ -10,7 +10,7 @@ namespace inspect {
 
 class SectionReader;
 
-// Bytes of a title, filled up with blanks.
+// Bytes of a title, padded with blanks.
 inline constexpr std::size_t kTitleLength = 32;
 
 enum class TitleId : std::uint8_t {
@@ -47,7 +47,7 @@ struct TitleInfo {
   TitleGroup group;
   bool is_prefix;  // a name follows the text
   std::string_view text;
-  void (*read)(SectionReader&);  // reads the blocks up to the end rule; null: there is no body
+  void (*read)(SectionReader&);  // reads the blocks up to the end rule; null if there are none
 };
 
 std::span<const TitleInfo> all_titles();

@@ -61,7 +61,7 @@ class Walker : private Reporter {
     title_.in_header = true;
   }
 
-  // Reads a title and what belongs to it; false at the end.
+  // Reads a title and its body; false at the end.
   bool next_title() {
     const std::uint64_t offset = reader_.position();
     title_.text.clear();
@@ -165,7 +165,7 @@ class Walker : private Reporter {
 
   static void read_rest(SectionReader& section) { section.anything(); }
 
-  // Steps from record to record until a known title comes that may stand here, or the end of the file.
+  // Skips records up to a known title that is valid here, or to the end of the file.
   void skip_to_title() {
     while (reader_.remaining() > 0) {
       const auto title = known_title_at(reader_, reader_.position());

@@ -1,5 +1,5 @@
-// Goes through a file from front to back and tells a visitor everything that is there. What is wrong is told
-// as well, and the walk goes on wherever that leaves no doubt.
+// Walks over a file from front to back and passes its content to a visitor. Errors are passed too, and the
+// walk continues where the position of the next record is certain.
 #pragma once
 
 #include <cstdint>
@@ -12,8 +12,8 @@ namespace inspect {
 
 enum class WalkEnd {
   complete,  // to the end of the file
-  stopped,   // where a record should begin there is none
-  not_fld,   // the identification is another one; nothing was told
+  stopped,   // no valid record where one is expected
+  not_fld,   // wrong identification; nothing was passed to the visitor
 };
 
 struct WalkResult {
@@ -21,7 +21,7 @@ struct WalkResult {
   std::uint64_t offset = 0;  // where the walk ended
 };
 
-// Whether the identification is right. Throws ReadError.
+// Whether the file begins with the identification. Throws ReadError.
 bool is_fld(ByteSource& source);
 
 // Throws ReadError.

@@ -1,5 +1,4 @@
-// What is known of a dataset before its meshes and values are asked for, in a form that can be sent to other
-// ranks.
+// What is known of a dataset before meshes and values are read, in a form that can be sent to other ranks.
 #pragma once
 
 #include <string>
@@ -20,7 +19,7 @@ struct PartInfo {
 struct VariableInfo {
   int number = 0;
   std::string name;  // UTF-8, unique
-  std::string unit;  // empty where the label has none
+  std::string unit;  // empty if the label has none
   bool is_per_cell = false;
 };
 
@@ -28,14 +27,14 @@ struct DatasetInfo {
   std::vector<PartInfo> parts;  // at the first step
   std::vector<VariableInfo> variables;
   std::vector<double> times;        // ascending, one per step
-  bool times_are_numbers = false;   // of the steps, because the solution times do not ascend
+  bool times_are_numbers = false;   // step numbers, because the solution times do not ascend
   std::vector<std::string> labels;  // "name: label"
 
-  // The step that is shown at a time: the last one that is not later, else the first.
+  // The step to show at a time: the last one that is not later, or the first.
   int step_at(double time) const;
 };
 
-// Asks an open session. Throws host::Error.
+// Queries an open session. Throws host::Error.
 DatasetInfo ask_dataset_info(host::Session& session);
 std::vector<PartInfo> ask_parts(const host::Session& session);
 

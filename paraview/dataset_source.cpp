@@ -14,7 +14,7 @@ host::SessionOptions session_options(const ReadingOptions& options) {
           .recover_from_assertions = true};
 }
 
-// All that are open. Never destroyed: ParaView lets go of its last readers while the process ends.
+// All open sources. Never destroyed: ParaView releases its last readers while the process exits.
 std::set<DatasetSource*>& open_sources() {
   static auto& sources = *new std::set<DatasetSource*>;
   return sources;
@@ -28,8 +28,8 @@ DatasetSource::DatasetSource(const std::filesystem::path& plugin, const std::fil
       session_(std::make_unique<host::Session>(library_, session_options(options))) {
   session_->open(file);
   open_sources().insert(this);
-  // When the process ends, what is registered last goes first: registered after the library was loaded, this
-  // comes before its globals are destroyed.
+  // Exit handlers run in reverse order: registered after the library was loaded, this one runs before the
+  // library's globals are destroyed.
   static_cast<void>(std::atexit(close_all));
 }
 

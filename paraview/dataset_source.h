@@ -1,4 +1,4 @@
-// An open dataset in a reader library of its own.
+// An open dataset in a private copy of the reader library.
 #pragma once
 
 #include <filesystem>
@@ -20,17 +20,17 @@ struct ReadingOptions {
 
 class DatasetSource {
  public:
-  // Loads the library at `plugin` and opens the dataset that the file belongs to. Throws host::Error.
+  // Loads the library at `plugin` and opens the dataset of the file. Throws host::Error.
   DatasetSource(const std::filesystem::path& plugin, const std::filesystem::path& file,
                 const ReadingOptions& options);
   DatasetSource(const DatasetSource&) = delete;
   DatasetSource& operator=(const DatasetSource&) = delete;
   ~DatasetSource();
 
-  // Not while the process ends.
+  // Must not be called while the process exits.
   host::Session& session() { return *session_; }
 
-  // The reader's warnings since they were last taken.
+  // The reader's warnings since the last call.
   std::vector<std::string> take_warnings();
 
  private:

@@ -13,7 +13,7 @@ namespace {
 constexpr int kTag = 7304;
 constexpr int kReader = 0;  // the rank that reads
 
-// What comes next.
+// The kinds of messages.
 enum class Kind : std::int64_t { plan, cells, points, values, discard, end };
 
 // The fixed-size beginning of every message.

@@ -1,7 +1,7 @@
-// How shares get from rank 0, which reads, to the ranks that show them.
+// Transfers shares from rank 0, which reads, to the other ranks.
 //
-// Rank 0 puts the shares of all ranks into an Outlet, its own into its store, the others on their way; every
-// other rank follows. A transfer begins with a plan and ends with an ending.
+// Rank 0 passes the shares of all ranks to an Outlet, which stores its own and sends the others; every other
+// rank calls follow_transfer(). A transfer begins with a plan and ends with an Ending.
 #pragma once
 
 #include <array>
@@ -14,13 +14,13 @@
 
 namespace paraview {
 
-// How a transfer ended, on every rank alike.
+// How a transfer ended; the same on all ranks.
 enum class Ending { complete, stopped, failed };
 
 class Outlet {
  public:
-  // Shares for all ranks of the controller. With one rank, or none, the shares are `pieces` pieces of which
-  // only number `piece` is wanted.
+  // Shares for all ranks of the controller. Without other ranks there are `pieces` shares, of which only
+  // number `piece` is wanted.
   Outlet(ShareStore& own, vtkMultiProcessController* controller, int piece, int pieces);
 
   int share_count() const { return share_count_; }
@@ -31,9 +31,9 @@ class Outlet {
   void plan(const StepPlan& plan);
   void cells(int share, int part, const vtkdata::Cells& cells);
   void points(int share, int part, const vtkSmartPointer<vtkPoints>& points);
-  // Floats. Null for a variable that the step does not have.
+  // Floats. Null if the step does not have the variable.
   void values(int share, int part, int variable, const vtkSmartPointer<vtkDataArray>& values);
-  // Takes the part back from all ranks.
+  // Removes the part on all ranks.
   void discard(int part);
   void end(Ending ending);
 
@@ -47,13 +47,13 @@ class Outlet {
   int share_count_ = 1;
 };
 
-// Receives a transfer on another rank than 0. `info` names the variables.
+// Receives a transfer on a rank other than 0. `info` names the variables.
 Ending follow_transfer(vtkMultiProcessController* controller, ShareStore& store, const DatasetInfo& info);
 
 // Brings rank 0's text to all ranks; nothing to do for a single one.
 void broadcast(vtkMultiProcessController* controller, std::string& text);
 
-// Gives an array the variable's name and unit.
+// Sets the variable's name and unit on an array.
 void set_identity(vtkDataArray* values, const VariableInfo& variable);
 
 }  // namespace paraview

@@ -1,4 +1,4 @@
-// Cuts a part into shares, one per rank: each a stretch of the part's cells with the nodes that they use.
+// Splits a part into shares, one per rank: each a range of the part's cells with the nodes that they use.
 // Nodes between two shares are in both; there are no ghost cells.
 #pragma once
 
@@ -17,23 +17,22 @@ struct CellRange {
   vtkIdType last = 0;
 };
 
-// What share number `share` (from 0) of `count` has of a part's cells: stretches as equal as can be, in the
-// order of the shares.
+// The cells of share number `share` (from 0) of `count`: ranges of equal size (give or take one), in order.
 CellRange range_of_share(vtkIdType cells, int share, int count);
 
-// The cells of one share, with point numbers of the share, and the part's node (from 0) of each point.
+// The cells of one share, in point numbers of the share, and for each point its node of the part (from 0).
 struct CellShare {
   vtkdata::Cells cells;
   std::vector<int> nodes;
 };
 
-// Makes the shares of one part.
+// Cuts the shares of one part.
 class ShareCutter {
  public:
-  // `points`: how many points the cells are of.
+  // `points`: the number of nodes of the part.
   ShareCutter(const vtkdata::Cells& cells, vtkIdType points);
 
-  // Throws host::Error when a share is too large for numbers of 32 bits.
+  // Throws host::Error if a share is too large for 32-bit connectivity.
   CellShare cut(CellRange range);
 
  private:
@@ -41,14 +40,14 @@ class ShareCutter {
   CellShare cut_from(const Id* corners, const Id* offsets, CellRange range);
 
   vtkdata::Cells whole_;
-  // Per node of the part: its point in the share that is being cut, or none.
+  // Per node of the part: its point in the current share, or none.
   std::vector<int> point_of_node_;
 };
 
 // The points of these nodes.
 vtkSmartPointer<vtkPoints> take_points(vtkPoints* whole, const std::vector<int>& nodes);
 
-// The tuples of these nodes, or of these cells, of an array of floats. They bear no name.
+// The tuples of these nodes, or of these cells, of an array of floats, in an array without a name.
 vtkSmartPointer<vtkDataArray> take_tuples(vtkDataArray* whole, const std::vector<int>& nodes);
 vtkSmartPointer<vtkDataArray> take_tuples(vtkDataArray* whole, CellRange range);
 

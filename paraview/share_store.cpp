@@ -17,7 +17,7 @@
 namespace paraview {
 namespace {
 
-// The attribute that the hierarchy shows in place of a node's name, which has to be a plain word.
+// The attribute that ParaView shows in place of a node's name, whose characters are restricted.
 constexpr char kLabel[] = "label";
 constexpr char kRootName[] = "Parts";
 
@@ -45,12 +45,13 @@ int add_node(vtkDataAssembly* assembly, int parent, const std::string& node_name
   return node;
 }
 
-// What a node's name can hold of `name`: "_" where that is nothing.
+// `name` reduced to the characters allowed in a node name, "_" if none are left.
 std::string node_name_of(const std::string& name) {
   return vtkDataAssembly::MakeValidNodeName(name.c_str());
 }
 
-// The same for a part, followed by its number where nothing is left or a sibling has the name. Notes it.
+// The same for a part, followed by its number if nothing is left or a sibling has the name. Adds it to
+// `siblings`.
 std::string node_name_of(const PartInfo& part, std::set<std::string>& siblings) {
   const std::string number = std::to_string(part.number);
   std::string name = node_name_of(part.name);
@@ -59,7 +60,7 @@ std::string node_name_of(const PartInfo& part, std::set<std::string>& siblings) 
   return name;
 }
 
-// Adds nodes for the folders and their parts, `indices` telling where a part is in the collection.
+// Adds nodes for the folders and their parts; `indices` maps part numbers to positions in the collection.
 void add_folders(vtkDataAssembly* assembly, int parent, const std::vector<host::PartFolder>& folders,
                  const std::map<int, unsigned>& indices, const std::vector<PartInfo>& parts) {
   for (const host::PartFolder& folder : folders) {

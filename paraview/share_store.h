@@ -1,5 +1,4 @@
-// What one rank holds of a dataset: its shares of the chosen parts, kept from step to step as the same VTK
-// objects as long as they do not change.
+// The shares of one rank. Between steps, VTK objects are kept as long as they do not change.
 #pragma once
 
 #include <map>
@@ -17,12 +16,12 @@
 
 namespace paraview {
 
-// What a step shows.
+// The parts and variables of a step.
 struct StepPlan {
   std::vector<PartInfo> parts;            // ascending numbers
-  std::vector<host::PartFolder> folders;  // where these parts are in the hierarchy
+  std::vector<host::PartFolder> folders;  // their hierarchy
   std::vector<int> variables;
-  bool is_other_step = false;  // values of the step before are of no use
+  bool is_other_step = false;  // whether values of the previous step are invalid
 };
 
 std::string to_bytes(const StepPlan& plan);
@@ -30,7 +29,7 @@ StepPlan step_plan_from(std::string_view bytes);
 
 class ShareStore {
  public:
-  // Lets go of the parts and values that the plan does not have.
+  // Adopts the plan and releases parts and values that are not in it.
   void follow(StepPlan plan);
   void clear();
 

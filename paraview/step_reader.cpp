@@ -11,7 +11,7 @@
 namespace paraview {
 namespace {
 
-// Numbers that tell contents apart, so that the contents themselves need not be kept.
+// Hashes to detect changes without keeping the previous contents.
 std::size_t fingerprint(std::size_t seed, const void* data, std::size_t bytes) {
   const std::size_t own = std::hash<std::string_view>{}({static_cast<const char*>(data), bytes});
   return seed * 0x9E3779B97F4A7C15U ^ own;
@@ -41,7 +41,7 @@ Ending StepReader::read(int step, const Choice& choice, Outlet& outlet, const Pr
   try {
     ending = deliver(step, choice, outlet, progress);
   } catch (...) {
-    // All ranks begin anew next time.
+    // All ranks start from scratch next time.
     delivered_.clear();
     step_ = -1;
     outlet.end(Ending::failed);
@@ -54,7 +54,7 @@ Ending StepReader::read(int step, const Choice& choice, Outlet& outlet, const Pr
 Ending StepReader::deliver(int step, const Choice& choice, Outlet& outlet, const Progress& progress) {
   session_.select_step(step);
   if (share_count_ != outlet.share_count() || first_share_ != outlet.first_share()) {
-    // Values of other shares are of no use either.
+    // Values of other shares cannot be reused either.
     delivered_.clear();
     step_ = -1;
     share_count_ = outlet.share_count();
@@ -74,7 +74,7 @@ Ending StepReader::deliver(int step, const Choice& choice, Outlet& outlet, const
     if (try_to_read("part '" + part.name + "'", [&] { deliver_mesh(part.number, outlet); })) continue;
     discard(part.number, outlet);
   }
-  // The reader keeps the variable that it read last, so all parts of one come before the next.
+  // The reader caches the latest variable, so all parts of one variable are read before the next.
   for (const VariableInfo& variable : info_.variables) {
     if (std::find(plan.variables.begin(), plan.variables.end(), variable.number) == plan.variables.end()) {
       continue;
@@ -105,7 +105,7 @@ StepPlan StepReader::make_plan(int step, const Choice& choice) {
   plan.is_other_step = step_ != step;
   step_ = step;
 
-  // The same as what the stores let go of.
+  // The stores release the same when they adopt the plan.
   const std::set<int> shown(numbers.begin(), numbers.end());
   std::erase_if(delivered_, [&](const auto& part) { return !shown.contains(part.first); });
   for (auto& [part, delivered] : delivered_) {

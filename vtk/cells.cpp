@@ -12,7 +12,7 @@
 namespace vtkdata {
 namespace {
 
-// VTK's prism has the triangle 0-1-2 turn counter-clockwise seen from outside, the host's seen from the other
+// In VTK's prism the triangle 0-1-2 is counter-clockwise seen from outside, in the host's seen from the other
 // triangle.
 constexpr std::array<std::size_t, 6> kPrismCorners = {0, 2, 1, 3, 5, 4};
 constexpr int kPrismNodes = 6;
@@ -44,7 +44,7 @@ Id* fill_corners(const host::ElementBlock& block, Id* to) {
   return std::transform(from.begin(), from.end(), to, [](int node) { return static_cast<Id>(node - 1); });
 }
 
-// Fills the array of a Cells, of the given width.
+// Fills the connectivity of `Cells` with the given width.
 template <typename IdArray>
 void fill(std::vector<host::ElementBlock>& blocks, vtkIdType cells, vtkIdType corners, Cells& made) {
   using Id = typename IdArray::ValueType;

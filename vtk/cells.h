@@ -15,10 +15,9 @@ struct Cells {
   vtkSmartPointer<vtkUnsignedCharArray> types;  // VTK cell types, one per cell
 };
 
-// The cells in the order of the blocks, with the corners in VTK's order: that of the host but for prisms,
-// whose triangles turn the other way round in VTK. Point numbers are 32 bits wide unless the connectivity is
-// longer than that. Each block is released when its cells are made, so that both forms of a large part are
-// never there at once.
+// The cells in the order of the blocks, with their nodes in VTK's order: that of the host except for prisms,
+// whose triangles have the opposite orientation in VTK. Connectivity is stored in 32 bits unless it is too
+// long. Each block is released once its cells are made, so that a large part is never held in both forms.
 Cells make_cells(std::vector<host::ElementBlock> blocks);
 
 }  // namespace vtkdata

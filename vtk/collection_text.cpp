@@ -30,7 +30,7 @@ std::string escaped(std::string_view text) {
   return result;
 }
 
-// The shortest text that reads back as the same number.
+// The shortest text that converts back to the same number.
 std::string number_text(float number) {
   std::array<char, 32> text{};
   const auto end = std::to_chars(text.data(), text.data() + text.size(), number).ptr;

@@ -1,4 +1,4 @@
-// The small XML files of a converted series: the composite dataset of a step (.vtm), which names the files of
+// The index files of a converted series: the composite dataset of a step (.vtm), which refers to the files of
 // its parts, and the collection of the steps (.pvd).
 #pragma once
 
@@ -11,8 +11,8 @@
 
 namespace vtkdata {
 
-// The text of a .vtm file with the hierarchy of `tree`. `name_of` gives a part's name, `file_of` its file,
-// relative to the .vtm file.
+// The text of a .vtm file with the hierarchy of `tree`. `name_of` returns the name of a part, `file_of` its
+// file relative to the .vtm file.
 std::string composite_text(const std::vector<host::PartFolder>& tree,
                            const std::function<std::string(int part)>& name_of,
                            const std::function<std::string(int part)>& file_of);

@@ -13,10 +13,9 @@ namespace vtkdata {
 
 namespace {
 
-// VTK's reader hands the file to its XML parser in blocks of 4,096 bytes, and stops when the parser has told
-// it of the appended data. Parsers that put off what looks incomplete (Expat since 2.6, and where its
-// security fixes went) tell it a block late. So that this block is no data yet, blanks stand in front of the
-// data, where VTK skips them.
+// VTK's reader passes the file to its XML parser in blocks of 4,096 bytes until the parser reports the
+// appended data. Parsers that defer incomplete tokens (Expat since 2.6, and older versions with its security
+// fixes) report it one block late. Blanks before the data, which VTK skips, keep that block free of data.
 constexpr std::size_t kParserBlock = 4096;
 constexpr std::size_t kBlanks = 2 * kParserBlock;
 
@@ -26,7 +25,7 @@ class Writer : public vtkXMLUnstructuredGridWriter {
   vtkTypeMacro(Writer, vtkXMLUnstructuredGridWriter);
 
  protected:
-  // Has written everything up to the underscore that the data follow.
+  // Everything up to the underscore before the data has been written.
   int WriteHeader() override {
     if (Superclass::WriteHeader() == 0) return 0;
     Stream->seekp(AppendedDataPosition - 1);
@@ -52,7 +51,7 @@ void set_compression(vtkXMLWriter& writer, Compression compression) {
   }
 }
 
-// Whether VTK's writer came to the end: it does not notice when the last block cannot be written.
+// Whether the file is complete: VTK's writer does not notice if the last block cannot be written.
 bool is_complete(const std::filesystem::path& path) {
   constexpr std::string_view kEnd = "</VTKFile>\n";
   std::array<char, kEnd.size()> end{};

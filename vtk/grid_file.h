@@ -1,4 +1,4 @@
-// Grids as XML files (.vtu) of raw appended data.
+// Writes grids as XML files (.vtu) with raw appended data.
 #pragma once
 
 #include <filesystem>
@@ -8,8 +8,8 @@ namespace vtkdata {
 
 enum class Compression { none, lz4, zlib };
 
-// Writes the grid with 64-bit headers, so that every VTK reads it, whichever XML parser it was built with.
-// Whether all of it was written.
+// Writes the grid with 64-bit headers, in a form that every VTK can read, whichever XML parser it uses.
+// Returns whether all of it was written.
 bool write_grid(const std::filesystem::path& path, vtkUnstructuredGrid* grid,
                 Compression compression = Compression::none);
 

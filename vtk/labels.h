@@ -8,7 +8,7 @@
 
 namespace vtkdata {
 
-// A field array "Labels" with an entry "name: label" for each variable that has a label.
+// A field array "Labels" with an entry "name: label" per variable that has a label.
 vtkSmartPointer<vtkStringArray> make_labels(host::Session& session);
 
 }  // namespace vtkdata

@@ -1,4 +1,4 @@
-// A part as a VTK grid.
+// A part as an unstructured grid.
 #pragma once
 
 #include <vtkPoints.h>
@@ -12,14 +12,14 @@
 
 namespace vtkdata {
 
-// A grid that shares these points and cells, which may be those of another step.
+// A grid that shares these points and cells, possibly of another step.
 vtkSmartPointer<vtkUnstructuredGrid> make_grid(vtkPoints* points, const Cells& cells);
 
 // The part's points and cells at the session's step.
 vtkSmartPointer<vtkUnstructuredGrid> make_part_grid(host::Session& session, int part,
                                                     Precision precision = Precision::single_width);
 
-// Adds the values of a variable (make_values) as point or cell data. Whether there were any.
+// Adds the values of a variable (make_values) as point or cell data. Returns whether there are any.
 bool add_values(vtkUnstructuredGrid* grid, host::Session& session, int variable, int part,
                 const std::string& name, Precision precision = Precision::single_width);
 

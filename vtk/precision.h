@@ -1,5 +1,4 @@
-// The width of the real numbers in VTK arrays. A reader hands out single precision; double is for programs
-// that want nothing else.
+// The precision of VTK arrays. A reader delivers single precision; double is for programs that require it.
 #pragma once
 
 namespace vtkdata {

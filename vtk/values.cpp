@@ -24,7 +24,7 @@ void fill_component(std::span<const float> values, std::size_t components, Real*
   }
 }
 
-// Null when the variable has no values here.
+// Null if the variable has no values here.
 template <typename Array>
 vtkSmartPointer<vtkDataArray> make(host::Session& session, const host::Variable& variable, int part) {
   const int components = variable.components();

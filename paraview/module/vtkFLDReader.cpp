@@ -25,10 +25,9 @@
 namespace {
 
 constexpr char kMagic[] = "VTRL-FLD";
-constexpr std::size_t kMagicOffset = 4;  // behind the marker of the first record
+constexpr std::size_t kMagicOffset = 4;  // after the marker of the first record
 
-// The state of the names in `selection`, where new ones get the state that `is_on` gives, and old ones that
-// are not named any more go.
+// Updates `selection` to the names of `items`: known names keep their state, new ones get that of `is_on`.
 template <typename Items, typename IsOn>
 void offer(vtkDataArraySelection* selection, const Items& items, IsOn is_on) {
   vtkNew<vtkDataArraySelection> offered;
@@ -51,12 +50,12 @@ struct vtkFLDReader::State {
   vtkNew<vtkDataArraySelection> point_arrays;
   vtkNew<vtkDataArraySelection> cell_arrays;
 
-  // The dataset, open or failed to be, until something of the above changes that asks for another one.
+  // Whether the dataset was opened, or failed to open, with the settings above.
   bool is_current = false;
   std::optional<paraview::DatasetInfo> info;  // on all ranks, if it is open
   paraview::ShareStore store;
 
-  // On the reading rank.
+  // On the reading rank only.
   std::unique_ptr<paraview::DatasetSource> source;
   std::unique_ptr<paraview::StepReader> steps;
 
@@ -142,7 +141,7 @@ void vtkFLDReader::Refresh() {
   Modified();
 }
 
-// The three selections look alike from outside.
+// The accessors of the three selections.
 #define FLD_SELECTION(Kind, member)                                            \
   int vtkFLDReader::GetNumberOf##Kind##Arrays() {                              \
     return State_->member->GetNumberOfArrays();                                \
@@ -165,7 +164,7 @@ FLD_SELECTION(Point, point_arrays)
 FLD_SELECTION(Cell, cell_arrays)
 #undef FLD_SELECTION
 
-// Opens the dataset on the reading rank and returns the message of what went wrong, or nothing.
+// Opens the dataset on the reading rank and returns the error message, if any.
 std::string vtkFLDReader::OpenOnReadingRank() {
   State& state = *State_;
   if (state.file_names.empty()) return "no file name is set";
@@ -262,7 +261,7 @@ int vtkFLDReader::RequestData(vtkInformation* /*request*/, vtkInformationVector*
                               vtkInformationVector* outputs) {
   using Pipeline = vtkStreamingDemandDrivenPipeline;
   if (!OpenDataset()) return 0;
-  // Not by its function, which would have the pipeline ask once more.
+  // The setter would mark this reader as modified and trigger another request.
   AbortExecute = 0;
   vtkInformation* information = outputs->GetInformationObject(0);
   const auto number = [&](vtkInformationIntegerKey* key, int missing) {
@@ -288,7 +287,7 @@ bool vtkFLDReader::ReadStep(int step, int piece, int pieces) {
     return follow_transfer(state.controller, state.store, *state.info) != paraview::Ending::failed;
   }
   const paraview::Choice choice{
-      // A part that only a later step has is not in the selection.
+      // Parts that only later steps have are not in the selection.
       [&](const paraview::PartInfo& part) {
         const char* name = part.name.c_str();
         return state.parts->ArrayExists(name) != 0 ? state.parts->ArrayIsEnabled(name) != 0

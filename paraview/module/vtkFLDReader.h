@@ -1,8 +1,8 @@
-// FLD datasets in VTK's pipeline.
+// The source of FLD datasets in VTK's pipeline.
 //
-// The output is a collection with one partitioned data set per part that is switched on, with the hierarchy
-// of the parts as its assembly. In a process group rank 0 alone reads, and each rank gets a stretch of every
-// part's cells; in a process of its own the reader gives the piece that is asked for.
+// The output is a collection with one partitioned data set per enabled part, and the hierarchy of the parts
+// as its assembly. With several processes only rank 0 reads, and each rank gets a range of the cells of every
+// part; a single process delivers the requested piece.
 #pragma once
 
 #include <memory>
@@ -21,25 +21,24 @@ class FLDREADERMODULE_EXPORT vtkFLDReader : public vtkPartitionedDataSetCollecti
   vtkFLDReader(const vtkFLDReader&) = delete;
   vtkFLDReader& operator=(const vtkFLDReader&) = delete;
 
-  // Any file of the dataset. Of several, which ParaView hands over when it groups numbered files, the first
-  // decides; a file that does not belong to its dataset is named in a warning, as far as the reader tells
-  // which files do.
+  // Any file of the dataset. Of several files, which ParaView passes when it groups numbered files, the first
+  // is used; a warning names files that do not belong to its dataset, if the reader tells which files do.
   void SetFileName(const char* name);
   void AddFileName(const char* name);
   void RemoveAllFileNames();
 
-  // Whether the file begins as an FLD file does: 1 or 0.
+  // Whether the file begins like an FLD file: 1 or 0.
   static int CanReadFile(const char* name);
 
-  // The reader library. Without one it is looked for beside this class's library and in the three folders
-  // above it, or where the environment variable FLD_PLUGIN says.
+  // The reader library. If empty, it is the value of FLD_PLUGIN, or the library is searched for in the folder
+  // of this class's library and the three folders above it.
   void SetReaderLibrary(const char* path);
 
   // The reader's options.
   void SetSimplifyReading(bool on);
   void SetGroupParts(bool on);
 
-  // Parts and variables, by name, and whether they are wanted. Known after UpdateInformation.
+  // Parts and variables by name, and whether they are enabled. Known after UpdateInformation.
   int GetNumberOfPartArrays();
   const char* GetPartArrayName(int index);
   int GetPartArrayStatus(const char* name);
@@ -53,10 +52,10 @@ class FLDREADERMODULE_EXPORT vtkFLDReader : public vtkPartitionedDataSetCollecti
   int GetCellArrayStatus(const char* name);
   void SetCellArrayStatus(const char* name, int status);
 
-  // The process group; at first the global one. Null for a reader of this process alone.
+  // The process group, by default the global one. Null for a reader in this process only.
   void SetController(vtkMultiProcessController* controller);
 
-  // Opens the dataset anew at the next update.
+  // Reopens the dataset at the next update.
   void Refresh();
 
  protected:
