@@ -24,7 +24,7 @@ Dataset::Dataset(const std::string& file, bool simplify, bool groups, const std:
     host::SessionOptions options;
     options.toggles = {{host::kSimplifyToggle, simplify}, {host::kGroupsToggle, groups}};
     options.capture_diagnostics = true;
-    options.recover_from_aborts = true;
+    options.recover_from_assertions = true;
     session_ = std::make_unique<host::Session>(*library_, options);
     session_->open(file);
   } catch (const host::Error& error) {
