@@ -101,6 +101,16 @@ void check_files(const std::vector<std::string>& files, const CheckOptions& opti
   }
 }
 
+std::string first_broken_file(const std::string& file, const Progress& progress) {
+  std::vector<SeriesFile> series = find_series(file);
+  if (series.empty()) series.push_back({file});
+  for (std::size_t i = 0; i < series.size(); ++i) {
+    const FileReport report = check_file(series[i].path, {.limit = 0, .progress = progress}, i == 0, {});
+    if (!report.reason.empty() || report.findings.count(Severity::error) > 0) return series[i].path;
+  }
+  return "";
+}
+
 FileReport check_bytes(ByteSource& source, const CheckOptions& options) {
   FileReport report("", options.limit);
   check_source(source, options, true, {}, report);

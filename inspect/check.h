@@ -39,6 +39,10 @@ struct FileReport {
 void check_files(const std::vector<std::string>& files, const CheckOptions& options,
                  const std::function<void(const FileReport&)>& tell);
 
+// The first file of the dataset, in the order of its series, that cannot be read or has an error in its
+// structure: most likely the one at which a reader that opens the dataset fails. Empty if there is none.
+std::string first_broken_file(const std::string& file, const Progress& progress = {});
+
 // Checks bytes in memory as a dataset of one file.
 FileReport check_bytes(ByteSource& source, const CheckOptions& options);
 

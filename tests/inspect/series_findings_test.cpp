@@ -45,6 +45,25 @@ TEST(Series, NamesWithACycle) {
   EXPECT_FALSE(inspect::has_cycle("folder_3/case.fld"));
 }
 
+TEST(Series, TheFirstBrokenFile) {
+  const SeriesFiles files;
+  files.add("case_10.fld", small_file_at(10, 1.0));
+  testkit::File without_mesh = small_file_at(20, 2.0);
+  without_mesh.region_sets.front().remove("LS_Nodes");
+  files.add("case_20.fld", without_mesh);
+  const std::string given = files.path("case_20.fld");
+  EXPECT_EQ(inspect::first_broken_file(given), "");
+
+  const Written last = files.add("case_30.fld", small_file_at(30, 3.0));
+  testkit::write_bytes(files.path("case_30.fld"), last.bytes.substr(0, 500));
+  EXPECT_EQ(inspect::first_broken_file(given), files.path("case_30.fld"));
+
+  // The first file of a dataset needs a mesh.
+  std::filesystem::remove(files.path("case_10.fld"));
+  EXPECT_EQ(inspect::first_broken_file(files.path("case_30.fld")), given);
+  EXPECT_EQ(inspect::first_broken_file(files.path("none.fld")), files.path("none.fld"));
+}
+
 TEST(SeriesFindings, AllFilesAreCheckedOnce) {
   const SeriesFiles files;
   files.add("case_10.fld", small_file_at(10, 1.0));
