@@ -24,8 +24,8 @@ class GuardedReader {
 
   const EntryPoints& entry_points() const { return *entry_points_; }
 
-  // From now on a failed assertion of the reader is an Error too, if diagnostics are captured. After one,
-  // every other call is refused with an Error.
+  // From now on a failed assertion of the reader is an Error too, if diagnostics are captured. After it,
+  // every further call is refused with an Error.
   void recover_from_assertions() { recovers_ = capture_.has_value(); }
   bool has_aborted() const { return has_aborted_; }
 

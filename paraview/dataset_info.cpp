@@ -6,7 +6,6 @@
 
 #include "host/display_names.h"
 #include "host/text_encoding.h"
-#include "paraview/messages.h"
 #include "vtk/labels.h"
 
 namespace paraview {
@@ -59,48 +58,40 @@ DatasetInfo ask_dataset_info(host::Session& session) {
   return info;
 }
 
-void put_parts(MessageWriter& message, const std::vector<PartInfo>& parts) {
-  put_all(message, parts, [&](const PartInfo& part) {
-    message.put(std::int64_t{part.number});
-    message.put(part.name);
-    message.put(std::int64_t{part.is_whole_mesh});
+void put(vtkMultiProcessStream& stream, const std::vector<PartInfo>& parts) {
+  put_all(stream, parts,
+          [&](const PartInfo& part) { stream << part.number << part.name << part.is_whole_mesh; });
+}
+
+std::vector<PartInfo> take_parts(vtkMultiProcessStream& stream) {
+  return take_all(stream, [&] {
+    PartInfo part;
+    stream >> part.number >> part.name >> part.is_whole_mesh;
+    return part;
   });
 }
 
-std::vector<PartInfo> take_parts(MessageReader& message) {
-  // The members of a braced list are taken in their order.
-  return take_all<PartInfo>(message, [&] {
-    return PartInfo{static_cast<int>(message.number()), message.text(), message.number() != 0};
+void put(vtkMultiProcessStream& stream, const DatasetInfo& info) {
+  put(stream, info.parts);
+  put_all(stream, info.variables, [&](const VariableInfo& variable) {
+    stream << variable.number << variable.name << variable.unit << variable.is_per_cell;
   });
+  put_all(stream, info.times, [&](double time) { stream << time; });
+  stream << info.times_are_numbers;
+  put_all(stream, info.labels, [&](const std::string& label) { stream << label; });
 }
 
-std::string to_bytes(const DatasetInfo& info) {
-  MessageWriter message;
-  put_parts(message, info.parts);
-  put_all(message, info.variables, [&](const VariableInfo& variable) {
-    message.put(std::int64_t{variable.number});
-    message.put(variable.name);
-    message.put(variable.unit);
-    message.put(std::int64_t{variable.is_per_cell});
-  });
-  put_all(message, info.times, [&](double time) { message.put(time); });
-  message.put(std::int64_t{info.times_are_numbers});
-  put_all(message, info.labels, [&](const std::string& label) { message.put(label); });
-  return message.bytes();
-}
-
-DatasetInfo dataset_info_from(std::string_view bytes) {
-  MessageReader message(bytes);
+DatasetInfo take_dataset_info(vtkMultiProcessStream& stream) {
   DatasetInfo info;
-  info.parts = take_parts(message);
-  // The members of a braced list are taken in their order.
-  info.variables = take_all<VariableInfo>(message, [&] {
-    return VariableInfo{static_cast<int>(message.number()), message.text(), message.text(),
-                        message.number() != 0};
+  info.parts = take_parts(stream);
+  info.variables = take_all(stream, [&] {
+    VariableInfo variable;
+    stream >> variable.number >> variable.name >> variable.unit >> variable.is_per_cell;
+    return variable;
   });
-  info.times = take_all<double>(message, [&] { return message.real(); });
-  info.times_are_numbers = message.number() != 0;
-  info.labels = take_all<std::string>(message, [&] { return message.text(); });
+  info.times = take_all(stream, [&] { return take<double>(stream); });
+  stream >> info.times_are_numbers;
+  info.labels = take_all(stream, [&] { return take<std::string>(stream); });
   return info;
 }
 

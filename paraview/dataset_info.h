@@ -2,11 +2,10 @@
 #pragma once
 
 #include <string>
-#include <string_view>
 #include <vector>
+#include <vtkMultiProcessStream.h>
 
 #include "host/session.h"
-#include "paraview/messages.h"
 
 namespace paraview {
 
@@ -38,9 +37,30 @@ struct DatasetInfo {
 DatasetInfo ask_dataset_info(host::Session& session);
 std::vector<PartInfo> ask_parts(const host::Session& session);
 
-void put_parts(MessageWriter& message, const std::vector<PartInfo>& parts);
-std::vector<PartInfo> take_parts(MessageReader& message);
-std::string to_bytes(const DatasetInfo& info);
-DatasetInfo dataset_info_from(std::string_view bytes);
+void put(vtkMultiProcessStream& stream, const DatasetInfo& info);
+DatasetInfo take_dataset_info(vtkMultiProcessStream& stream);
+void put(vtkMultiProcessStream& stream, const std::vector<PartInfo>& parts);
+std::vector<PartInfo> take_parts(vtkMultiProcessStream& stream);
+
+// A value of a type that streams know.
+template <typename Value>
+Value take(vtkMultiProcessStream& stream) {
+  Value value{};
+  stream >> value;
+  return value;
+}
+
+// A list: the number of its items, then each as `put_item(item)` writes and `take_item()` reads it.
+template <typename Item, typename PutItem>
+void put_all(vtkMultiProcessStream& stream, const std::vector<Item>& items, PutItem put_item) {
+  stream << static_cast<int>(items.size());
+  for (const Item& item : items) put_item(item);
+}
+template <typename TakeItem>
+auto take_all(vtkMultiProcessStream& stream, TakeItem take_item) {
+  std::vector<decltype(take_item())> items;
+  for (int left = take<int>(stream); left > 0; --left) items.push_back(take_item());
+  return items;
+}
 
 }  // namespace paraview

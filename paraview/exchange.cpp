@@ -14,27 +14,31 @@ constexpr int kTag = 7304;
 constexpr int kReader = 0;  // the rank that reads
 
 // The kinds of messages.
-enum class Kind : std::int64_t { plan, cells, points, values, discard, end };
+enum class Kind { plan, cells, points, values, discard, end };
 
-// The fixed-size beginning of every message.
+// The beginning of every message; arrays follow by themselves.
 struct Header {
   Kind kind = Kind::end;
-  std::int64_t part = 0;
-  std::int64_t variable = 0;
-  std::int64_t count = 0;    // bytes, cells, points or tuples
-  std::int64_t corners = 0;  // of all cells
-  std::int64_t width = 0;    // components; 0 for no values
+  int part = 0;
+  int variable = 0;
+  vtkTypeInt64 count = 0;    // cells, points or tuples
+  vtkTypeInt64 corners = 0;  // of all cells
+  int width = 0;             // components; 0 for no values
   Ending ending = Ending::complete;
-
-  using Numbers = std::array<std::int64_t, 7>;
-  Numbers numbers() const {
-    return {static_cast<std::int64_t>(kind),  part, variable, count, corners, width,
-            static_cast<std::int64_t>(ending)};
-  }
-  static Header from(const Numbers& n) {
-    return {static_cast<Kind>(n[0]), n[1], n[2], n[3], n[4], n[5], static_cast<Ending>(n[6])};
-  }
 };
+
+void put(vtkMultiProcessStream& stream, const Header& header) {
+  stream << static_cast<int>(header.kind) << header.part << header.variable << header.count << header.corners
+         << header.width << static_cast<int>(header.ending);
+}
+
+Header take_header(vtkMultiProcessStream& stream) {
+  Header header;
+  header.kind = static_cast<Kind>(take<int>(stream));
+  stream >> header.part >> header.variable >> header.count >> header.corners >> header.width;
+  header.ending = static_cast<Ending>(take<int>(stream));
+  return header;
+}
 
 template <typename Value>
 void send(vtkMultiProcessController* controller, const Value* values, std::int64_t count, int rank) {
@@ -47,14 +51,9 @@ void receive(vtkMultiProcessController* controller, Value* values, std::int64_t 
 }
 
 void send_header(vtkMultiProcessController* controller, const Header& header, int rank) {
-  const Header::Numbers numbers = header.numbers();
-  send(controller, numbers.data(), std::int64_t{numbers.size()}, rank);
-}
-
-Header receive_header(vtkMultiProcessController* controller) {
-  Header::Numbers numbers{};
-  receive(controller, numbers.data(), std::int64_t{numbers.size()});
-  return Header::from(numbers);
+  vtkMultiProcessStream stream;
+  put(stream, header);
+  controller->Send(stream, rank, kTag);
 }
 
 vtkdata::Cells receive_cells(vtkMultiProcessController* controller, const Header& header) {
@@ -83,7 +82,7 @@ vtkSmartPointer<vtkDataArray> receive_values(vtkMultiProcessController* controll
                                              const DatasetInfo& info) {
   if (header.width == 0) return nullptr;
   auto values = vtkSmartPointer<vtkFloatArray>::New();
-  values->SetNumberOfComponents(static_cast<int>(header.width));
+  values->SetNumberOfComponents(header.width);
   values->SetNumberOfTuples(header.count);
   receive(controller, values->GetPointer(0), header.count * header.width);
   for (const VariableInfo& variable : info.variables) {
@@ -104,11 +103,10 @@ Outlet::Outlet(ShareStore& own, vtkMultiProcessController* controller, int piece
 void Outlet::plan(const StepPlan& plan) {
   own_.follow(plan);
   if (ranks_ == 1) return;
-  const std::string bytes = to_bytes(plan);
-  for (int rank = 1; rank < ranks_; ++rank) {
-    send_header(controller_, {.kind = Kind::plan, .count = static_cast<std::int64_t>(bytes.size())}, rank);
-    send(controller_, bytes.data(), static_cast<std::int64_t>(bytes.size()), rank);
-  }
+  vtkMultiProcessStream stream;
+  put(stream, Header{.kind = Kind::plan});
+  put(stream, plan);
+  for (int rank = 1; rank < ranks_; ++rank) controller_->Send(stream, rank, kTag);
 }
 
 void Outlet::cells(int share, int part, const vtkdata::Cells& cells) {
@@ -158,26 +156,24 @@ void Outlet::end(Ending ending) {
 
 Ending follow_transfer(vtkMultiProcessController* controller, ShareStore& store, const DatasetInfo& info) {
   while (true) {
-    const Header header = receive_header(controller);
-    const auto part = static_cast<int>(header.part);
+    vtkMultiProcessStream stream;
+    controller->Receive(stream, kReader, kTag);
+    const Header header = take_header(stream);
     switch (header.kind) {
-      case Kind::plan: {
-        std::string bytes(static_cast<std::size_t>(header.count), '\0');
-        receive(controller, bytes.data(), header.count);
-        store.follow(step_plan_from(bytes));
+      case Kind::plan:
+        store.follow(take_step_plan(stream));
         break;
-      }
       case Kind::cells:
-        store.set_cells(part, receive_cells(controller, header));
+        store.set_cells(header.part, receive_cells(controller, header));
         break;
       case Kind::points:
-        store.set_points(part, receive_points(controller, header));
+        store.set_points(header.part, receive_points(controller, header));
         break;
       case Kind::values:
-        store.set_values(part, static_cast<int>(header.variable), receive_values(controller, header, info));
+        store.set_values(header.part, header.variable, receive_values(controller, header, info));
         break;
       case Kind::discard:
-        store.discard(part);
+        store.discard(header.part);
         break;
       case Kind::end:
         if (header.ending == Ending::failed) store.clear();
@@ -186,12 +182,8 @@ Ending follow_transfer(vtkMultiProcessController* controller, ShareStore& store,
   }
 }
 
-void broadcast(vtkMultiProcessController* controller, std::string& text) {
-  if (controller == nullptr || controller->GetNumberOfProcesses() == 1) return;
-  auto size = static_cast<std::int64_t>(text.size());
-  controller->Broadcast(&size, 1, kReader);
-  text.resize(static_cast<std::size_t>(size));
-  if (size > 0) controller->Broadcast(text.data(), static_cast<vtkIdType>(size), kReader);
+void broadcast(vtkMultiProcessController* controller, vtkMultiProcessStream& stream) {
+  if (controller != nullptr && controller->GetNumberOfProcesses() > 1) controller->Broadcast(stream, kReader);
 }
 
 void set_identity(vtkDataArray* values, const VariableInfo& variable) {

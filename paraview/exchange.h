@@ -4,10 +4,8 @@
 // rank calls follow_transfer(). A transfer begins with a plan and ends with an Ending.
 #pragma once
 
-#include <array>
-#include <cstdint>
-#include <string>
 #include <vtkMultiProcessController.h>
+#include <vtkMultiProcessStream.h>
 
 #include "paraview/share.h"
 #include "paraview/share_store.h"
@@ -50,8 +48,8 @@ class Outlet {
 // Receives a transfer on a rank other than 0. `info` names the variables.
 Ending follow_transfer(vtkMultiProcessController* controller, ShareStore& store, const DatasetInfo& info);
 
-// Brings rank 0's text to all ranks; nothing to do for a single one.
-void broadcast(vtkMultiProcessController* controller, std::string& text);
+// Sends the stream of rank 0 to all ranks, if there are several.
+void broadcast(vtkMultiProcessController* controller, vtkMultiProcessStream& stream);
 
 // Sets the variable's name and unit on an array.
 void set_identity(vtkDataArray* values, const VariableInfo& variable);

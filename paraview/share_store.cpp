@@ -21,20 +21,20 @@ namespace {
 constexpr char kLabel[] = "label";
 constexpr char kRootName[] = "Parts";
 
-void put_folders(MessageWriter& message, const std::vector<host::PartFolder>& folders) {
-  put_all(message, folders, [&](const host::PartFolder& folder) {
-    message.put(folder.name);
-    put_all(message, folder.parts, [&](int part) { message.put(std::int64_t{part}); });
-    put_folders(message, folder.folders);
+void put(vtkMultiProcessStream& stream, const std::vector<host::PartFolder>& folders) {
+  put_all(stream, folders, [&](const host::PartFolder& folder) {
+    stream << folder.name;
+    put_all(stream, folder.parts, [&](int part) { stream << part; });
+    put(stream, folder.folders);
   });
 }
 
-std::vector<host::PartFolder> take_folders(MessageReader& message) {
-  return take_all<host::PartFolder>(message, [&] {
+std::vector<host::PartFolder> take_folders(vtkMultiProcessStream& stream) {
+  return take_all(stream, [&] {
     host::PartFolder folder;
-    folder.name = message.text();
-    folder.parts = take_all<int>(message, [&] { return static_cast<int>(message.number()); });
-    folder.folders = take_folders(message);
+    stream >> folder.name;
+    folder.parts = take_all(stream, [&] { return take<int>(stream); });
+    folder.folders = take_folders(stream);
     return folder;
   });
 }
@@ -78,22 +78,19 @@ void add_folders(vtkDataAssembly* assembly, int parent, const std::vector<host::
 
 }  // namespace
 
-std::string to_bytes(const StepPlan& plan) {
-  MessageWriter message;
-  put_parts(message, plan.parts);
-  put_folders(message, plan.folders);
-  put_all(message, plan.variables, [&](int variable) { message.put(std::int64_t{variable}); });
-  message.put(std::int64_t{plan.is_other_step});
-  return message.bytes();
+void put(vtkMultiProcessStream& stream, const StepPlan& plan) {
+  put(stream, plan.parts);
+  put(stream, plan.folders);
+  put_all(stream, plan.variables, [&](int variable) { stream << variable; });
+  stream << plan.is_other_step;
 }
 
-StepPlan step_plan_from(std::string_view bytes) {
-  MessageReader message(bytes);
+StepPlan take_step_plan(vtkMultiProcessStream& stream) {
   StepPlan plan;
-  plan.parts = take_parts(message);
-  plan.folders = take_folders(message);
-  plan.variables = take_all<int>(message, [&] { return static_cast<int>(message.number()); });
-  plan.is_other_step = message.number() != 0;
+  plan.parts = take_parts(stream);
+  plan.folders = take_folders(stream);
+  plan.variables = take_all(stream, [&] { return take<int>(stream); });
+  stream >> plan.is_other_step;
   return plan;
 }
 

@@ -24,8 +24,8 @@ struct StepPlan {
   bool is_other_step = false;  // whether values of the previous step are invalid
 };
 
-std::string to_bytes(const StepPlan& plan);
-StepPlan step_plan_from(std::string_view bytes);
+void put(vtkMultiProcessStream& stream, const StepPlan& plan);
+StepPlan take_step_plan(vtkMultiProcessStream& stream);
 
 class ShareStore {
  public:

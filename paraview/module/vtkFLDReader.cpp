@@ -188,14 +188,17 @@ bool vtkFLDReader::OpenDataset() {
   state.forget_dataset();
   state.is_current = true;
   std::string message;
-  std::string bytes;
+  vtkMultiProcessStream stream;
   if (state.is_reading_rank()) {
     message = OpenOnReadingRank();
     state.is_current = true;
-    if (state.info) bytes = to_bytes(*state.info);
+    stream << state.info.has_value();
+    if (state.info) paraview::put(stream, *state.info);
   }
-  paraview::broadcast(state.controller, bytes);
-  if (!bytes.empty() && !state.info) state.info = paraview::dataset_info_from(bytes);
+  paraview::broadcast(state.controller, stream);
+  if (!state.is_reading_rank() && paraview::take<bool>(stream)) {
+    state.info = paraview::take_dataset_info(stream);
+  }
   if (!message.empty()) vtkErrorMacro(<< message);
   if (!state.info) return false;
 
