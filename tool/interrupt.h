@@ -22,4 +22,15 @@ class Interrupted : public std::runtime_error {
 // For loops: throws Interrupted if a signal has come.
 void stop_if_interrupted();
 
+// As long as one exists, a signal ends the program at once, with the same line and status as Interrupted: for
+// calls of libraries that cannot be stopped, while no file is half written. One at a time.
+class ExitAtOnce {
+ public:
+  // Throws Interrupted if a signal has come.
+  ExitAtOnce();
+  ExitAtOnce(const ExitAtOnce&) = delete;
+  ExitAtOnce& operator=(const ExitAtOnce&) = delete;
+  ~ExitAtOnce();
+};
+
 }  // namespace tool

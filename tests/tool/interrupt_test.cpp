@@ -52,6 +52,40 @@ TEST(Interrupt, TheSecondSignalEndsTheProgram) {
       testing::KilledBySignal(SIGTERM), "");
 }
 
+TEST(Interrupt, EndsTheProgramWhereItCannotBeStopped) {
+  EXPECT_EXIT(
+      {
+        tool::catch_interrupts();
+        const tool::ExitAtOnce guard;
+        std::raise(SIGTERM);
+        std::exit(kGotPast);
+      },
+      testing::ExitedWithCode(130), "^fldtool: interrupted\n$");
+  EXPECT_EXIT(
+      {
+        tool::catch_interrupts();
+        { const tool::ExitAtOnce guard; }
+        std::raise(SIGINT);
+        std::exit(tool::interrupted() ? kGotPast : 1);
+      },
+      testing::ExitedWithCode(kGotPast), "");
+}
+
+TEST(Interrupt, DoesNotBeginWhatCannotBeStopped) {
+  EXPECT_EXIT(
+      {
+        tool::catch_interrupts();
+        std::raise(SIGINT);
+        try {
+          const tool::ExitAtOnce guard;
+        } catch (const tool::Interrupted&) {
+          std::exit(kGotPast);
+        }
+        std::exit(1);
+      },
+      testing::ExitedWithCode(kGotPast), "");
+}
+
 TEST(Interrupt, ASignalThatIsIgnoredStaysSo) {
   EXPECT_EXIT(
       {
