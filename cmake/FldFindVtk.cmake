@@ -1,5 +1,5 @@
 # Looks for VTK 9, first where CMake finds packages, then among the packages of ParaView, which carries its own, and for
-# the ways to OpenGL that pictures need. Sets FLD_HAS_VTK when VTK's data is there, and FLD_BUILD_VTK to OFF unless all
+# the ways to OpenGL and fonts that pictures need. Sets FLD_HAS_VTK when VTK's data is there, and FLD_BUILD_VTK to OFF unless all
 # that draws is there too.
 set(data COMPONENTS CommonCore CommonDataModel)
 set(drawing FiltersCore FiltersGeometry IOImage IOXML RenderingAnnotation RenderingCore RenderingFreeType RenderingOpenGL2)
@@ -18,13 +18,14 @@ set(FLD_HAS_VTK ON)
 
 find_package(OpenGL QUIET COMPONENTS EGL GLX)
 find_package(X11 QUIET)
+find_package(Fontconfig QUIET)
 set(missing "")
 foreach(component ${drawing})
   if(NOT TARGET VTK::${component})
     list(APPEND missing "VTK's ${component}")
   endif()
 endforeach()
-foreach(package OpenGL_EGL OpenGL_GLX X11)
+foreach(package OpenGL_EGL OpenGL_GLX X11 Fontconfig)
   if(NOT ${package}_FOUND)
     string(REPLACE "OpenGL_" "" name ${package})
     list(APPEND missing ${name})

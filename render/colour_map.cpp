@@ -13,11 +13,10 @@ constexpr int kColours = 256;
 
 struct ColourMap {
   std::string name;
-  std::vector<std::string> colours;  // at equal distances
+  std::vector<std::string> colours;  // evenly spaced
 };
 
-// viridis and inferno look equally bright in equal steps and stay so in grey; cool-warm is for values around
-// a middle.
+// viridis and inferno are perceptually uniform, also in greyscale; cool-warm is diverging.
 const std::vector<ColourMap>& colour_maps() {
   static const std::vector<ColourMap> kMaps = {
       {"viridis",
@@ -43,10 +42,10 @@ Colour parse_colour(std::string_view text) {
   if (text == "white") return {1, 1, 1};
   unsigned value = 0;
   constexpr std::size_t kLength = 7;
-  if (text.size() != kLength || text.front() != '#') throw std::invalid_argument("no colour");
+  if (text.size() != kLength || text.front() != '#') throw std::invalid_argument("not a colour");
   const auto parsed = std::from_chars(text.data() + 1, text.data() + kLength, value, 16);
   if (parsed.ec != std::errc() || parsed.ptr != text.data() + kLength)
-    throw std::invalid_argument("no colour");
+    throw std::invalid_argument("not a colour");
   const auto part = [value](unsigned shift) { return static_cast<double>(value >> shift & 0xFFU) / 255.0; };
   return {part(16), part(8), part(0)};
 }
@@ -65,17 +64,17 @@ vtkSmartPointer<vtkLookupTable> make_colour_map(std::string_view name, double lo
   for (const ColourMap& map : colour_maps()) {
     if (map.name == name) chosen = &map;
   }
-  vtkNew<vtkColorTransferFunction> between;
+  vtkNew<vtkColorTransferFunction> gradient;
   const auto last = static_cast<double>(chosen->colours.size() - 1);
   for (std::size_t i = 0; i < chosen->colours.size(); ++i) {
     const Colour colour = parse_colour(chosen->colours[i]);
-    between->AddRGBPoint(static_cast<double>(i) / last, colour[0], colour[1], colour[2]);
+    gradient->AddRGBPoint(static_cast<double>(i) / last, colour[0], colour[1], colour[2]);
   }
   auto table = vtkSmartPointer<vtkLookupTable>::New();
   table->SetNumberOfTableValues(kColours);
   for (int i = 0; i < kColours; ++i) {
     Colour colour{};
-    between->GetColor(static_cast<double>(i) / (kColours - 1), colour.data());
+    gradient->GetColor(static_cast<double>(i) / (kColours - 1), colour.data());
     table->SetTableValue(i, colour[0], colour[1], colour[2]);
   }
   table->SetRange(low, high);

@@ -25,7 +25,7 @@ EglContext::EglContext() {
                                               EGL_DEPTH_SIZE,
                                               24,
                                               EGL_NONE};
-  // VTK's shaders are of OpenGL 3.2.
+  // What VTK's shaders need.
   constexpr std::array<EGLint, 7> kVersion = {EGL_CONTEXT_MAJOR_VERSION,
                                               3,
                                               EGL_CONTEXT_MINOR_VERSION,

@@ -1,4 +1,4 @@
-// A current OpenGL context of Mesa's surfaceless platform: no display, no window, framebuffer objects alone.
+// An OpenGL context on Mesa's surfaceless platform: no display and no window, only framebuffer objects.
 #pragma once
 
 #include <EGL/egl.h>
@@ -7,7 +7,7 @@ namespace render {
 
 class EglContext {
  public:
-  // Throws std::runtime_error when there is none to be had.
+  // Makes the context current. Throws std::runtime_error when the machine cannot create one.
   EglContext();
   EglContext(const EglContext&) = delete;
   EglContext& operator=(const EglContext&) = delete;

@@ -1,5 +1,5 @@
-// Stands in front of GLEW's initialisation in an executable that exports it: without an X server the real one
-// ends with the error that there is no GLX display, when everything that VTK needs is loaded already.
+// Overrides glewInit in an executable that exports its symbols. Without an X server GLEW's own function loads
+// everything that VTK needs and then fails because there is no GLX display; that one error is ignored here.
 #include <dlfcn.h>
 
 extern "C" __attribute__((visibility("default"))) unsigned glewInit() {

@@ -25,7 +25,7 @@ class EglWindow : public OffscreenWindow {
     window_->SetOffScreenRendering(1);
     window_->SetShowWindow(false);
     window_->SetSize(width, height);
-    // Not OpenGLInitContext, which asks for a context of VTK's own making.
+    // Not OpenGLInitContext: the context exists already.
     window_->OpenGLInit();
   }
   EglWindow(const EglWindow&) = delete;
@@ -74,7 +74,7 @@ std::unique_ptr<OffscreenWindow> make_offscreen_window(int width, int height) {
   try {
     return std::make_unique<DisplayWindow>(width, height);
   } catch (const std::runtime_error& error) {
-    throw std::runtime_error("no way to draw: " + reasons + ", and " + error.what());
+    throw std::runtime_error("cannot render: " + reasons + ", and " + error.what());
   }
 }
 

@@ -11,16 +11,18 @@ namespace {
 
 constexpr int kChannels = 3;
 
-// One line of the picture from the kFiner lines that begin at `from`, each of `stride` bytes.
-void average_line(const unsigned char* from, std::size_t stride, int width, unsigned char* to) {
+// One row of the picture from kSupersampling rows of the window, the first at `from`, each of `stride` bytes.
+void average_row(const unsigned char* from, std::size_t stride, int width, unsigned char* to) {
   for (int x = 0; x < width; ++x) {
     for (int channel = 0; channel < kChannels; ++channel) {
       unsigned sum = 0;
-      for (std::size_t row = 0; row < kFiner; ++row) {
-        for (int column = 0; column < kFiner; ++column)
-          sum += from[row * stride + static_cast<std::size_t>((x * kFiner + column) * kChannels + channel)];
+      for (std::size_t row = 0; row < kSupersampling; ++row) {
+        for (int column = 0; column < kSupersampling; ++column)
+          sum += from[row * stride +
+                      static_cast<std::size_t>((x * kSupersampling + column) * kChannels + channel)];
       }
-      *to++ = static_cast<unsigned char>((sum + kFiner * kFiner / 2) / (kFiner * kFiner));
+      *to++ = static_cast<unsigned char>((sum + kSupersampling * kSupersampling / 2) /
+                                         (kSupersampling * kSupersampling));
     }
   }
 }
@@ -29,17 +31,17 @@ void average_line(const unsigned char* from, std::size_t stride, int width, unsi
 
 std::string take_picture(vtkRenderWindow& window) {
   const int* size = window.GetSize();
-  const int width = size[0] / kFiner;
-  const int height = size[1] / kFiner;
+  const int width = size[0] / kSupersampling;
+  const int height = size[1] / kSupersampling;
   vtkNew<vtkUnsignedCharArray> pixels;
-  window.GetPixelData(0, 0, width * kFiner - 1, height * kFiner - 1, 0, pixels);
+  window.GetPixelData(0, 0, width * kSupersampling - 1, height * kSupersampling - 1, 0, pixels);
   vtkNew<vtkImageData> image;
   image->SetDimensions(width, height, 1);
   image->AllocateScalars(VTK_UNSIGNED_CHAR, kChannels);
-  const auto stride = static_cast<std::size_t>(width) * kFiner * kChannels;
+  const auto stride = static_cast<std::size_t>(width) * kSupersampling * kChannels;
   for (int y = 0; y < height; ++y) {
-    average_line(pixels->GetPointer(0) + static_cast<std::size_t>(y * kFiner) * stride, stride, width,
-                 static_cast<unsigned char*>(image->GetScalarPointer(0, y, 0)));
+    average_row(pixels->GetPointer(0) + static_cast<std::size_t>(y * kSupersampling) * stride, stride, width,
+                static_cast<unsigned char*>(image->GetScalarPointer(0, y, 0)));
   }
   vtkNew<vtkPNGWriter> writer;
   writer->SetInputData(image);

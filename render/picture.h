@@ -1,4 +1,4 @@
-// From what a window has drawn to a PNG file.
+// A window's contents as a PNG file.
 #pragma once
 
 #include <string>
@@ -6,11 +6,10 @@
 
 namespace render {
 
-// A window is this many times as wide and high as the picture made of it, so that edges and texts come out
-// smooth.
-inline constexpr int kFiner = 2;
+// Antialiasing: a window has this many times the width and height of its picture.
+inline constexpr int kSupersampling = 2;
 
-// The bytes of a PNG file with the window's contents, kFiner x kFiner pixels averaged into one.
+// The window's contents, averaged over kSupersampling x kSupersampling pixels, as the bytes of a PNG file.
 std::string take_picture(vtkRenderWindow& window);
 
 }  // namespace render

@@ -1,35 +1,33 @@
-// What a picture shows: the outer faces of parts, coloured by a scalar, with a colour bar, a title and axes.
+// Pictures of parts: their outer faces, coloured by a scalar, with a legend, a title and axes.
 #pragma once
 
+#include <array>
 #include <memory>
 #include <optional>
 #include <string>
 #include <vector>
-#include <vtkDataArray.h>
 #include <vtkPolyData.h>
 #include <vtkSmartPointer.h>
-#include <vtkUnstructuredGrid.h>
 
+#include "render/camera.h"
 #include "render/colour_map.h"
+#include "render/faces.h"
 #include "render/view.h"
 
 namespace render {
 
-// A part to be shown: its outer faces, with the scalars for its colours if it has any.
+// A part to be shown. Its faces (outer_faces) have scalars if they are to be coloured by values.
 struct ShownPart {
   vtkSmartPointer<vtkPolyData> faces;
   bool is_faint = false;  // grey and translucent
 };
-
-// The outer faces of a grid. `scalars`, of one component, may be null; there is one per cell or one per
-// point.
-vtkSmartPointer<vtkPolyData> outer_faces(vtkUnstructuredGrid* grid, vtkDataArray* scalars, bool per_cell);
 
 struct ColourScale {
   std::string map;  // one of colour_map_names()
   double low = 0;
   double high = 1;
   std::string title;  // UTF-8
+  std::string note;   // UTF-8; in place of the legend when no value is drawn; may be empty
 };
 
 struct SceneOptions {
@@ -37,27 +35,35 @@ struct SceneOptions {
   int height = 900;
   Colour background = {1, 1, 1};
   View view = parse_view("iso");
+  std::optional<Extent> extent;      // what the picture has room for; none: the parts
   bool mesh_edges = false;           // draw the elements' edges
   std::optional<ColourScale> scale;  // none: each part has a colour of its own
-  std::string title;                 // UTF-8; may be empty
-  std::string font;                  // file of the font for the texts; empty: VTK's own
+  std::array<std::string, 3> axes = {"x", "y", "z"};
+  std::string title;  // UTF-8; may be empty
+  std::string font;   // file of the font for all texts; empty: VTK's own
 };
 
-// Draws pictures of one size, one after the other, in a window of its own.
-class Studio {
+// Draws pictures of one size, one after the other, off screen.
+class SceneRenderer {
  public:
-  // Throws std::runtime_error when there is no way to draw on this machine.
-  Studio(int width, int height);
-  Studio(const Studio&) = delete;
-  Studio& operator=(const Studio&) = delete;
-  ~Studio();
+  // Throws std::runtime_error when this machine cannot render.
+  SceneRenderer(int width, int height);
+  SceneRenderer(const SceneRenderer&) = delete;
+  SceneRenderer& operator=(const SceneRenderer&) = delete;
+  ~SceneRenderer();
 
-  // The picture as the bytes of a PNG file. `options` have the size of the studio.
+  // The picture as the bytes of a PNG file. `options` have the size that the constructor was given.
+  //
+  // Faces are shaded by their angle to the view: those with values lose at most kLargestShade of the
+  // brightness of their colours. Where faces coincide, those with values cover those without, and parts cover
+  // the parts behind them in the list.
   std::string draw(const std::vector<ShownPart>& parts, const SceneOptions& options);
 
  private:
   struct Window;
   std::unique_ptr<Window> window_;
 };
+
+inline constexpr double kLargestShade = 0.2;
 
 }  // namespace render

@@ -1,4 +1,4 @@
-// From where a picture is taken.
+// The direction that a picture is taken from.
 #pragma once
 
 #include <array>
@@ -8,14 +8,18 @@ namespace render {
 
 using Direction = std::array<double, 3>;
 
+// Two unit vectors at right angles.
 struct View {
-  Direction from{};  // from the middle of what is shown towards the eye; of length 1
-  Direction up{};    // what points upwards in the picture
+  Direction from{};  // from the parts to the eye
+  Direction up{};    // upwards in the picture
 };
 
-// "iso", the side that is looked at ("+x", "-x", "+y", "-y", "+z", "-z"), or "AZIMUTH,ELEVATION" of the eye
-// in degrees: the angle from +x towards +y and the angle above the xy plane. Throws std::invalid_argument for
-// anything else.
+// To the right in the picture.
+Direction right_of(const View& view);
+
+// "iso", the side that is seen ("+x", "-x", "+y", "-y", "+z", "-z"), or the eye's "AZIMUTH,ELEVATION" in
+// degrees: the angle from +x towards +y, and the angle above the xy plane, from -90 to 90. Throws
+// std::invalid_argument for anything else.
 View parse_view(std::string_view text);
 
 // The two numbers of "A,B". Throws std::invalid_argument for anything else.

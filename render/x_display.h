@@ -1,10 +1,9 @@
-// Whether VTK's ordinary windows would work here.
+// Whether VTK can render on the X display.
 #pragma once
 
 namespace render {
 
-// Throws std::runtime_error that says why no window with OpenGL can be made on the display that DISPLAY
-// names.
+// Throws std::runtime_error with the reason when the display that DISPLAY names has no OpenGL.
 void require_x_display();
 
 }  // namespace render

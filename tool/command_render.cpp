@@ -4,49 +4,57 @@
 #include <filesystem>
 #include <memory>
 #include <optional>
+#include <set>
+#include <sstream>
 #include <stdexcept>
 #include <string>
+#include <unistd.h>
 #include <vector>
 #include <vtkObject.h>
 
 #include "fmt/format.h"
 #include "host/error.h"
 #include "host/text_encoding.h"
+#include "render/fonts.h"
 #include "render/scene.h"
 #include "tool/choice.h"
 #include "tool/commands.h"
 #include "tool/dataset_options.h"
 #include "tool/exit_status.h"
 #include "tool/file_names.h"
-#include "tool/fonts.h"
+#include "tool/hopeful_write.h"
 #include "tool/interrupt.h"
 #include "tool/output.h"
 #include "tool/picture_parts.h"
 #include "tool/progress.h"
+#include "vtk/points.h"
 
 namespace tool {
 namespace {
 
 constexpr char kManual[] =
-    R"(Draws parts of the dataset that FILE belongs to and writes a PNG file, or with several steps one for each: picture.png
-becomes picture_0.png, picture_1.png and so on, numbered with the same count of digits. With --output - one picture goes to
-the standard output stream. No display is needed.
+    R"(Draws parts of the dataset that FILE belongs to into a PNG file. With several steps each gets a file of its own:
+picture.png becomes picture_0.png, picture_1.png and so on, with the same number of digits in all names. With --output -
+a single picture goes to standard output. No display is needed.
 
-What is shown are the outer faces of the parts. Without --parts these are the surfaces that are in none of the reader's
-groups, or else the volumes. Parts of --faint are grey and translucent.
+A picture shows the outer faces of the parts: without --parts those of the surfaces that are in none of the reader's
+groups, or else of the volumes. Parts of --faint are grey and translucent.
 
-The colours are those of a scalar, or of the component (Velocity.x) or magnitude (Velocity or Velocity.magnitude) of a
-vector; without --variable of the first scalar, and with --variable none each part has a colour of its own. They reach
-over the values on the coloured parts at all steps that are drawn, which are read once more for that if there are
-several; --range sets the ends. Values beyond the ends have the end's colour, undefined values are grey.
+Colours show a scalar, or a component (Velocity.x) or the magnitude (Velocity or Velocity.magnitude) of a vector. The
+default is the first scalar; with --variable none each part has a colour of its own. The range of the colours is that of
+the values on the coloured parts at all steps drawn, for which several steps are read twice; --range sets it. Values out
+of range have the colour of the nearer end. Undefined values are grey, and so are parts without the variable; where faces
+coincide, defined values cover undefined ones. A variable that no step has on the parts is an error; a picture of one of
+several steps that lacks it says so. Shading darkens the colours by a fifth at most.
 
---view is the side that is looked at (+x, -x, +y, -y, +z, -z), iso, or the eye's place as two angles in degrees:
-AZIMUTH,ELEVATION, from +x towards +y and above the xy plane.
+--view is the side that is seen (+x, -x, +y, -y, +z, -z), iso, or the direction of the eye as AZIMUTH,ELEVATION in
+degrees: the angle from +x towards +y, and the angle above the xy plane, from -90 to 90.
 
-Colour maps: viridis (equal steps look equal), inferno (the same, from black), cool-warm (around a middle), turbo (many
-colours), grey.
+Colour maps: viridis and inferno (perceptually uniform), cool-warm (diverging), turbo (rainbow), grey.
 
-Letters beyond Latin ones need a font that has them: one of the system's is looked for, --font names another.
+The built-in font has Latin letters. For other characters a font of the system is used that has them, or that of --font;
+a message names characters that are missing. Pictures of less than 120 pixels in width or height have no texts, legend or
+axes.
 
 )";
 
@@ -67,14 +75,14 @@ struct RenderOptions {
   std::string output;
 };
 
-// For options with a form of their own: says what is wrong if `parse` throws std::invalid_argument.
+// parse(text); if that throws std::invalid_argument, an error that says what the option wants.
 template <typename Parse>
 auto parsed(const char* option, const std::string& text, const char* wanted, Parse parse) {
   try {
     return parse(text);
   } catch (const std::invalid_argument&) {
     throw CommandError(ExitStatus::usage,
-                       fmt::format("{}: '{}' is not {} (see fldtool --help)", option, text, wanted));
+                       fmt::format("{}: '{}' is not {} (see fldtool render --help)", option, text, wanted));
   }
 }
 
@@ -83,19 +91,19 @@ std::array<int, 2> parse_size(const std::string& text) {
   constexpr int kLargest = 4096;
   std::string pair = text;
   const std::size_t times = pair.find('x');
-  if (times == std::string::npos) throw std::invalid_argument("no size");
+  if (times == std::string::npos) throw std::invalid_argument("not a size");
   pair[times] = ',';
   const auto [width, height] = render::parse_pair(pair);
   for (const double length : {width, height}) {
     if (length < kSmallest || length > kLargest || length != static_cast<double>(static_cast<int>(length)))
-      throw std::invalid_argument("no size");
+      throw std::invalid_argument("not a size");
   }
   return {static_cast<int>(width), static_cast<int>(height)};
 }
 
 std::array<double, 2> parse_range(const std::string& text) {
   const std::array<double, 2> range = render::parse_pair(text);
-  if (!(range[0] < range[1])) throw std::invalid_argument("no range");
+  if (!(range[0] < range[1])) throw std::invalid_argument("not a range");
   return range;
 }
 
@@ -104,25 +112,26 @@ render::SceneOptions scene_options(const RenderOptions& options) {
   const auto size = parsed("--size", options.size, "WIDTHxHEIGHT in pixels, 64 to 4096 each", parse_size);
   scene.width = size[0];
   scene.height = size[1];
-  scene.view =
-      parsed("--view", options.view, "iso, +x, -x, +y, -y, +z, -z or AZIMUTH,ELEVATION", render::parse_view);
+  scene.view = parsed("--view", options.view,
+                      "iso, +x, -x, +y, -y, +z, -z or AZIMUTH,ELEVATION with an elevation from -90 to 90",
+                      render::parse_view);
   scene.background =
       parsed("--background", options.background, "white, grey, black or #rrggbb", render::parse_colour);
   scene.mesh_edges = options.edges;
-  if (!options.font.empty() && !is_font_file(options.font))
-    throw CommandError(ExitStatus::usage, options.font, "this is no font file");
+  if (!options.font.empty() && !render::is_font_file(options.font))
+    throw CommandError(ExitStatus::usage, options.font, "not a font file");
   return scene;
 }
 
-// What is drawn, as chosen on the command line.
+// What the command line chooses.
 struct Choice {
   std::vector<int> steps;
-  ChosenParts parts;  // in colours, but for those that are faint
+  ChosenParts parts;  // coloured unless they are faint
   ChosenParts faint;
   std::optional<PictureScalar> scalar;
-  std::optional<ValueRange> range;
+  std::optional<std::array<double, 2>> range;  // of the colours
 
-  // The numbers of the parts in colours at the session's step.
+  // The numbers of the coloured parts at the session's step.
   std::vector<int> coloured(const host::Session& session) const {
     std::vector<int> numbers = parts.at(session);
     const std::vector<int> others = faint.at(session);
@@ -138,35 +147,54 @@ Choice choose(host::Session& session, const RenderOptions& options) {
   choice.faint = choose_parts(session, options.faint);
   choice.parts = options.parts.empty() ? usual_parts(session) : choose_parts(session, options.parts);
   if (options.variable.empty()) {
-    choice.scalar = first_scalar(session);
+    choice.scalar = first_scalar(session, choice.coloured(session));
   } else if (options.variable != "none") {
     choice.scalar = find_scalar(session, options.variable);
   }
-  if (!options.range.empty()) {
-    const auto [low, high] = parsed("--range", options.range, "LOW,HIGH", parse_range);
-    choice.range = ValueRange{low, high, true};
-  }
+  if (!options.range.empty()) choice.range = parsed("--range", options.range, "LOW,HIGH", parse_range);
   return choice;
 }
 
-// The range over all steps, so that one colour means the same in all pictures.
-ValueRange range_of_steps(host::Session& session, const Choice& choice, Progress& progress) {
+// What the pictures of a series have in common.
+struct Series {
   ValueRange range;
+  render::Extent extent;
+};
+
+// Goes through all steps, so that colours and places mean the same in all pictures.
+Series survey(host::Session& session, const Choice& choice, const render::View& view, Progress& progress) {
+  Series series{{}, render::Extent(view)};
   std::size_t done = 0;
   for (const int step : choice.steps) {
+    progress.update(done++);
     session.select_step(step);
-    for (const int part : choice.coloured(session)) {
+    const auto add = [&](int part) {
       stop_if_interrupted();
-      range.add(scalar_values(session, *choice.scalar, part));
+      series.extent.add(vtkdata::make_points(session.coordinates(part)));
+    };
+    for (const int part : choice.coloured(session)) {
+      add(part);
+      if (choice.scalar)
+        series.range.add(scalar_values(session, *choice.scalar, part), session.part(part).nodes);
     }
-    progress.update(++done);
+    for (const int part : choice.faint.at(session)) add(part);
   }
-  return range;
+  return series;
+}
+
+// The lines of a title as UTF-8 without control characters.
+std::string title_lines(const std::string& title) {
+  std::vector<std::string> lines;
+  std::istringstream stream(title);
+  for (std::string line; std::getline(stream, line);)
+    lines.push_back(host::without_controls(host::message_to_utf8(line)));
+  return fmt::format("{}", fmt::join(lines, "\n"));
 }
 
 std::string usual_title(const host::Session& session) {
   const float time = session.variable_times().times[static_cast<std::size_t>(session.step())];
-  return fmt::format("{}    step {}    t = {}", host::message_to_utf8(session.path().filename().string()),
+  return fmt::format("{}    step {}    t = {}",
+                     host::without_controls(host::message_to_utf8(session.path().filename().string())),
                      session.step(), time);
 }
 
@@ -185,7 +213,7 @@ class Renderer {
         options_(options),
         scene_(scene_options(options)),
         choice_(choose(session, options)),
-        studio_(scene_.width, scene_.height) {
+        renderer_(scene_.width, scene_.height) {
     if (choice_.parts.size() + choice_.faint.size() == 0)
       throw CommandError(ExitStatus::failure, options.dataset.file, "there is no part to draw");
     if (options.output == kStandardOutput && choice_.steps.size() > 1)
@@ -193,10 +221,12 @@ class Renderer {
   }
 
   void draw_all() {
-    const bool has_passes = choice_.scalar && !choice_.range && choice_.steps.size() > 1;
-    if (has_passes) {
-      Progress progress("ranges", choice_.steps.size(), ProgressUnit::steps);
-      choice_.range = range_of_steps(session_, choice_, progress);
+    if (choice_.steps.size() > 1) {
+      Progress progress("survey", choice_.steps.size(), ProgressUnit::steps);
+      const Series series = survey(session_, choice_, scene_.view, progress);
+      require_values(series.range);
+      scene_.extent = series.extent;
+      if (!choice_.range) choice_.range = series.range.ends();
     }
     Progress progress("pictures", choice_.steps.size(), ProgressUnit::steps);
     std::size_t done = 0;
@@ -206,48 +236,86 @@ class Renderer {
       choice_.parts.tell_missing(session_, progress);
       choice_.faint.tell_missing(session_, progress);
       progress.update(done++);
-      draw(step);
+      const std::string picture = draw(progress);
+      Output output(picture_path(options_, choice_, step).string());
+      output.write(picture);
+      output.finish();
     }
   }
 
  private:
-  // The session's step.
-  void draw(int step) {
+  // `range` is that of all pictures.
+  void require_values(const ValueRange& range) const {
+    if (!choice_.scalar || range.on_parts() != ValuesOnParts::none) return;
+    const std::string variable = host::to_utf8(session_.variable(choice_.scalar->variable).name);
+    const std::string steps = choice_.steps.size() == 1 ? fmt::format("step {}", choice_.steps.front())
+                                                        : std::string("any of the steps");
+    throw CommandError(ExitStatus::usage, session_.path().string(),
+                       fmt::format("variable {} is not there for the parts at {}", variable, steps));
+  }
+
+  // A picture of the session's step.
+  std::string draw(Progress& progress) {
+    const ExitAtOnce while_vtk_works;
     ValueRange range;
     std::vector<render::ShownPart> parts;
-    for (const int part : choice_.coloured(session_)) {
-      stop_if_interrupted();
+    for (const int part : choice_.coloured(session_))
       parts.push_back(make_shown_part(session_, part, choice_.scalar, range));
-    }
+    if (choice_.steps.size() == 1) require_values(range);
     for (const int part : choice_.faint.at(session_)) {
       ValueRange unused;
       parts.push_back(make_shown_part(session_, part, std::nullopt, unused));
       parts.back().is_faint = true;
     }
     render::SceneOptions scene = scene_;
-    scene.title = options_.title.value_or(usual_title(session_));
-    scene.font = options_.font;
-    if (choice_.scalar) {
-      const ValueRange ends = choice_.range.value_or(range).widened();
-      scene.scale = render::ColourScale{options_.colours, ends.low, ends.high, choice_.scalar->title};
+    scene.title = options_.title ? title_lines(*options_.title) : usual_title(session_);
+    if (choice_.scalar) scene.scale = colour_scale(range);
+    scene.font = choose_font(scene, progress);
+    return renderer_.draw(parts, scene);
+  }
+
+  // For a picture with values of this range.
+  render::ColourScale colour_scale(const ValueRange& range) const {
+    const auto [low, high] = choice_.range.value_or(range.ends());
+    render::ColourScale scale{options_.colours, low, high, choice_.scalar->title, {}};
+    if (range.on_parts() == ValuesOnParts::none) {
+      scale.note = fmt::format("no {} at this step", scale.title);
+    } else if (range.on_parts() == ValuesOnParts::undefined) {
+      scale.note = fmt::format("{}: all values are undefined", scale.title);
     }
-    if (scene.font.empty())
-      scene.font = font_for(scene.title + (scene.scale ? scene.scale->title : std::string()));
-    Output output(picture_path(options_, choice_, step).string());
-    output.write(studio_.draw(parts, scene));
-    output.finish();
+    return scale;
+  }
+
+  // Reports which characters it lacks, each once.
+  std::string choose_font(const render::SceneOptions& scene, Progress& progress) {
+    std::string text = scene.title;
+    if (scene.scale) text += scene.scale->title + scene.scale->note;
+    const std::string font = options_.font.empty() ? render::font_for(text) : options_.font;
+    std::string missing;
+    for (const char32_t character : render::missing_characters(text, font)) {
+      if (!reported_.insert(character).second) continue;
+      missing += fmt::format("{}U+{:04X}", missing.empty() ? "" : ", ", static_cast<unsigned>(character));
+    }
+    if (missing.empty()) return font;
+    progress.erase();
+    const std::string name = font.empty() ? "the built-in font" : font;
+    write_if_possible(STDERR_FILENO,
+                      fmt::format("fldtool: {} lacks the characters {} (--font names another font)\n",
+                                  host::message_to_utf8(name), missing));
+    return font;
   }
 
   host::Session& session_;
   const RenderOptions& options_;
   render::SceneOptions scene_;
   Choice choice_;
-  render::Studio studio_;
+  render::SceneRenderer renderer_;
+  std::set<char32_t> reported_;  // missing characters
 };
 
 void run_render(const RenderOptions& options) {
   check_extension(options.output, {".png"});
-  vtkObject::GlobalWarningDisplayOff();  // errors are told in one line of our own
+  vtkObject::GlobalWarningDisplayOff();  // errors are reported in one line
   OpenDataset dataset(options.dataset);
   try {
     Renderer(dataset.session(), options).draw_all();
@@ -264,25 +332,25 @@ void add_render_command(CLI::App& app) {
   add_dataset_options(*command, options->dataset);
   command
       ->add_option("-o,--output", options->output,
-                   "The PNG file to write (otherwise named like FILE); - is the standard output stream")
+                   "The PNG file to write (default: the name of FILE with .png); - is standard output")
       ->check(file_name());
   add_steps_option(*command, options->steps, "The steps to draw")->capture_default_str();
-  add_parts_option(*command, options->parts, "The parts to show in colours");
+  add_parts_option(*command, options->parts, "The parts to show, in colours");
   add_list_option(*command, "--faint", options->faint, "The parts to show grey and translucent");
   command->add_option("--variable,--variables", options->variable,
-                      "What the colours mean: NAME, NAME.x, ... or none");
-  command->add_option("--range", options->range, "LOW,HIGH: the values at the ends of the colours");
+                      "What the colours show: NAME, NAME.x, ... or none");
+  command->add_option("--range", options->range, "LOW,HIGH: the range of the colours");
   command->add_option("--colours,--colors", options->colours, "The colour map")
       ->check(CLI::IsMember(render::colour_map_names()))
       ->capture_default_str();
-  command->add_option("--view", options->view, "From where: iso, +x, ... or AZIMUTH,ELEVATION")
+  command->add_option("--view", options->view, "The direction of view: iso, +x, ... or AZIMUTH,ELEVATION")
       ->capture_default_str();
   command->add_flag("--edges", options->edges, "Draw the edges of all elements");
   command->add_option("--size", options->size, "WIDTHxHEIGHT in pixels")->capture_default_str();
   command->add_option("--background", options->background, "white, grey, black or #rrggbb")
       ->capture_default_str();
-  command->add_option("--title", options->title, "The text above (file, step and time without it)");
-  command->add_option("--font", options->font, "A font file for all texts")->check(file_name());
+  command->add_option("--title", options->title, "The title (default: file, step and time)");
+  command->add_option("--font", options->font, "The font file for all texts")->check(file_name());
   command->footer(std::string(kManual) + kChoiceText + kExitStatusText);
   command->callback([options] { run_render(*options); });
 }

@@ -23,7 +23,7 @@ std::string with_component(const std::string& label, std::string_view component)
 }
 
 PictureScalar scalar_of(const host::Variable& variable, std::optional<int> component) {
-  std::string title = host::to_utf8(variable.label.empty() ? variable.name : variable.label);
+  std::string title = host::printable(variable.label.empty() ? variable.name : variable.label);
   if (variable.kind == host::VariableKind::vector) {
     const auto index = static_cast<std::size_t>(component.value_or(kMagnitude));
     title = with_component(title, kComponents[index]);
@@ -63,11 +63,14 @@ PictureScalar find_scalar(host::Session& session, const std::string& text) {
   return scalar_of(variable, is_magnitude ? std::nullopt : chosen.component);
 }
 
-std::optional<PictureScalar> first_scalar(host::Session& session) {
+std::optional<PictureScalar> first_scalar(host::Session& session, const std::vector<int>& parts) {
   for (const host::VariableKind kind : {host::VariableKind::scalar, host::VariableKind::vector}) {
     for (const host::Variable& variable : session.variables()) {
-      if (variable.kind == kind && variable.location == host::Location::node)
-        return scalar_of(variable, std::nullopt);
+      if (variable.kind != kind || variable.location != host::Location::node) continue;
+      const bool has_values = std::any_of(parts.begin(), parts.end(), [&](int part) {
+        return session.values(variable.number, part).availability != host::Availability::not_in_this_step;
+      });
+      if (has_values) return scalar_of(variable, std::nullopt);
     }
   }
   return std::nullopt;
@@ -86,24 +89,31 @@ ChosenParts usual_parts(host::Session& session) {
   return {};
 }
 
-void ValueRange::add(vtkDataArray* values) {
+void ValueRange::add(vtkDataArray* values, int nodes) {
+  has_nodes_ = has_nodes_ || nodes > 0;
+  has_values_ = has_values_ || (values != nullptr && nodes > 0);
   auto* array = vtkFloatArray::SafeDownCast(values);
   if (array == nullptr) return;
   const float* from = array->GetPointer(0);
   for (vtkIdType i = 0; i < array->GetNumberOfValues(); ++i) {
     const auto value = static_cast<double>(from[i]);
     if (!std::isfinite(value)) continue;
-    low = has_numbers ? std::min(low, value) : value;
-    high = has_numbers ? std::max(high, value) : value;
-    has_numbers = true;
+    low_ = is_empty_ ? value : std::min(low_, value);
+    high_ = is_empty_ ? value : std::max(high_, value);
+    is_empty_ = false;
   }
 }
 
-ValueRange ValueRange::widened() const {
-  if (!has_numbers) return {0, 1, false};
-  if (low < high) return *this;
-  const double margin = low == 0 ? 0.5 : std::abs(low) / 2;
-  return {low - margin, high + margin, true};
+ValuesOnParts ValueRange::on_parts() const {
+  if (!is_empty_ || !has_nodes_) return ValuesOnParts::defined;
+  return has_values_ ? ValuesOnParts::undefined : ValuesOnParts::none;
+}
+
+std::array<double, 2> ValueRange::ends() const {
+  if (is_empty_) return {0, 1};
+  if (low_ < high_) return {low_, high_};
+  const double margin = low_ == 0 ? 0.5 : std::abs(low_) / 2;
+  return {low_ - margin, high_ + margin};
 }
 
 vtkSmartPointer<vtkDataArray> scalar_values(host::Session& session, const PictureScalar& scalar, int part) {
@@ -117,7 +127,7 @@ render::ShownPart make_shown_part(host::Session& session, int part,
   const vtkSmartPointer<vtkUnstructuredGrid> grid = vtkdata::make_part_grid(session, part);
   vtkSmartPointer<vtkDataArray> values;
   if (scalar) values = scalar_values(session, *scalar, part);
-  range.add(values);
+  range.add(values, session.part(part).nodes);
   const bool per_cell = scalar && session.variable(scalar->variable).location == host::Location::element;
   return {render::outer_faces(grid, values, per_cell), false};
 }

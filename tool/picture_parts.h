@@ -1,6 +1,7 @@
-// What of a dataset a picture shows, and the scalar that its colours come from.
+// The parts of a dataset that a picture shows, and the scalar that colours them.
 #pragma once
 
+#include <array>
 #include <optional>
 #include <string>
 #include <vector>
@@ -20,26 +21,47 @@ struct PictureScalar {
   std::string title;             // the label (or name) in UTF-8, with the component
 };
 
-// The scalar that `text` means: a variable by number or name, behind a vector's ".x", ".y", ".z" or
-// ".magnitude" (which it is without). Throws CommandError (wrong usage) when there is none.
+// The scalar that `text` means: the number or name of a variable. A vector's may be followed by ".x", ".y",
+// ".z" or
+// ".magnitude", the default. Throws CommandError (wrong usage) when there is none.
 PictureScalar find_scalar(host::Session& session, const std::string& text);
 
-// The first scalar that is given per node, or else the first vector's magnitude; none when there is neither.
-std::optional<PictureScalar> first_scalar(host::Session& session);
+// The first scalar per node that one of the parts has at the session's step, or else the first such vector's
+// magnitude; none when there is neither.
+std::optional<PictureScalar> first_scalar(host::Session& session, const std::vector<int>& parts);
 
-// The surfaces that are in none of the reader's groups, whose members are there twice or lie inside; else all
+// The surfaces outside of the reader's groups, because grouped surfaces repeat others or lie inside; else all
 // surfaces; else the volumes; else the whole meshes.
 ChosenParts usual_parts(host::Session& session);
 
-// The lowest and highest number among values.
-struct ValueRange {
-  double low = 0;
-  double high = 0;
-  bool has_numbers = false;
+// Whether a scalar has values on the parts of a picture.
+enum class ValuesOnParts {
+  none,       // and some part has nodes
+  undefined,  // no finite number among them
+  defined,    // or no part has nodes
+};
 
-  void add(vtkDataArray* values);
-  // The range for a colour scale: 0 to 1 without numbers, and never of width 0.
-  ValueRange widened() const;
+// The smallest and largest of the finite values on parts.
+class ValueRange {
+ public:
+  ValueRange() = default;
+  ValueRange(double low, double high) : low_(low), high_(high), is_empty_(false) {}
+
+  // The values of a part with so many nodes; null when there are none.
+  void add(vtkDataArray* values, int nodes);
+
+  // What was added.
+  ValuesOnParts on_parts() const;
+
+  // The ends of a colour scale: 0 and 1 if the range is empty, and never the same.
+  std::array<double, 2> ends() const;
+
+ private:
+  double low_ = 0;
+  double high_ = 0;
+  bool is_empty_ = true;
+  bool has_nodes_ = false;
+  bool has_values_ = false;
 };
 
 // The scalar's values on a part at the session's step, per node or element; null when there are none.

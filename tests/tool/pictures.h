@@ -1,4 +1,4 @@
-// Pictures that `fldtool render` made, and a dataset whose colours are known.
+// Pictures made by `fldtool render`, and a dataset with known colours.
 #pragma once
 
 #include <array>
@@ -27,10 +27,13 @@ class Picture {
 
   int width() { return reader_->GetOutput()->GetDimensions()[0]; }
   int height() { return reader_->GetOutput()->GetDimensions()[1]; }
-  // x from the left, y from below, as parts of the whole.
+  // x from the left, y from below, as fractions of width and height.
   Pixel at(double x, double y) {
-    const auto* colour = static_cast<unsigned char*>(reader_->GetOutput()->GetScalarPointer(
-        static_cast<int>(x * width()), static_cast<int>(y * height()), 0));
+    return pixel(static_cast<int>(x * width()), static_cast<int>(y * height()));
+  }
+  // The same in pixels.
+  Pixel pixel(int x, int y) {
+    const auto* colour = static_cast<unsigned char*>(reader_->GetOutput()->GetScalarPointer(x, y, 0));
     return {colour[0], colour[1], colour[2]};
   }
 
@@ -43,7 +46,7 @@ void expect_near(const Pixel& found, const Pixel& wanted);
 // Three square plates in a row along x: of the lowest value, the highest and an undefined one.
 testkit::File three_plates(double low = 0, double high = 10);
 
-// Where the plates are in a picture of 600 x 400 from +z, as parts of its width and height.
+// Where the plates are in a picture of 600 x 400 from +z, as fractions of its width and height.
 inline constexpr double kFirst = 0.5 - 0.92 / 3;
 inline constexpr double kSecond = 0.5;
 inline constexpr double kThird = 0.5 + 0.92 / 3;

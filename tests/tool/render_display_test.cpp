@@ -46,7 +46,7 @@ TEST_F(RenderWithoutEgl, SaysThatThereIsNoDisplay) {
   const Result result = render();
   EXPECT_EQ(result.status, 4);
   EXPECT_EQ(result.errors,
-            "fldtool: no way to draw: EGL has no surfaceless platform, and DISPLAY is not set\n");
+            "fldtool: cannot render: EGL has no surfaceless platform, and DISPLAY is not set\n");
 }
 
 TEST_F(RenderWithoutEgl, SaysThatTheDisplayCannotBeOpened) {
@@ -55,7 +55,7 @@ TEST_F(RenderWithoutEgl, SaysThatTheDisplayCannotBeOpened) {
   EXPECT_EQ(result.status, 4);
   EXPECT_EQ(
       result.errors,
-      "fldtool: no way to draw: EGL has no surfaceless platform, and the display :54321 cannot be opened\n");
+      "fldtool: cannot render: EGL has no surfaceless platform, and the display :54321 cannot be opened\n");
 }
 
 bool has_xvfb() {
@@ -73,7 +73,7 @@ TEST_F(RenderWithoutEgl, SaysThatTheDisplayHasNoOpenGl) {
   std::ifstream file(said);
   std::string line;
   std::getline(file, line);
-  EXPECT_TRUE(line.starts_with("fldtool: no way to draw: EGL has no surfaceless platform, and the display :"))
+  EXPECT_TRUE(line.starts_with("fldtool: cannot render: EGL has no surfaceless platform, and the display :"))
       << line;
   EXPECT_TRUE(line.ends_with(" has no OpenGL")) << line;
 }

@@ -1,18 +1,20 @@
 // `fldtool render`: the pictures have the expected colours at known places, and are made without a display.
 #include "gtest/gtest.h"
 #include <algorithm>
+#include <csignal>
 #include <cstdlib>
 #include <filesystem>
 #include <string>
 #include <vector>
 
+#include "testkit/box_dataset.h"
 #include "testkit/file_writer.h"
 #include "testkit/quantity.h"
 #include "testkit/small_meshes.h"
 #include "tests/tool/pictures.h"
+#include "tests/tool/render_fixture.h"
 #include "tests/tool/run_fldtool.h"
 #include "tests/tool/tool_datasets.h"
-#include "tool/fonts.h"
 
 namespace {
 
@@ -33,50 +35,7 @@ using tool_test::run_fldtool;
 using tool_test::three_plates;
 using Words = std::vector<std::string>;
 
-bool can_draw() {
-  static const bool kCan = [] {
-    const tool_test::OneFile dataset(three_plates());
-    return run_fldtool({"render", dataset.path(), "-o", (dataset.directory() / "p.png").string()})
-               .errors.find("no way to draw") == std::string::npos;
-  }();
-  return kCan;
-}
-
-class Render : public testing::Test {
- protected:
-  Render() : dataset(three_plates()) { unsetenv("DISPLAY"); }
-
-  void SetUp() override {
-    if (!can_draw()) GTEST_SKIP() << "this machine has no way to draw: neither EGL nor a display";
-  }
-
-  fs::path output() const { return dataset.directory() / "picture.png"; }
-
-  Picture draw(const Words& options) const { return draw_file(dataset.path(), options); }
-
-  Picture draw_file(const std::string& file, const Words& options) const {
-    Words arguments = {"render", file, "-o", output().string(), "--size", "600x400"};
-    arguments.insert(arguments.end(), options.begin(), options.end());
-    if (std::find(options.begin(), options.end(), "--view") == options.end())
-      arguments.insert(arguments.end(), {"--view", "+z"});
-    const Result result = run_fldtool(arguments);
-    EXPECT_EQ(result.status, 0) << result.errors;
-    EXPECT_EQ(result.errors, "");
-    EXPECT_EQ(result.output, "");
-    return Picture(output());
-  }
-
-  void expect_error(const Words& options, int status, const std::string& line) const {
-    Words arguments = {"render", dataset.path(), "-o", output().string()};
-    arguments.insert(arguments.end(), options.begin(), options.end());
-    const Result result = run_fldtool(arguments);
-    EXPECT_EQ(result.status, status) << line;
-    EXPECT_EQ(result.errors, "fldtool: " + line + "\n");
-    EXPECT_FALSE(fs::exists(output()));
-  }
-
-  tool_test::OneFile dataset;
-};
+using Render = tool_test::RenderTest;
 
 TEST_F(Render, ColoursTheValuesWithoutADisplay) {
   Picture picture = draw({});
@@ -106,6 +65,19 @@ TEST_F(Render, LooksFromTheOtherSide) {
   expect_near(picture.at(kThird, kMiddle), kLowest);
   Picture by_angles = draw({"--view", "-90,90"});
   expect_near(by_angles.at(kFirst, kMiddle), kLowest);
+}
+
+// The azimuth turns the picture also where the eye is above the parts.
+TEST_F(Render, LooksFromAboveAtEveryAzimuth) {
+  for (const char* elevation : {"88", "89.9999", "90"}) {
+    Picture along_y = draw({"--view", std::string("-90,") + elevation});
+    expect_near(along_y.at(kFirst, kMiddle), kLowest);
+    Picture against_y = draw({"--view", std::string("90,") + elevation});
+    expect_near(against_y.at(kThird, kMiddle), kLowest);
+    expect_near(against_y.at(kFirst, kMiddle), kUndefined);
+    Picture against_x = draw({"--view", std::string("0,") + elevation});
+    EXPECT_EQ(against_x.at(kFirst, kMiddle), kWhite);
+  }
 }
 
 TEST_F(Render, TakesTheRangeThatIsGiven) {
@@ -196,7 +168,7 @@ TEST_F(Render, LeavesAPartOutWhereAStepLacksIt) {
   const std::string file = tool_test::write_series_that_loses_a_part(dataset.directory().path());
   for (const Words& range : {Words{}, Words{"--range", "0,10"}}) {
     Words arguments = {"render", file,     "-o", output().string(), "--steps", "all", "--parts",
-                       "lower",  "--view", "+z", "--variable",      "p"};
+                       "lower",  "--view", "+z", "--variable",      "v"};
     arguments.insert(arguments.end(), range.begin(), range.end());
     const Result result = run_fldtool(arguments);
     EXPECT_EQ(result.status, 0);
@@ -206,46 +178,24 @@ TEST_F(Render, LeavesAPartOutWhereAStepLacksIt) {
   }
 }
 
-// Pixels of the title above the colours that are not as in the other picture.
-int differing_in_title(Picture& picture, Picture& other) {
-  int count = 0;
-  for (int x = 0; x < picture.width(); ++x) {
-    for (int y = 0; y < picture.height() / 4; ++y) {
-      const double across = (x + 0.5) / picture.width();
-      const double up = (y + 0.5) / picture.height();
-      count += picture.at(across, up) != other.at(across, up) ? 1 : 0;
-    }
-  }
-  return count;
-}
-
-// Without glyphs two characters look like any other two.
-TEST_F(Render, DrawsJapaneseLabels) {
-  const std::string font = tool::font_for("圧力");
-  if (font.empty()) GTEST_SKIP() << "there is no font with Japanese letters";
-  const auto with_label = [](const std::string& bytes) {
-    testkit::File file = three_plates();
-    testkit::RegionSet& set = file.region_sets.front();
-    set.remove("LS_Scalar:p");
-    set.add(testkit::scalar_section({.name = "p", .label = bytes, .values = std::vector<double>(16, 1.0)}));
-    return file;
-  };
-  const tool_test::OneFile pressure(with_label(tool_test::kPressureBytes));
-  const tool_test::OneFile outside(
-      with_label(std::string(tool_test::kOutsideBytes) + tool_test::kOutsideBytes));
-  const Words plain = {"--title", "", "--range", "0,1"};
-  Picture first = draw_file(pressure.path(), plain);
-  Picture second = draw_file(outside.path(), plain);
-  Picture again = draw_file(pressure.path(), plain);
-  EXPECT_GT(differing_in_title(first, second), 20);
-  EXPECT_EQ(differing_in_title(first, again), 0);
-}
-
 TEST_F(Render, TellsProgressOnATerminal) {
   const Result result = tool_test::run_fldtool_on_terminal(
       {"render", dataset.path(), "-o", output().string(), "--size", "64x64"});
   EXPECT_EQ(result.status, 0);
   EXPECT_EQ(result.errors, "\r\x1b[Kpictures: 0 of 1, 0 %\r\x1b[K");
+}
+
+TEST_F(Render, StopsWhileAPictureIsMade) {
+  // Large enough for the signal to come before the picture.
+  const tool_test::OneFile box(testkit::box_file({.nx = 60, .ny = 60, .nz = 60}));
+  for (const int signal_number : {SIGINT, SIGTERM}) {
+    const Result result = tool_test::run_fldtool_on_terminal_and_interrupt(
+        {"render", box.path(), "-o", output().string(), "--parts", "whole", "--edges", "--size", "2000x2000"},
+        signal_number);
+    EXPECT_EQ(result.status, 130);
+    EXPECT_TRUE(result.errors.ends_with("\r\x1b[Kfldtool: interrupted\r\n")) << result.errors;
+    EXPECT_EQ(std::distance(fs::directory_iterator(dataset.directory().path()), {}), 1);
+  }
 }
 
 TEST_F(Render, WritesToTheStandardOutput) {
@@ -284,20 +234,25 @@ TEST_F(Render, WritesSeveralPicturesToFilesOnly) {
 
 TEST_F(Render, RejectsWrongOptions) {
   expect_error({"--size", "10x10"}, 2,
-               "--size: '10x10' is not WIDTHxHEIGHT in pixels, 64 to 4096 each (see fldtool --help)");
+               "--size: '10x10' is not WIDTHxHEIGHT in pixels, 64 to 4096 each (see fldtool render --help)");
   expect_error({"--size", "big"}, 2,
-               "--size: 'big' is not WIDTHxHEIGHT in pixels, 64 to 4096 each (see fldtool --help)");
+               "--size: 'big' is not WIDTHxHEIGHT in pixels, 64 to 4096 each (see fldtool render --help)");
   expect_error({"--view", "up"}, 2,
-               "--view: 'up' is not iso, +x, -x, +y, -y, +z, -z or AZIMUTH,ELEVATION (see fldtool --help)");
+               "--view: 'up' is not iso, +x, -x, +y, -y, +z, -z or AZIMUTH,ELEVATION with an elevation from "
+               "-90 to 90 (see fldtool render --help)");
+  expect_error({"--view", "1,nan"}, 2,
+               "--view: '1,nan' is not iso, +x, -x, +y, -y, +z, -z or AZIMUTH,ELEVATION with an elevation "
+               "from -90 to 90 (see fldtool render --help)");
   expect_error(
-      {"--view", "1,nan"}, 2,
-      "--view: '1,nan' is not iso, +x, -x, +y, -y, +z, -z or AZIMUTH,ELEVATION (see fldtool --help)");
+      {"--view", "30,91"}, 2,
+      "--view: '30,91' is not iso, +x, -x, +y, -y, +z, -z or AZIMUTH,ELEVATION with an elevation from "
+      "-90 to 90 (see fldtool render --help)");
   expect_error({"--background", "red"}, 2,
-               "--background: 'red' is not white, grey, black or #rrggbb (see fldtool --help)");
-  expect_error({"--range", "2,1"}, 2, "--range: '2,1' is not LOW,HIGH (see fldtool --help)");
+               "--background: 'red' is not white, grey, black or #rrggbb (see fldtool render --help)");
+  expect_error({"--range", "2,1"}, 2, "--range: '2,1' is not LOW,HIGH (see fldtool render --help)");
   expect_error({"--colours", "jet"}, 2,
                "--colours: jet not in {viridis,inferno,cool-warm,turbo,grey} (see fldtool render --help)");
-  expect_error({"--font", dataset.path()}, 2, dataset.path() + ": this is no font file");
+  expect_error({"--font", dataset.path()}, 2, dataset.path() + ": not a font file");
   expect_error({"--variable", "q"}, 2,
                dataset.path() + ": there is no variable 'q': the variables are 1 to 3");
   expect_error({"--variable", "p.x"}, 2,
@@ -322,7 +277,7 @@ TEST_F(Render, SaysWhenOpenGlIsTooOld) {
   unsetenv("MESA_GL_VERSION_OVERRIDE");
   EXPECT_EQ(result.status, 4);
   EXPECT_EQ(result.errors,
-            "fldtool: no way to draw: EGL has no context of OpenGL 3.2, and DISPLAY is not set\n");
+            "fldtool: cannot render: EGL has no context of OpenGL 3.2, and DISPLAY is not set\n");
 }
 
 TEST_F(Render, SaysWhenItCannotWrite) {
