@@ -13,3 +13,14 @@ else()
   message(STATUS "ParaView was not found: its plug-in is left out")
   set(FLD_BUILD_PARAVIEW OFF)
 endif()
+
+# ParaView 5.13 names the headers of Python in its link interfaces, for programs that call Python; nothing here does.
+# Declared last, so that it does not stand in the way of a search for Python.
+function(fld_declare_python_headers)
+  if(NOT TARGET Python3::Module)
+    add_library(Python3::Module INTERFACE IMPORTED)
+  endif()
+endfunction()
+if(FLD_BUILD_PARAVIEW)
+  cmake_language(DEFER CALL fld_declare_python_headers)
+endif()

@@ -1,12 +1,20 @@
 # Looks for VTK 9, first where CMake finds packages, then among the packages of ParaView, which carries its own, and for
 # the ways to OpenGL and fonts that pictures need. Sets FLD_HAS_VTK when VTK's data is there, and FLD_BUILD_VTK to OFF unless all
 # that draws is there too.
+include(FldParaViewPython)
+
 set(data COMPONENTS CommonCore CommonDataModel)
 set(drawing FiltersCore FiltersGeometry IOImage IOXML RenderingAnnotation RenderingCore RenderingFreeType RenderingOpenGL2)
+# The newest ParaView first.
+file(GLOB paraview_folders /usr/lib/*/cmake/paraview-*)
+list(SORT paraview_folders COMPARE NATURAL ORDER DESCENDING)
+foreach(folder ${paraview_folders})
+  fld_skip_python_targets(${folder})
+endforeach()
 find_package(VTK 9.1 QUIET ${data} OPTIONAL_COMPONENTS ${drawing})
 if(NOT VTK_FOUND)
-  file(GLOB fld_paraview_vtk /usr/lib/*/cmake/paraview-*/vtk)
-  find_package(VTK 9.1 QUIET ${data} OPTIONAL_COMPONENTS ${drawing} PATHS ${fld_paraview_vtk} NO_DEFAULT_PATH)
+  list(TRANSFORM paraview_folders APPEND /vtk OUTPUT_VARIABLE paraview_vtk)
+  find_package(VTK 9.1 QUIET ${data} OPTIONAL_COMPONENTS ${drawing} PATHS ${paraview_vtk} NO_DEFAULT_PATH)
 endif()
 if(NOT VTK_FOUND)
   message(STATUS "VTK was not found: fldtool is built without convert and render, and the plug-in for ParaView is left out")

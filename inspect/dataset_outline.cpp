@@ -125,8 +125,8 @@ std::optional<std::int64_t> DatasetOutline::nodes_at(std::size_t number, std::in
   return std::nullopt;
 }
 
-std::optional<MotionBase> DatasetOutline::motion_base(std::int32_t cycle, std::int64_t region_set,
-                                                      const Progress& progress) {
+const std::optional<MotionBase>& DatasetOutline::motion_base(std::int32_t cycle, std::int64_t region_set,
+                                                             const Progress& progress) {
   if (last_region_set_ == region_set && last_cycle_ == cycle) return last_base_;
   last_cycle_ = cycle;
   last_region_set_ = region_set;

@@ -24,9 +24,10 @@ class DatasetOutline {
   void check(std::size_t number, Findings& findings) const;
   // The number of nodes for which a quantity of a region set has values in a file.
   std::optional<std::int64_t> nodes_at(std::size_t number, std::int64_t region_set) const;
-  // The file from which a motion with this base cycle starts. Reads the names of its volume regions.
-  std::optional<MotionBase> motion_base(std::int32_t cycle, std::int64_t region_set,
-                                        const Progress& progress);
+  // The file from which a motion with this base cycle starts. Reads the names of its volume regions. The
+  // answer is valid until the next call.
+  const std::optional<MotionBase>& motion_base(std::int32_t cycle, std::int64_t region_set,
+                                               const Progress& progress);
 
  private:
   struct File {
