@@ -11,12 +11,33 @@ if [[ -t 1 ]]; then bold=$'\e[1m' plain=$'\e[0m'; else bold='' plain=''; fi
 # heading TEXT: the title of a stage.
 heading() { printf '\n%s== %s%s\n' "$bold" "$*" "$plain"; }
 
+# show_progress LOG: says now and then how far the command is that writes LOG, until it is stopped: on a terminal in one
+# line that is written again, elsewhere in a line of its own every 30 s.
+show_progress() {
+  local log=$1 start=$SECONDS last
+  trap 'kill $! 2>/dev/null; exit 0' TERM
+  while true; do
+    sleep "$([[ -t 1 ]] && echo 1 || echo 30)" >/dev/null &
+    wait $!
+    last=$(tail -c 300 "$log" | tr '\r' '\n' | grep -v '^ *$' | tail -n 1 | cut -c1-90)
+    if [[ -t 1 ]]; then printf '\r\e[K%4d s  %s' $((SECONDS - start)) "$last"; else
+      printf '%4d s  %s\n' $((SECONDS - start)) "$last"
+    fi
+  done
+}
+
 # quietly NAME COMMAND...: runs COMMAND with its output in build/logs/NAME.log, whose end is shown when it fails.
 quietly() {
-  local log=build/logs/$1.log status=0
+  local log=build/logs/$1.log status=0 watcher
   shift
   mkdir -p build/logs
+  : >"$log"
+  show_progress "$log" &
+  watcher=$!
   "$@" >"$log" 2>&1 || status=$?
+  kill "$watcher"
+  wait "$watcher" || true
+  if [[ -t 1 ]]; then printf '\r\e[K'; fi
   if ((status != 0)); then
     tail -n 120 "$log"
     printf 'failed with status %d: %s   (all of its output: %s)\n' "$status" "$*" "$log" >&2
