@@ -19,7 +19,7 @@ show_progress() {
   while true; do
     sleep "$([[ -t 1 ]] && echo 1 || echo 30)" >/dev/null &
     wait $!
-    last=$(tail -c 300 "$log" | tr '\r' '\n' | grep -v '^ *$' | tail -n 1 | cut -c1-90)
+    last=$(tail -c 300 "$log" | tr '\r' '\n' | awk 'NF { last = $0 } END { print substr(last, 1, 90) }')
     if [[ -t 1 ]]; then printf '\r\e[K%4d s  %s' $((SECONDS - start)) "$last"; else
       printf '%4d s  %s\n' $((SECONDS - start)) "$last"
     fi
@@ -36,7 +36,7 @@ quietly() {
   watcher=$!
   "$@" >"$log" 2>&1 || status=$?
   kill "$watcher"
-  wait "$watcher" || true
+  wait "$watcher" 2>/dev/null || true
   if [[ -t 1 ]]; then printf '\r\e[K'; fi
   if ((status != 0)); then
     tail -n 120 "$log"
