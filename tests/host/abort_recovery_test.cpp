@@ -23,7 +23,7 @@
 
 namespace {
 
-// Whether a call comes back without a failed assertion, while its text is captured.
+// Whether a call returns without a failed assertion, with its text captured.
 bool comes_back(const std::function<void()>& call) {
   host::DiagnosticsCapture capture;
   const host::DiagnosticsCapture::Scope scope(capture);
@@ -77,7 +77,7 @@ TEST(AbortRecoveryDeathTest, LeavesOtherAbortsAlone) {
               testing::KilledBySignal(SIGABRT), "and then");
 }
 
-// Opens a file of the made-up reader in a session that recovers.
+// Opens a file of the fake reader in a session that recovers.
 void open_recovering(const char* name) {
   const fake::Reader reader;
   host::Session session(reader.library, {.capture_diagnostics = true, .recover_from_assertions = true});
@@ -90,7 +90,7 @@ TEST(AbortRecoveryDeathTest, LeavesWhatIsNoAssertionOfTheReaderAlone) {
   EXPECT_EXIT(open_recovering(fake::kBreaksTheHeap), testing::KilledBySignal(SIGABRT), "free");
 }
 
-// While it lives, nothing that is allocated counts as leaked: what a failed call held stays for good.
+// Disables leak detection: the memory of a failed call is never released.
 struct HeldForGood {
 #ifdef __SANITIZE_ADDRESS__
   HeldForGood() {
@@ -139,13 +139,13 @@ TEST(AbortRecovery, AsksNothingMoreOfTheReader) {
   EXPECT_TRUE(reader.calls("USERD_exit_routine").empty());
 }
 
-// Whether the library that had a function is loaded.
+// Whether the library that contained a function is still loaded.
 bool is_loaded(const void* function) {
   Dl_info holder = {};
   return dladdr(function, &holder) != 0;
 }
 
-// Opens a file in a library of its own and closes both; returns an address in the library.
+// Opens a file in a private copy of the library and closes both; returns an address in the library.
 const void* open_and_close(const char* name) {
   const HeldForGood failed_call;
   const host::Library library(FAKE_READER, host::Library::Globals::own);

@@ -77,7 +77,7 @@ TEST(DiagnosticsCapture, KeepsTheBeginningAndTheEndOfALongText) {
   EXPECT_EQ(capture.latest_files(), (std::vector<std::string>{"/first.fld", "/middle.fld"}));
 }
 
-// While it lives, descriptor 2 is closed.
+// Keeps descriptor 2 closed while it lives.
 class ClosedStream {
  public:
   ClosedStream() : own_(dup(STDERR_FILENO)) { close(STDERR_FILENO); }
@@ -118,7 +118,7 @@ TEST(DiagnosticsCapture, PutsTheSignalsBack) {
   EXPECT_EQ(before.sa_handler, after.sa_handler);
 }
 
-// Opens a file of the made-up reader in a session that captures.
+// Opens a file of the fake reader in a session that captures.
 void open_capturing(const char* name) {
   const fake::Reader reader;
   host::SessionOptions options;

@@ -1,4 +1,4 @@
-// What leaves an entry point arrives as a host::Error that names the entry point.
+// Exceptions that leave an entry point become a host::Error that names it.
 #include "gtest/gtest.h"
 #include <string>
 
@@ -11,7 +11,7 @@ namespace {
 
 class Exceptions : public testing::Test {
  protected:
-  // Opens the made-up file, which fails, and returns the error.
+  // Opens a file of the fake reader that fails, and returns the error.
   host::Error opening_error(const char* name, bool capture = false) {
     host::SessionOptions options;
     options.capture_diagnostics = capture;

@@ -1,4 +1,4 @@
-// A made-up reader library for the tests of the host; fake_reader.h tells what it serves.
+// A fake reader library for the tests of the host; see fake_reader.h.
 #include "tests/host/fake_reader.h"
 
 #include <algorithm>
@@ -26,7 +26,7 @@ namespace {
 
 struct UnknownTrouble {};
 
-// Everything that the reader keeps between calls.
+// The state of the reader between calls.
 struct State {
   std::string log;
   std::string file;
@@ -35,7 +35,7 @@ struct State {
   int geometry_step = 0;
   int set = 1;
   int step = 0;
-  // Per scalar and vector: the cached variable (0 for none) and the region set and step it was read for.
+  // Per scalar and vector: the cached variable (0 for none), and its region set and step.
   struct Cached {
     int variable = 0;
     int region_set = 0;
@@ -44,8 +44,7 @@ struct State {
   std::array<Cached, 2> cached;
 } state;
 
-// std::to_string would keep the library loaded after dlclose: its table of digits is a symbol unique to the
-// process.
+// std::to_string would keep the library loaded after dlclose: its table of digits is a STB_GNU_UNIQUE symbol.
 void log_number(int number) {
   std::array<char, 16> text = {};
   std::snprintf(text.data(), text.size(), " %d", number);
@@ -71,7 +70,7 @@ int steps() {
   return is_file(fake::kOneStep) ? 1 : 2;
 }
 
-// A part's place: 0 surface, 1 volume, 2 whole mesh.
+// What a part is: 0 surface, 1 volume, 2 whole mesh.
 struct Place {
   int kind;
   int region_set;
@@ -96,7 +95,7 @@ int node_count(Place place) {
 }
 
 void release_twice() {
-  // The compiler must not see that it is one block.
+  // Hides from the compiler that both are the same block.
   void* volatile block = std::malloc(64);
   void* volatile same = block;
   std::free(block);

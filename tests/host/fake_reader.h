@@ -1,13 +1,13 @@
-// What the made-up reader library serves and how it misbehaves, for the tests that use it.
+// The datasets and faults of the fake reader library.
 //
-// Its datasets are made up from the file name alone; no file is read. There are two region sets, a hexahedron
-// and a pyramid, each with one surface and one volume, and two steps. It caches the last scalar and vector by
-// name alone. Opening one of the files named "throws_...", "aborts..." and so on does just that.
+// Its datasets depend on the file name alone; no file is read. There are two region sets, a hexahedron and a
+// pyramid, each with one surface and one volume, and two steps. It caches the last scalar and vector by name
+// alone. Opening a file named "throws_...", "aborts..." and so on does what the name says.
 #pragma once
 
 namespace fake {
 
-// Opens well.
+// Open successfully.
 inline constexpr char kTwoSets[] = "two_sets.fld";
 inline constexpr char kOneSet[] = "one_set.fld";
 inline constexpr char kOneStep[] = "two_sets_one_step.fld";
@@ -15,14 +15,14 @@ inline constexpr char kBadNodeNumber[] = "bad_node_number.fld";  // the first su
 inline constexpr char kGeometryFails[] = "geometry_fails.fld";   // the second step's geometry cannot be read
 inline constexpr char kNoValues[] = "no_values.fld";             // requests for values are answered with 3
 inline constexpr char kNegativeCount[] = "negative_count.fld";   // the first part has -1 nodes
-inline constexpr char kNoStatus[] = "no_status.fld";             // whether it changes cannot be told
+inline constexpr char kNoStatus[] = "no_status.fld";             // the status of the geometry is an error
 inline constexpr char kExitAsserts[] = "exit_asserts.fld";       // an assertion fails in the exit routine
 
 // A series of so many files, "/made-up/many_files_0000000.fld" and on.
 inline constexpr char kManyFiles[] = "many_files.fld";
 inline constexpr int kManyFilesCount = 40'000;
 
-// Does not open.
+// Fail to open.
 inline constexpr char kFails[] = "fails.fld";  // writes lines, answers -1
 inline constexpr char kFailsSilently[] = "fails_silently.fld";
 inline constexpr char kThrowsStandard[] = "throws_standard.fld";
@@ -62,8 +62,8 @@ constexpr float x(int geometry_step, int region_set, int node) {
 
 }  // namespace fake
 
-// Every call of an entry point so far, one line each, with its numbers: "USERD_set_time_set_and_step 2 0".
+// The log of all calls, one line each, with the numbers passed: "USERD_set_time_set_and_step 2 0".
 extern "C" const char* fake_reader_log();
 extern "C" void fake_reader_forget_log();
-// How often a quantity was read, that is, not taken from the cache.
+// The number of quantities read, not counting hits of the cache.
 extern "C" int fake_reader_reads();

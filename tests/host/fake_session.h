@@ -1,4 +1,4 @@
-// The made-up reader, loaded, with its call log.
+// The fake reader, loaded, with its call log.
 #pragma once
 
 #include <filesystem>
@@ -15,7 +15,7 @@ class Reader {
 
   host::Library library;
 
-  // The calls since the log was last forgotten, one entry each.
+  // The calls since forget_calls(), one entry each.
   std::vector<std::string> calls() const;
   // The calls whose line begins with `start`.
   std::vector<std::string> calls(const std::string& start) const;
@@ -26,7 +26,7 @@ class Reader {
   void* symbol(const char* name) const;
 };
 
-// A path for a made-up file name; the file does not exist.
+// The path of a fake dataset; the file does not exist.
 std::filesystem::path file(const char* name);
 
 }  // namespace fake

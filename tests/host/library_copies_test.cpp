@@ -1,4 +1,4 @@
-// Several datasets open in one process, each in a library with globals of its own.
+// Several datasets open in one process, each in a private copy of the library.
 #include <gtest/gtest.h>
 #include <iterator>
 #include <memory>
@@ -15,13 +15,13 @@
 
 namespace {
 
-// A session with a library of its own.
+// A session with a private copy of the library.
 struct OwnReader {
   host::Library library{host::find_plugin(), host::Library::Globals::own};
   host::Session session{library, {.capture_diagnostics = true}};
 };
 
-// What a session answers, to be compared with what it answers alone.
+// The answers of a session, for comparison.
 struct Answers {
   explicit Answers(host::Session& session) {
     for (const host::Part& part : session.parts()) {
@@ -82,13 +82,13 @@ TEST_F(LibraryCopies, GoWithoutTakingAnotherWithThem) {
   EXPECT_EQ(Answers(stays.session), before);
 }
 
-// Files that this process has open.
+// The number of open files of this process.
 std::ptrdiff_t open_files() {
   return std::distance(std::filesystem::directory_iterator("/proc/self/fd"),
                        std::filesystem::directory_iterator());
 }
 
-// While it lives, this process may have few more files open than it has.
+// Limits this process to a few more open files than it has now.
 class FewFiles {
  public:
   FewFiles() {

@@ -65,7 +65,7 @@ TEST(Library, RejectsAFileThatIsNoLibrary) {
   std::ofstream(path) << "plain text";
   const std::string message = loading_error(path);
   EXPECT_TRUE(message.starts_with("cannot load the reader library: " + path.string() + ": ")) << message;
-  // The loader's reason, which is not that the file is missing.
+  // The loader's reason, not a missing file.
   EXPECT_GT(message.size(), ("cannot load the reader library: " + path.string() + ": ").size()) << message;
   EXPECT_EQ(message.find("No such file"), std::string::npos) << message;
 }

@@ -1,5 +1,5 @@
-// What a system may lack: files in memory, programs run from them, and a converter of Shift_JIS. These
-// functions take the place of the C library's in this program.
+// Systems without anonymous files in memory or without a converter of Shift_JIS. Functions of this program
+// replace those of the C library.
 #include "gtest/gtest.h"
 #include <cerrno>
 #include <dlfcn.h>
@@ -21,7 +21,7 @@ namespace {
 bool has_memory_files = true;
 bool has_converter = true;
 
-// The C library's own function.
+// The function of the C library.
 template <typename Function>
 Function* next(const char* name) {
   return reinterpret_cast<Function*>(dlsym(RTLD_NEXT, name));

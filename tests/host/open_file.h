@@ -1,4 +1,4 @@
-// A dataset in a fresh directory, opened through the plug-in.
+// A dataset in a new directory, opened through the plug-in.
 #pragma once
 
 #include <filesystem>

@@ -1,4 +1,4 @@
-// Datasets with several region sets get right values from a reader that caches a quantity by its name alone.
+// Values are right in datasets with several region sets although the reader caches quantities by name alone.
 #include "gtest/gtest.h"
 #include <string>
 #include <vector>

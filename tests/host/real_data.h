@@ -1,8 +1,8 @@
 // The solver results with known contents, opened through the plug-in.
 //
 // The environment variable FLD_REAL_DATA names a folder with one folder per dataset (tjunction, propeller),
-// each holding the files of a series and an expected.json that tells what a reader should deliver. Without it
-// the tests skip.
+// each with the files of a series and an expected.json with the expected answers. Without it, the tests are
+// skipped.
 #pragma once
 
 #include "gtest/gtest.h"
@@ -16,7 +16,7 @@
 
 namespace real_data {
 
-// The folder of a dataset, or none when the variable is not set.
+// The folder of a dataset; none if the variable is not set.
 std::optional<std::filesystem::path> folder(const std::string& dataset);
 
 // A test per dataset: its expected contents, and a session with its first file open.

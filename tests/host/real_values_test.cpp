@@ -38,8 +38,8 @@ class RealValues : public real_data::RealData {
         << where;
   }
 
-  // Calls `compare(component, expected component, where)` for each component of a variable that the step has,
-  // and expects the others to be missing from the step.
+  // Calls `compare(component, expected component, where)` for each component of the variables of a step, and
+  // expects the other variables to be missing.
   template <typename Compare>
   void for_each_component(const json& values, int part, Compare compare) {
     for (const auto& [name, wanted] : values.items()) {
@@ -94,8 +94,8 @@ TEST_P(RealValues, ValuesAtPoints) {
   }
 }
 
-// The option takes the section positions of the first file for all files, which only fits files that are laid
-// out alike.
+// The option assumes the section offsets of the first file for all files, which is right only for files with
+// the same layout.
 class RealSeriesOfDifferentFiles : public real_data::RealData {};
 INSTANTIATE_TEST_SUITE_P(Datasets, RealSeriesOfDifferentFiles, testing::Values("tjunction"),
                          [](const auto& info) { return info.param; });

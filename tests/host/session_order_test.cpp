@@ -1,4 +1,4 @@
-// A session makes a host's calls in their order.
+// A session makes the calls of a host in the required order.
 #include "gtest/gtest.h"
 #include <string>
 #include <vector>

@@ -1,4 +1,4 @@
-// What a session makes of a reader's answers.
+// The values into which a session turns a reader's answers.
 #include "host/session.h"
 
 #include "gtest/gtest.h"
@@ -14,7 +14,7 @@ namespace {
 
 class Session : public testing::Test {
  protected:
-  // A session that captures, with the made-up file open.
+  // A session that captures, with a fake dataset open.
   explicit Session(const char* name = fake::kTwoSets) : session(reader.library, capturing()) {
     session.open(fake::file(name));
   }

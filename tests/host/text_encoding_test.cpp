@@ -11,7 +11,7 @@ TEST(TextEncoding, AsciiStaysAsItIs) {
 }
 
 TEST(TextEncoding, ShiftJisBecomesUtf8) {
-  // The third character's second byte is the backslash's.
+  // The second byte of the third character is a backslash.
   EXPECT_EQ(host::to_utf8("\x8a\x4f\x93\x9b\x95\x5c\x96\xca"), "外筒表面");
   EXPECT_EQ(host::to_utf8("a\\\xb1~"), "a\\ｱ~");
 }
@@ -55,7 +55,7 @@ TEST(TextEncoding, MessagesStayUtf8) {
 TEST(TextEncoding, ControlCharactersBecomeSpaces) {
   EXPECT_EQ(host::without_controls("a\x1b[31mb\r\nc\td\x7f"), "a [31mb  c d ");
   EXPECT_EQ(host::without_controls(std::string("a\0b", 3)), "a b");
-  // U+0080, U+009B and U+009F, which terminals know as well; then what begins in the same way, and a half.
+  // U+0080, U+009B and U+009F are control characters; other characters with the same lead byte are not.
   EXPECT_EQ(host::without_controls("a\u0080b\u009b1mc\u009fd"), "a b 1mc d");
   EXPECT_EQ(host::without_controls("\u00a0\u00b5\u0440外\xc2"), "\u00a0\u00b5\u0440外\xc2");
 }

@@ -22,7 +22,7 @@ Section& section(File& file, const char* title) {
   return file.region_sets.front().section(title);
 }
 
-// What is said about the rule record of the nodes' x when it is this one; there are four nodes.
+// Expects this finding if the rule record of the x coordinates of four nodes is `rule`.
 void expect_rule(const testkit::Rule& rule, int number, const std::string& wanted, const std::string& found) {
   File file = small_file();
   Block& x = section(file, "LS_Nodes").blocks[1];
@@ -58,7 +58,7 @@ TEST(BlockFindings, TheWrongSize) {
   expect_rule({4, 4, 0}, 303, "4 elements of width 4", "width 4, 4 per record, 0 records");
 }
 
-// A record without elements behind the last one, and in a block of none.
+// After the last element, and in a block without elements.
 TEST(BlockFindings, ARecordWithoutElementsIsRight) {
   File file = small_file();
   testkit::RegionSet& set = file.region_sets.front();

@@ -1,4 +1,4 @@
-// Reading through the buffer, whatever the jumps; files that cannot be opened.
+// Reading through the buffer with seeks; files that cannot be opened.
 #include "inspect/byte_reader.h"
 
 #include "gtest/gtest.h"

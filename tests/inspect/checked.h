@@ -1,4 +1,4 @@
-// Small files, and what a check says about them.
+// Small files, and the findings of a check.
 #pragma once
 
 #include <cstdint>
@@ -17,7 +17,7 @@ testkit::File small_file();
 // actions, two region sets, widths of 4 and 8, blocks of no and of several records.
 testkit::File rich_file();
 
-// A file's bytes, and where everything stands in them.
+// A file's bytes, and the offsets of its parts.
 struct Written {
   explicit Written(const testkit::File& file) : bytes(testkit::to_bytes(file, &places)) {}
 
@@ -38,13 +38,13 @@ using Lines = std::vector<std::string>;
 std::string line(int number, std::uint64_t offset, const std::string& wanted, const std::string& found);
 Lines lines(const inspect::FileReport& report);
 
-// What a check of the bytes finds, with the content.
+// The findings of a full check of the bytes.
 Lines told(const std::string& bytes);
 inline Lines told(const testkit::File& file) {
   return told(testkit::to_bytes(file));
 }
 
-// Whether a check of the structure, or of everything, finds an error or a warning.
+// Whether a check of the structure, or a full check, finds an error or a warning.
 bool finds(const std::string& bytes, bool full);
 
 }  // namespace inspect_test

@@ -1,4 +1,4 @@
-// Whatever happens to the bytes between the values is found.
+// Damage to any byte outside the values is found.
 #include "gtest/gtest.h"
 #include <algorithm>
 #include <vector>
@@ -34,7 +34,7 @@ class Damage : public testing::Test {
   const std::string whole = testkit::to_bytes(rich_file());
   const std::vector<Entry> entries = entries_of(whole);
 
-  // Every bit of these bytes flipped, one after the other.
+  // Flips every bit of these bytes, one at a time.
   void expect_found(std::uint64_t first, std::uint64_t count, const std::string& what) const {
     for (std::uint64_t place = first; place < first + count; ++place) {
       for (int bit = 0; bit < 8; ++bit) {
@@ -90,13 +90,13 @@ TEST_F(Damage, EveryBitOfIdentificationVersionAndTitles) {
     const std::size_t fixed = entry.what.starts_with("OverlapStart_")     ? 13
                               : entry.what.find(':') != std::string::npos ? 10
                                                                           : entry.what.size() + 1;
-    // A short title becomes another one, which a reader steps over.
+    // A short title becomes an unknown one, which is a note.
     if (fixed > 8) expect_found(entry.offset + 4, fixed, "title " + entry.what);
   }
 }
 
 TEST_F(Damage, EveryBitOfEveryCount) {
-  // The numbers that say how much follows.
+  // The counts of what follows.
   const auto is_count = [](const std::string& what) {
     return what.starts_with("number of") || what.starts_with("length of");
   };
@@ -168,7 +168,7 @@ TEST_F(Damage, BytesLostOrPutInAnywhere) {
   }
 }
 
-// No expectation but that it ends, within bounds: every word of the file set to values that hurt.
+// Every word of the file set to extreme values: the check ends, and offsets are inside the file.
 TEST_F(Damage, AnyWordMayBeAnything) {
   for (std::size_t place = 0; place + 4 <= whole.size(); place += 4) {
     const auto rest = static_cast<std::int32_t>(whole.size() - place);

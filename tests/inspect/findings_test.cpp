@@ -61,7 +61,7 @@ TEST(Texts, AsciiShiftJisAndUtf8) {
   EXPECT_TRUE(inspect::is_text(""));
   EXPECT_TRUE(inspect::is_text("\x95\x5c\x96\xca"));  // two characters, one with a backslash
   EXPECT_TRUE(inspect::is_text("\xb1\xb2"));          // half-width katakana
-  EXPECT_TRUE(inspect::is_text("\x8a\x4f\x93"));      // cut in half
+  EXPECT_TRUE(inspect::is_text("\x8a\x4f\x93"));      // incomplete
   EXPECT_TRUE(inspect::is_text("\xe5\xa4\x96"));      // UTF-8
   EXPECT_TRUE(inspect::is_text("\xf0\x9f\x98\x80"));
   EXPECT_FALSE(inspect::is_text("\x80"));

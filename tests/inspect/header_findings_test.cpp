@@ -1,4 +1,4 @@
-// The findings about the header's values: FLD-401 to FLD-405.
+// The findings about header values: FLD-401 to FLD-405.
 #include "gtest/gtest.h"
 #include <limits>
 

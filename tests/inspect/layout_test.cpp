@@ -1,4 +1,4 @@
-// The list of everything that a file consists of.
+// The list of the records of a file.
 #include "inspect/layout.h"
 
 #include "gtest/gtest.h"

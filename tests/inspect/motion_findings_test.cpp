@@ -24,7 +24,7 @@ class MotionFindings : public testing::Test {
     return files.add("case_20.fld", moved);
   }
 
-  // What is said about the second file.
+  // The findings in the second file.
   Lines told() const {
     const auto reports = files.check("case_20.fld");
     EXPECT_EQ(reports.size(), 2U);

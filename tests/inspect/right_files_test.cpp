@@ -1,4 +1,4 @@
-// No error is found in files that are right, whatever unknown items and sections they hold.
+// No error is found in valid files with unknown items and sections.
 #include "gtest/gtest.h"
 #include <random>
 
@@ -45,7 +45,7 @@ class RandomFiles {
     return unknown(name);
   }
 
-  // A known title would have to have its own blocks.
+  // A known title would require its own blocks.
   static std::string unknown(std::string title) {
     if (inspect::find_title(title) != nullptr) title.insert(0, "x");
     return title;

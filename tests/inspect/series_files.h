@@ -1,4 +1,4 @@
-// A folder with files of a series, and what a check of them says.
+// A folder with files of a series, and the findings of a check.
 #pragma once
 
 #include <string>
@@ -13,7 +13,7 @@ namespace inspect_test {
 
 class SeriesFiles {
  public:
-  // Writes "<name>" and keeps where everything is.
+  // Writes the file and returns the offsets of its parts.
   Written add(const std::string& name, const testkit::File& file) const {
     Written written(file);
     testkit::write_bytes(directory_ / name, written.bytes);
@@ -21,7 +21,7 @@ class SeriesFiles {
   }
   std::string path(const std::string& name) const { return (directory_ / name).string(); }
 
-  // The reports of a full check that is given this file.
+  // The reports of a full check of this file.
   std::vector<inspect::FileReport> check(const std::string& name, bool alone = false) const {
     std::vector<inspect::FileReport> reports;
     inspect::check_files({path(name)}, {.full = true, .alone = alone},

@@ -1,5 +1,4 @@
-// The findings about the files of a series: FLD-901 to FLD-904, which files belong to it, and what one file
-// tells about another.
+// The findings about the files of a series: FLD-901 to FLD-904, and which files belong to it.
 #include "gtest/gtest.h"
 #include <cstdint>
 #include <filesystem>
@@ -86,7 +85,7 @@ TEST(SeriesFindings, OnlyTheGivenFileWithoutTheContent) {
   EXPECT_EQ(count, 1);
 }
 
-// How often a check of a series of two files begins to walk through one.
+// The number of walks during a check of a series of two files.
 int walks(const SeriesFiles& files, bool full) {
   int count = 0;
   const auto progress = [&](std::uint64_t done, std::uint64_t) { count += done == 0 ? 1 : 0; };

@@ -56,13 +56,13 @@ TEST(TitleFindings, AShortTitleIsSimilarToNothing) {
   }
 }
 
-// Its blocks are not taken for those of the known section.
+// Its blocks are not decoded as those of the known section.
 TEST(TitleFindings, ASectionOfASimilarTitleIsSteppedOver) {
   const Written file(with({.title = "LS_Modes", .blocks = {Block::characters("any"), Block::real(1.0)}}));
   EXPECT_EQ(told(file.bytes), Lines{line(202, file.title("LS_Modes") + 4, "LS_Nodes", "\"LS_Modes\"")});
 }
 
-// Readers compare a title up to the first blank behind the known text.
+// Readers compare a title only up to the first blank after the known text.
 TEST(TitleFindings, AKnownTitleMayBeFollowedByMore) {
   File file = small_file();
   file.region_sets.front().section("LS_MatOfElements").title = "LS_MatOfElements  !";

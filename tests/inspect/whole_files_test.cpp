@@ -1,4 +1,4 @@
-// Files in which nothing is wrong: of the writer, of the samples, of real solvers.
+// Files without errors: of the test writer, the samples, and real solvers.
 #include "gtest/gtest.h"
 #include <cstdlib>
 #include <filesystem>
@@ -12,7 +12,7 @@
 
 namespace {
 
-// Checks every FLD file below a folder at both levels, and says how many there are.
+// Checks the structure and the content of every FLD file below a folder, and returns their number.
 int expect_fine(const std::filesystem::path& folder) {
   int count = 0;
   for (const auto& entry : std::filesystem::recursive_directory_iterator(folder)) {

@@ -1,4 +1,4 @@
-// Whatever is wrong with a file, there is an output or an error, and the process goes on.
+// A broken file gives an output or an error, and the process continues.
 #include <fstream>
 #include <gtest/gtest.h>
 #include <vtkObject.h>
@@ -17,7 +17,7 @@ class BrokenFiles : public testing::Test {
  protected:
   BrokenFiles() { testkit::write_file(faults::good_file(), directory_ / "good.fld"); }
 
-  // Goes through all steps and parts. An update that fails has to tell why.
+  // Updates all steps and parts. A failed update must report an error.
   void try_file(const std::filesystem::path& file) {
     Reader reader(file);
     ++files_;
@@ -49,12 +49,12 @@ class BrokenFiles : public testing::Test {
   testkit::TemporaryDirectory directory_;
   int files_ = 0;
   int opened_ = 0;
-  int aborted_ = 0;  // files over which the reader gave up
+  int aborted_ = 0;  // files with a failed assertion
 };
 
 TEST_F(BrokenFiles, OfTheFuzzersCorpus) {
   for (const auto& entry : std::filesystem::directory_iterator(CORPUS)) {
-    // The reader wants its extension.
+    // The reader requires this extension.
     std::filesystem::copy_file(entry.path(), directory_ / "case.fld",
                                std::filesystem::copy_options::overwrite_existing);
     SCOPED_TRACE(entry.path().filename().string());

@@ -1,4 +1,4 @@
-// What is switched off is not asked for.
+// Disabled parts and variables are not read.
 #include <algorithm>
 #include <fstream>
 #include <gtest/gtest.h>
@@ -14,7 +14,7 @@
 namespace paraview_test {
 namespace {
 
-// Over the made-up reader, which keeps a log of its calls.
+// With the fake reader, which logs its calls.
 class Choices : public testing::Test {
  protected:
   Choices() { session_.open(fake::file(fake::kTwoSets)); }
@@ -35,7 +35,7 @@ class Choices : public testing::Test {
       return items_ < 0 || items_-- > 0;
     });
   }
-  // The array of a part in the output; null if it is not there.
+  // The array of a part in the output; null if missing.
   vtkDataArray* array(unsigned index, const char* name) {
     output_ = store_.collection(info_);
     return output_->GetPartition(index, 0)->GetPointData()->GetArray(name);
@@ -49,7 +49,7 @@ class Choices : public testing::Test {
   paraview::ShareStore store_;
   vtkSmartPointer<vtkPartitionedDataSetCollection> output_;
   paraview::StepReader steps_{session_, info_};
-  int items_ = -1;  // to be read before the reading is stopped; all if negative
+  int items_ = -1;  // read before reading is stopped; all if negative
 };
 
 TEST_F(Choices, NothingIsAskedOfAPartThatIsOff) {
@@ -111,7 +111,7 @@ TEST_F(Choices, ReadingStopsWhereItIsAskedTo) {
   EXPECT_EQ(calls("USERD_get_part_coords"), 2U);
 }
 
-// The made-up mesh moves.
+// The mesh of the fake reader moves.
 TEST_F(Choices, WhereReadingStopsIsNoMeshOfAnotherStep) {
   const auto x = [&](unsigned index) {
     output_ = store_.collection(info_);

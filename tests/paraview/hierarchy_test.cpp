@@ -27,7 +27,7 @@ class Hierarchy : public testing::Test {
   }
   vtkDataAssembly* assembly() { return reader_->output()->GetDataAssembly(); }
 
-  // The parts that a selector means.
+  // The parts that a selector selects.
   Names parts_below(const char* path) {
     Names names;
     const Names shown = reader_->shown_parts();
@@ -36,7 +36,7 @@ class Hierarchy : public testing::Test {
     return names;
   }
 
-  // Of the nodes right below the one at the path.
+  // Of the children of the node at the path.
   Names node_names(const char* path) {
     Names names;
     for (const int node : assembly()->GetChildNodes(assembly()->GetFirstNodeByPath(path), false))
@@ -64,7 +64,7 @@ TEST_F(Hierarchy, HasANodeOfItsOwnForEveryPart) {
   testkit::Mesh mesh = testkit::one_tetrahedron();
   const testkit::Surface wall = mesh.surfaces.front();
   mesh.surfaces.clear();
-  // Two names in Japanese, and two that differ in what a node's name cannot hold.
+  // Two names in Japanese, and two that differ only in characters that node names cannot have.
   for (const char* name : {"\x8a\x4f", "\x95\xc7", "wall", "wall!"}) {
     mesh.surfaces.push_back(wall);
     mesh.surfaces.back().name = name;

@@ -1,4 +1,4 @@
-// Opening: what is told of it, and several datasets at once.
+// Opening: information and messages, and several datasets at once.
 #include <fstream>
 #include <gtest/gtest.h>
 #include <vtkCallbackCommand.h>
@@ -24,7 +24,7 @@ class Opening : public testing::Test {
     return {};
   }
 
-  // The one error that opening the file makes.
+  // The only error when the file is opened.
   std::string error_of(const std::filesystem::path& file) {
     Reader reader(file);
     EXPECT_FALSE(reader.open());
@@ -65,7 +65,7 @@ TEST_F(Opening, NamesAFileThatDoesNotBelongToTheDataset) {
   EXPECT_NE(warnings[0].find("channel.fld does not belong to the dataset of"), std::string::npos);
 }
 
-// A series whose mesh rests, of which the simplifying option leaves all files but the first unindexed.
+// A series with a fixed mesh, of which the simplifying option indexes only the first file.
 TEST_F(Opening, SaysNothingOfFilesThatTheReaderDoesNotTell) {
   std::vector<std::string> files;
   for (int step = 0; step < 3; ++step) {

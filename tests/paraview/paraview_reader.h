@@ -1,4 +1,4 @@
-// The reader that ParaView uses, in this process alone, with what it reports.
+// ParaView's reader in a single process, with the messages that it reports.
 #pragma once
 
 #include <filesystem>
@@ -25,16 +25,16 @@ class Reader {
   std::vector<std::string> part_names();
   void show_only(const std::string& part);
 
-  // Brings the output to a time, or to a piece of it. Whether it went well.
+  // Updates the output to a time, or to a piece of it. Returns whether it succeeded.
   bool update(double time = 0.0);
   bool update_piece(int piece, int pieces);
 
   vtkPartitionedDataSetCollection* output();
-  // The part of that name; null when the output does not have it.
+  // The part of that name; null if the output does not have it.
   vtkUnstructuredGrid* grid(const std::string& part);
   std::vector<std::string> shown_parts();
 
-  // The messages since they were last taken, an error each or a warning.
+  // The errors or warnings since the last call.
   std::vector<std::string> take_errors() { return std::exchange(errors_, {}); }
   std::vector<std::string> take_warnings() { return std::exchange(warnings_, {}); }
 

@@ -1,4 +1,4 @@
-// The pieces of a dataset together are the dataset.
+// The pieces of a dataset add up to the dataset.
 #include <algorithm>
 #include <array>
 #include <cstring>
@@ -16,7 +16,7 @@
 namespace paraview_test {
 namespace {
 
-// The corners of the grid's cells with their values, one line of numbers per cell, in order.
+// The points of the grid's cells with their values, one line of numbers per cell.
 using Corner = std::array<double, 4>;
 using CellLines = std::vector<std::vector<Corner>>;
 
@@ -39,7 +39,7 @@ CellLines cell_lines(vtkUnstructuredGrid* grid) {
   return lines;
 }
 
-// NaN, the value of no material, equals itself here.
+// Compares NaN, the value of a missing material, as equal.
 bool are_same(const CellLines& a, const CellLines& b) {
   return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](const auto& left, const auto& right) {
     return left.size() == right.size() &&

@@ -1,4 +1,4 @@
-// Every sample at every step, through the reader of ParaView and through the host library.
+// Compares every sample at every step between ParaView's reader and the host library.
 #include "samples/samples.h"
 
 #include <cmath>
@@ -41,7 +41,7 @@ class Samples : public testing::Test {
         const vtkIdType* corners = nullptr;
         grid->GetCellPoints(cell, count, corners);
         ASSERT_EQ(count, block.shape.nodes);
-        // A prism's triangles turn the other way round in VTK.
+        // The triangles of a prism have the opposite orientation in VTK.
         const bool is_prism = block.shape.name == "prism";
         const std::array<std::size_t, 6> of_prism = {0, 2, 1, 3, 5, 4};
         for (std::size_t c = 0; c < static_cast<std::size_t>(count); ++c)

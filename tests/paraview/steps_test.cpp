@@ -1,4 +1,4 @@
-// What is kept from step to step, and which step a time means.
+// Objects that are kept between steps, and the step of a time.
 #include <gtest/gtest.h>
 #include <vtkInformation.h>
 #include <vtkInformationDoubleKey.h>
@@ -13,7 +13,7 @@
 namespace paraview_test {
 namespace {
 
-// What a grid is made of.
+// The objects of a grid.
 struct Objects {
   explicit Objects(vtkUnstructuredGrid* grid)
       : points(grid->GetPoints()), cells(grid->GetCells()), types(grid->GetCellTypesArray()) {}
@@ -33,7 +33,7 @@ class Steps : public testing::Test {
     return {};
   }
 
-  // A series with the mesh in its first file alone.
+  // A series with the mesh only in its first file.
   std::filesystem::path static_series() {
     for (int step = 0; step < 3; ++step) {
       testkit::BoxOptions options;

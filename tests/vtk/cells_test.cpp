@@ -1,4 +1,4 @@
-// Elements as VTK cells: types, corners, orientation, and parts with nothing in them.
+// Elements as VTK cells: types, nodes, orientation, and empty parts.
 #include "vtk/cells.h"
 
 #include "gtest/gtest.h"

@@ -1,4 +1,4 @@
-// What a part's VTK grid has to be: what the host library gives for it.
+// Compares a part's VTK grid with the values of the host library.
 #pragma once
 
 #include <vtkUnstructuredGrid.h>
@@ -7,8 +7,8 @@
 
 namespace vtk_test {
 
-// Compares points, cells (whose corners must be the right way round) and the values of every variable that
-// has any at the session's step. Arrays are named as host::variable_names says.
+// Compares points, cells (including their orientation) and the values of every variable of the session's
+// step. Arrays are named as in host::variable_names.
 void expect_part(vtkUnstructuredGrid* grid, host::Session& session, const host::Part& part);
 
 }  // namespace vtk_test

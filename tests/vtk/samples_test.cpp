@@ -1,5 +1,5 @@
 // Every part of every sample, at each step: points, cells and values are those of the host library, and no
-// cell is inside out.
+// cell is inverted.
 #include "samples/samples.h"
 
 #include "gtest/gtest.h"

@@ -1,4 +1,4 @@
-// The volume of a VTK cell, negative when it is inside out.
+// The volume of a VTK cell, negative if it is inverted.
 #pragma once
 
 #include <array>
@@ -8,7 +8,7 @@
 
 namespace vtk_test {
 
-// By the faces as VTK has them, which look outwards when the corners are in VTK's order.
+// From VTK's faces, which point outwards if the nodes are in VTK's order.
 inline double signed_volume(vtkCell* cell) {
   double volume = 0;
   for (int f = 0; f < cell->GetNumberOfFaces(); ++f) {
