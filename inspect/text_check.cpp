@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "host/text_encoding.h"
+
 namespace inspect {
 namespace {
 
@@ -30,22 +32,6 @@ bool is_shift_jis(std::string_view bytes) {
   return true;
 }
 
-bool is_utf8(std::string_view bytes) {
-  for (std::size_t i = 0; i < bytes.size(); ++i) {
-    const unsigned char lead = byte_at(bytes, i);
-    if (lead < 0x80) continue;
-    const int more = is_between(lead, 0xc2, 0xdf)   ? 1
-                     : is_between(lead, 0xe0, 0xef) ? 2
-                     : is_between(lead, 0xf0, 0xf4) ? 3
-                                                    : 0;
-    if (more == 0) return false;
-    for (int k = 0; k < more; ++k) {
-      if (++i == bytes.size() || !is_between(byte_at(bytes, i), 0x80, 0xbf)) return false;
-    }
-  }
-  return true;
-}
-
 }  // namespace
 
 bool is_printable(std::string_view bytes) {
@@ -56,7 +42,7 @@ bool is_printable(std::string_view bytes) {
 bool is_text(std::string_view bytes) {
   const bool has_control = std::any_of(bytes.begin(), bytes.end(),
                                        [](char c) { return is_control(static_cast<unsigned char>(c)); });
-  return !has_control && (is_shift_jis(bytes) || is_utf8(bytes));
+  return !has_control && (is_shift_jis(bytes) || host::is_utf8(bytes));
 }
 
 std::string_view without_padding(std::string_view bytes) {
