@@ -20,8 +20,8 @@ void select_part(benchmark::State& state) {
   const fld::Part part = fld::find_part(static_cast<int>(state.range(0)));
   int nodes = 0;
   while (state.KeepRunning()) {
-    fld::forget_node_lists();
-    nodes = fld::select_nodes(part);
+    fld::forget_parts();
+    nodes = fld::select_nodes(part).count;
     benchmark::ClobberMemory();
   }
   state.SetItemsProcessed(state.iterations() * nodes);
@@ -42,7 +42,7 @@ void select_part_again(benchmark::State& state) {
   int nodes = 0;
   while (state.KeepRunning()) {
     fld::forget_selection();
-    nodes = fld::select_nodes(part);
+    nodes = fld::select_nodes(part).count;
     benchmark::ClobberMemory();
   }
   state.SetItemsProcessed(state.iterations() * nodes);
@@ -69,15 +69,15 @@ BENCHMARK(connectivity_rows)->Arg(kVolume)->Arg(kWhole);
 template <class Value>
 void copy_values(benchmark::State& state) {
   const bench::LinkedDataset dataset(bench::cube(100));
-  const int count = fld::select_nodes(fld::find_part(static_cast<int>(state.range(0))));
+  const fld::PartNodes nodes = fld::select_nodes(fld::find_part(static_cast<int>(state.range(0))));
   const int all = fld::find_part(kWhole).geo().node_count();
   std::vector<Value> values(static_cast<std::size_t>(all), Value{1});
-  std::vector<float> out(static_cast<std::size_t>(count) + 1);
+  std::vector<float> out(static_cast<std::size_t>(nodes.count) + 1);
   while (state.KeepRunning()) {
-    fld::copy_part_values(count, {sizeof(Value), values.data()}, all, out.data());
+    fld::copy_part_values(nodes, {sizeof(Value), values.data()}, all, out.data());
     benchmark::ClobberMemory();
   }
-  state.SetItemsProcessed(state.iterations() * count);
+  state.SetItemsProcessed(state.iterations() * nodes.count);
 }
 BENCHMARK(copy_values<float>)->Arg(kSurface)->Arg(kVolume)->Arg(kWhole);
 BENCHMARK(copy_values<double>)->Arg(kSurface)->Arg(kVolume)->Arg(kWhole);

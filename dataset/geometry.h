@@ -12,7 +12,7 @@ inline constexpr int kNoFile = -1;
 
 class Geometry {
  public:
-  // Sums over all region sets.
+  // Sums over all region sets. These and the lookups take time proportional to the number of region sets.
   unsigned long nsurface() const;
   unsigned long nvolume() const;
   unsigned long nmat() const;
@@ -22,23 +22,8 @@ class Geometry {
   smart_ptr<SurfaceGeometry> getSurfaceGeometry(unsigned long i, int& geoIndex) const;
   smart_ptr<VolumeGeometry> getVolumeGeometry(unsigned long i, int& geoIndex) const;
 
-  // Says that the surfaces and volumes of a region set change. They are counted when they are first asked
-  // for, so that a question costs no walk over the region sets; adding region sets needs no word.
-  void regions_change() { is_counted_ = false; }
-
   std::vector<FLDGEO> geos;
   std::vector<int> loadedStep;  // per region set, the index of the file whose geometry it holds, or kNoFile
-
- private:
-  // Per region set, how many surfaces (volumes) there are in it and those before it.
-  struct Ends {
-    std::vector<unsigned long> surfaces;
-    std::vector<unsigned long> volumes;
-  };
-  const Ends& ends() const;
-
-  mutable Ends ends_;
-  mutable bool is_counted_ = false;
 };
 
 }  // namespace fld

@@ -16,6 +16,25 @@ constexpr int64_t kLarge = int64_t{64} << 10;
 // A header up to this size takes no longer to read than the file to open.
 constexpr int64_t kLongHeader = int64_t{4} << 10;
 
+// Brings the sections that were read into the form in which they are served. Throws FLDReadException for
+// material numbers out of range.
+void assemble(FLDGEO& geo, int bias, const LoadedSections& loaded) {
+  modifyIndicies(geo, bias, loaded);
+  count_types(geo);
+  if (!loaded.materials) return;
+  modifyMAT(geo.matOfElements);
+  geo.materials = distinct_materials(geo.matOfElements.get());
+}
+
+// The same for the sections before a read error, which is the one to report.
+void assemble_after_failure(FLDGEO& geo, int bias, const LoadedSections& loaded) {
+  try {
+    assemble(geo, bias, loaded);
+  } catch (const FLDException&) {
+    return;
+  }
+}
+
 }  // namespace
 
 Access FLDFile::access_to(size_t region) const {
@@ -43,33 +62,23 @@ int FLDFile::readGeometry(int region, FLDGEO& geo) const {
     fputs("INVALID OVERLAP REGION WAS SPECIFIED.\n", stderr);
     return -1;
   }
-  LoadedSections loaded;
-  // Zero-based numbering and counts come last, and also when the reading broke off: whatever a geometry holds
-  // is ready to be served.
-  const auto assemble = [&] {
-    modifyIndicies(geo, m_bias, loaded);
-    count_types(geo);
-  };
   try {
     const InputFile file(m_path, access_to(static_cast<size_t>(region)));
     const int status = go_to_region_set(file, static_cast<size_t>(region));
     if (status != 0) return status - 1;
     geo.coordinateSystem = 0;
-    read_region_set(file.stream(), geo, loaded);
-    if (loaded.materials) {
-      modifyMAT(geo.matOfElements);
-      geo.materials = distinct_materials(geo.matOfElements.get());
+    LoadedSections loaded;
+    try {
+      read_region_set(file.stream(), geo, loaded);
+    } catch (...) {
+      assemble_after_failure(geo, m_bias, loaded);
+      throw;
     }
+    assemble(geo, m_bias, loaded);
   } catch (const FLDException& error) {
-    assemble();
     fprintf(stderr, "ERROR : %s", error.getMessage());
     return kReadInPart;
-  } catch (...) {
-    assemble();
-    throw;
   }
-  assemble();
-  report_bad_indices(geo, m_path);
   return 0;
 }
 

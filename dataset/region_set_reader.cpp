@@ -1,7 +1,7 @@
 #include "dataset/region_set_reader.h"
 
-#include "format/coordinate_system.h"
 #include "format/data_block.h"
+#include "format/nodes.h"
 #include "format/record.h"
 #include "support/errors.h"
 

@@ -61,31 +61,45 @@ void count_types(FLDGEO& geo) {
   static_cast<ElementCounts&>(*geo.elements) = counts;
 }
 
-void report_bad_indices(const FLDGEO& geo, const std::string& path) {
+BadIndices& BadIndices::operator+=(const BadIndices& other) {
+  element_nodes += other.element_nodes;
+  missing_element_nodes += other.missing_element_nodes;
+  face_nodes += other.face_nodes;
+  missing_face_nodes += other.missing_face_nodes;
+  face_elements += other.face_elements;
+  volume_elements += other.volume_elements;
+  return *this;
+}
+
+BadIndices count_bad_indices(const FLDGEO& geo) {
+  BadIndices bad;
   const int nnode = geo.node_count();
   const int nelem = geo.element_count();
   if (geo.elements) {
     const Elements& elements = *geo.elements;
     if (!elements.conn_range.is_inside(nnode)) {
-      report(path, count_outside(elements.conn, elements.nconn, nnode),
-             "NODE NUMBERS OF ELEMENTS OUT OF RANGE");
+      bad.element_nodes = count_outside(elements.conn, elements.nconn, nnode);
     }
-    report(path, std::max(elements.nodes() - elements.nconn, 0L), "NODE NUMBERS OF ELEMENTS MISSING");
+    bad.missing_element_nodes = std::max(elements.nodes() - elements.nconn, 0L);
   }
-  long bad_face_nodes = 0;
-  long missing_face_nodes = 0;
-  long bad_links = 0;
   for (const auto& surface : geo.surfaces) {
-    bad_face_nodes += count_outside(surface->faceNode, surface->nfaceNode, nnode);
-    missing_face_nodes += missing_nodes(*surface);
-    bad_links += count_links_outside(surface->faceLink, surface->nface, nelem);
+    bad.face_nodes += count_outside(surface->faceNode, surface->nfaceNode, nnode);
+    bad.missing_face_nodes += missing_nodes(*surface);
+    bad.face_elements += count_links_outside(surface->faceLink, surface->nface, nelem);
   }
-  report(path, bad_face_nodes, "NODE NUMBERS OF FACES OUT OF RANGE");
-  report(path, missing_face_nodes, "NODE NUMBERS OF FACES MISSING");
-  report(path, bad_links, "ELEMENT NUMBERS OF FACES OUT OF RANGE");
-  long bad_elements = 0;
-  for (const auto& volume : geo.volumes) bad_elements += count_outside(volume->elem, volume->nelem, nelem);
-  report(path, bad_elements, "ELEMENT NUMBERS OF VOLUMES OUT OF RANGE");
+  for (const auto& volume : geo.volumes) {
+    bad.volume_elements += count_outside(volume->elem, volume->nelem, nelem);
+  }
+  return bad;
+}
+
+void report_bad_indices(const BadIndices& bad, const std::string& path) {
+  report(path, bad.element_nodes, "NODE NUMBERS OF ELEMENTS OUT OF RANGE");
+  report(path, bad.missing_element_nodes, "NODE NUMBERS OF ELEMENTS MISSING");
+  report(path, bad.face_nodes, "NODE NUMBERS OF FACES OUT OF RANGE");
+  report(path, bad.missing_face_nodes, "NODE NUMBERS OF FACES MISSING");
+  report(path, bad.face_elements, "ELEMENT NUMBERS OF FACES OUT OF RANGE");
+  report(path, bad.volume_elements, "ELEMENT NUMBERS OF VOLUMES OUT OF RANGE");
 }
 
 }  // namespace fld

@@ -11,9 +11,23 @@ namespace fld {
 // counted.
 void count_types(FLDGEO& geo);
 
-// Writes one line per kind of index that points outside its table to the standard error stream: nodes of
-// elements, nodes of faces, elements of volumes, elements of faces; and when node lists are shorter than
-// their types need. The types have to be counted before.
-void report_bad_indices(const FLDGEO& geo, const std::string& path);
+// Numbers of indices that are out of range, and of indices that are missing because a node list is shorter
+// than its types need.
+struct BadIndices {
+  BadIndices& operator+=(const BadIndices& other);
+
+  long element_nodes = 0;  // node indices of elements
+  long missing_element_nodes = 0;
+  long face_nodes = 0;  // node indices of faces
+  long missing_face_nodes = 0;
+  long face_elements = 0;    // element indices of faces
+  long volume_elements = 0;  // element indices of volumes
+};
+
+// Counts those of one region set. Call after count_types.
+BadIndices count_bad_indices(const FLDGEO& geo);
+
+// Writes one line to stderr for each kind that occurs.
+void report_bad_indices(const BadIndices& bad, const std::string& path);
 
 }  // namespace fld

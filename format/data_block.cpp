@@ -13,11 +13,19 @@ namespace fld {
 
 namespace {
 
-// Number of elements in record `k` of an array of `n` >= 0 elements.
+// The rule of a block of `n` elements. An end rule means that the section has fewer blocks than its layout.
+Rule read_block_rule(FILE* stream, long n) {
+  const Rule rule = FLDV4_I_RULE(stream);
+  if (n > 0 && rule.is_end()) throw FLDReadException("ERROR IN FLDV4_I_END");
+  return rule;
+}
+
+// Number of elements in record `k` of an array of `n` >= 0 elements. The record after the last element may
+// be empty.
 long elements_of_record(const Rule& rule, long k, long n) {
   const long remaining = n - k * rule.perRecord;
   if (rule.perRecord < 0) throw FLDReadException("NEGATIVE RECORD SIZE IN A RULE RECORD.");
-  if (rule.perRecord > 0 && remaining <= 0) throw FLDReadException("TOO MANY DATA RECORDS IN A DATA BLOCK.");
+  if (remaining < 0) throw FLDReadException("TOO MANY DATA RECORDS IN A DATA BLOCK.");
   return std::min<long>(rule.perRecord, remaining);
 }
 
@@ -65,12 +73,12 @@ void check_float_width(const Rule& rule) {
 }  // namespace
 
 void FLDV4_I_INTarray(FILE* stream, long n, int* out) {
-  const Rule rule = FLDV4_I_RULE(stream);
+  const Rule rule = read_block_rule(stream, n);
   read_records(stream, rule, n, sizeof(int), out);
 }
 
 void FLDV4_I_INT64array(FILE* stream, long n, long* out) {
-  const Rule rule = FLDV4_I_RULE(stream);
+  const Rule rule = read_block_rule(stream, n);
   if (rule.width != 4) {
     read_records(stream, rule, n, sizeof(long), out);
     return;
@@ -82,7 +90,7 @@ void FLDV4_I_INT64array(FILE* stream, long n, long* out) {
 }
 
 double FLDV4_I_FPREC(FILE* stream) {
-  const Rule rule = FLDV4_I_RULE(stream);
+  const Rule rule = read_block_rule(stream, 1);
   check_float_width(rule);
   double cell = 0.0;
   read_marker(stream);
@@ -92,7 +100,7 @@ double FLDV4_I_FPREC(FILE* stream) {
 }
 
 void FLDV4_I_FPRECaloc_array(FILE* stream, int n, VFPA* out) {
-  const Rule rule = FLDV4_I_RULE(stream);
+  const Rule rule = read_block_rule(stream, n);
   check_float_width(rule);
   const auto width = static_cast<size_t>(rule.width);
   check_array(stream, rule, n, width);
@@ -101,7 +109,7 @@ void FLDV4_I_FPRECaloc_array(FILE* stream, int n, VFPA* out) {
 }
 
 std::string read_text(FILE* stream, int n, bool* is_plain) {
-  const Rule rule = FLDV4_I_RULE(stream);
+  const Rule rule = read_block_rule(stream, n);
   check_count(stream, rule.perRecord, 1);
   std::string text(static_cast<size_t>(std::min(rule.perRecord, n)), '\0');
   const int length = read_marker(stream);
@@ -140,7 +148,7 @@ int read_int(FILE* stream, int missing) {
 }
 
 TrackedArray<int> read_int_array(FILE* stream, long n, int tag) {
-  const Rule rule = FLDV4_I_RULE(stream);
+  const Rule rule = read_block_rule(stream, n);
   check_array(stream, rule, n, sizeof(int));
   auto values = make_tracked_array<int>(static_cast<size_t>(n), tag);
   read_records(stream, rule, n, sizeof(int), values.get());

@@ -1,10 +1,11 @@
 // Data blocks: a rule record followed by data records. The elements of an array are stored in record order;
 // every record but the last is full.
 //
-// The element count comes from the caller, not from the file. A rule that announces more records than the
-// count needs is an FLDReadException. With fewer, elements that the file does not give keep what the caller's
-// `out` held (the widened ones of FLDV4_I_INT64array become 0); where a new array would be made for them it
-// is an FLDReadException, so that arrays never take more memory than the file.
+// The element count comes from the caller, not from the file. One empty record may follow the last element;
+// further records are an FLDReadException, and so is an end rule in place of a block with elements. If the
+// rule announces fewer elements than the count, the rest of the caller's `out` is not changed (widened
+// elements of FLDV4_I_INT64array become 0), but functions that allocate an array throw FLDReadException, so
+// that arrays never take more memory than the file.
 #pragma once
 
 #include <stdio.h>

@@ -32,4 +32,9 @@ void locate(FILE* stream, NodesLayout& nodes) {
   take_body(stream, nodes);
 }
 
+void FLDV4_CoordinateSystem(FILE* stream, int& value) {
+  value = read_int(stream, value);
+  FLDV4_I_END(stream);
+}
+
 }  // namespace fld

@@ -1,4 +1,4 @@
-// The node coordinates of one region set and the section "LS_Nodes".
+// The nodes of one region set: the sections "LS_Nodes" and "LS_CoordinateSystem".
 #pragma once
 
 #include <stdio.h>
@@ -33,5 +33,8 @@ smart_ptr<Nodes> FLDV4_Nodes(FILE* stream);
 
 // Steps over the body instead and tells where its arrays stand.
 void locate(FILE* stream, NodesLayout& nodes);
+
+// Reads the section's body: int block of 1 (0 Cartesian, 1 cylindrical), end rule.
+void FLDV4_CoordinateSystem(FILE* stream, int& value);
 
 }  // namespace fld

@@ -8,7 +8,6 @@
 #include <vector>
 
 #include "format/ale.h"
-#include "format/coordinate_system.h"
 #include "format/data_block.h"
 #include "format/elements.h"
 #include "format/header.h"

@@ -21,7 +21,7 @@ int Num_variables = 0;
 NodeTable<char> g_mark_node;
 NodeTable<int> g_globalNode2localNode;
 NodeTable<int> g_part_nodes;
-NodeTable<PartNodes> g_part_lists;
+NodeTable<NodeList> g_part_lists;
 ElementOffsets g_ele2head;
 std::vector<ElementOffsets> g_own_ele2head;
 smart_ptr<FLD> g_fld;

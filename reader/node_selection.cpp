@@ -12,13 +12,11 @@ namespace fld {
 
 namespace {
 
-// The current contents of the work tables.
+// What the work tables hold.
 struct Selection {
   int part = 0;  // 0: none
-  int count = 0;
-  bool all = false;            // the part has every node of the mesh
-  std::span<const int> nodes;  // empty if all
-  bool numbered = false;       // g_globalNode2localNode is filled for this part
+  PartNodes nodes;
+  bool is_numbered = false;  // g_globalNode2localNode is filled for this part
 };
 Selection selection;
 
@@ -82,7 +80,7 @@ std::span<const int> find_nodes(const Part& part, int nnode) {
 }
 
 // Keeps the list at next_list(), if enough room is left for the next one.
-void remember(PartNodes& entry, std::span<const int> nodes, int nnode) {
+void remember(NodeList& entry, std::span<const int> nodes, int nnode) {
   const bool all = static_cast<int>(nodes.size()) == nnode;  // needs no list
   const size_t end = remembered_end + (all ? 0 : nodes.size());
   if (end + g_mark_node.size() > g_part_nodes.size()) return;
@@ -91,7 +89,7 @@ void remember(PartNodes& entry, std::span<const int> nodes, int nnode) {
   remembered_end = end;
 }
 
-std::span<const int> marked_again(const PartNodes& entry) {
+std::span<const int> marked_again(const NodeList& entry) {
   const std::span<const int> nodes(g_part_nodes.data() + entry.begin, static_cast<size_t>(entry.count));
   for (const int node : nodes) mark(node);
   return nodes;
@@ -99,22 +97,22 @@ std::span<const int> marked_again(const PartNodes& entry) {
 
 void select_all(int part, int count, size_t marks) {
   std::fill_n(g_mark_node.begin(), marks, 1);
-  selection = {part, count, true, {}, false};
+  selection = {part, {count, true, {}}, false};
 }
 
 // Selects the nodes of a surface or volume.
 void select_region(const Part& part) {
   const int nnode = part.geo().node_count();
-  PartNodes none = {};
+  NodeList none = {};
   const auto index = static_cast<size_t>(part.number) - 1;
-  PartNodes& entry = index < g_part_lists.size() ? g_part_lists[index] : none;
+  NodeList& entry = index < g_part_lists.size() ? g_part_lists[index] : none;
   if (entry.known && entry.count == nnode) return select_all(part.number, nnode, static_cast<size_t>(nnode));
   const bool known = entry.known;
   const auto nodes = known ? marked_again(entry) : find_nodes(part, nnode);
   if (!known) remember(entry, nodes, nnode);
   const auto count = static_cast<int>(nodes.size());
   const bool all = count == nnode;
-  selection = {part.number, count, all, all ? std::span<const int>{} : nodes, false};
+  selection = {part.number, {count, all, all ? std::span<const int>{} : nodes}, false};
 }
 
 }  // namespace
@@ -123,31 +121,23 @@ int* next_list() {
   return g_part_nodes.data() + remembered_end;
 }
 
-int select_nodes(const Part& part) {
-  if (part.kind == Part::Kind::none) return 0;
-  if (selection.part == part.number) return selection.count;
+PartNodes select_nodes(const Part& part) {
+  if (part.kind == Part::Kind::none) return {};
+  if (selection.part == part.number) return selection.nodes;
   forget_selection();
   if (part.kind == Part::Kind::whole) {
     select_all(part.number, part.geo().node_count(), g_mark_node.size());
   } else {
     select_region(part);
   }
-  return selection.count;
-}
-
-bool all_nodes_selected() {
-  return selection.all;
-}
-
-std::span<const int> selected_nodes() {
   return selection.nodes;
 }
 
 const int* local_numbers() {
-  if (!selection.numbered) {
+  if (!selection.is_numbered) {
     int number = 0;
-    for (const int node : selection.nodes) g_globalNode2localNode[static_cast<size_t>(node)] = number++;
-    selection.numbered = true;
+    for (const int node : selection.nodes.nodes) g_globalNode2localNode[static_cast<size_t>(node)] = number++;
+    selection.is_numbered = true;
   }
   return g_globalNode2localNode.data();
 }
@@ -174,18 +164,19 @@ std::span<const int> list_marked_nodes(int nnode) {
 }
 
 void forget_selection() {
-  if (selection.all) {
+  if (selection.nodes.is_whole_mesh) {
     std::fill(g_mark_node.begin(), g_mark_node.end(), 0);
   } else {
-    for (const int node : selection.nodes) g_mark_node[static_cast<size_t>(node)] = 0;
+    for (const int node : selection.nodes.nodes) g_mark_node[static_cast<size_t>(node)] = 0;
   }
   selection = {};
 }
 
-void forget_node_lists() {
+void forget_parts() {
   forget_selection();
+  forget_part_index();
   // When many region sets are read in turn, the table is cleared only once.
-  if (std::exchange(any_remembered, false)) std::fill(g_part_lists.begin(), g_part_lists.end(), PartNodes{});
+  if (std::exchange(any_remembered, false)) std::fill(g_part_lists.begin(), g_part_lists.end(), NodeList{});
   remembered_end = 0;
 }
 

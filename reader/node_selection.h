@@ -10,18 +10,18 @@
 
 namespace fld {
 
-// Selects the part's nodes (sets g_mark_node) and returns their number. Takes time proportional to the part,
-// not the mesh.
-int select_nodes(const Part& part);
+// The nodes of a part.
+struct PartNodes {
+  int count = 0;
+  bool is_whole_mesh = false;  // all nodes of the mesh; then there is no list and no local numbering
+  std::span<const int> nodes;  // ascending
+};
 
-// Whether the selected part has all nodes of its mesh. Then there is no list and no numbering, because it is
-// the identity.
-bool all_nodes_selected();
+// Selects the part's nodes (sets g_mark_node). Takes time proportional to the part, not the mesh.
+PartNodes select_nodes(const Part& part);
 
-// The selected nodes, ascending. Empty if all_nodes_selected().
-std::span<const int> selected_nodes();
-
-// Maps node indices of the mesh to node indices within the part, both from 0. Filled on first use per part.
+// Maps node indices of the mesh to node indices within the selected part, both from 0. Filled on first use
+// per part.
 const int* local_numbers();
 
 // The marked nodes below `nnode`, ascending, for callers that set the marks themselves. Valid until a part is
@@ -49,8 +49,8 @@ std::span<int> mark_and_list(Visit visit) {
 // Clears the marks and the selection.
 void forget_selection();
 
-// Also clears the cached node lists. Call before the geometry or the tables change.
-void forget_node_lists();
+// Also forgets the cached node lists and the index of parts. Call before the geometry or the tables change.
+void forget_parts();
 
 // Clear the first `nnode` entries of `mark` and mark the region's nodes. Line faces and unknown codes are
 // ignored. Return the number of marked nodes.

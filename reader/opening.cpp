@@ -6,6 +6,7 @@
 #include <string>
 #include <sys/stat.h>
 
+#include "dataset/type_counts.h"
 #include "interface/userd_api.h"
 #include "reader/globals.h"
 #include "reader/work_tables.h"
@@ -34,15 +35,18 @@ bool wants_full_index(const FLD& dataset) {
 smart_ptr<Geometry> read_first_geometry(const FLD& dataset) {
   auto geometry = make_smart<Geometry>();
   const FLDFile& first = dataset.m_fld.front();
+  BadIndices bad;
   for (size_t j = 0; j < first.m_overlap.size(); ++j) {
     FLDGEO geo;
     if (first.readGeometry(static_cast<int>(j), geo) != 0) {
       fputs("FAILED TO READ GEOMETRY.\n", stderr);
       return {};
     }
+    bad += count_bad_indices(geo);
     geometry->geos.push_back(std::move(geo));
     geometry->loadedStep.push_back(0);
   }
+  report_bad_indices(bad, first.m_path);
   return geometry;
 }
 

@@ -61,7 +61,7 @@ int USERD_get_gold_part_build_info(int* ids, int* types, char** descriptions, in
     const char* name = describe(part, element_counts[i]);
     strncpy(descriptions[i], name, kDescription - 1);
     descriptions[i][kDescription - 1] = '\0';
-    node_counts[i] = part.kind == Part::Kind::whole ? part.geo().node_count() : select_nodes(part);
+    node_counts[i] = part.kind == Part::Kind::whole ? part.geo().node_count() : select_nodes(part).count;
   }
   return 1;
 }

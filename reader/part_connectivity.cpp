@@ -30,10 +30,10 @@ struct CheckedNumber {
   int operator()(int node) const { return is_inside(node, nnode) ? number(node) : kFirstNode; }
 };
 
-// Calls `work` with the numbering of the selected part.
+// Calls `work` with the numbering of the nodes of the part, which it selects.
 template <class Work>
-void with_numbering(Work work) {
-  if (all_nodes_selected()) {
+void with_numbering(const Part& part, Work work) {
+  if (select_nodes(part).is_whole_mesh) {
     work(MeshNumber{});
   } else {
     work(LocalNumber{local_numbers()});
@@ -64,7 +64,7 @@ void with_node_count(int nodes, Work work) {
 void write_surface_rows(const Part& part, int slot, int** rows) {
   const int wanted = face_code_of_slot(slot);
   with_node_count<3, 4>(nodes_of_face(wanted), [&]<int kNodes>() {
-    with_numbering([&](auto unchecked) {
+    with_numbering(part, [&](auto unchecked) {
       const CheckedNumber<decltype(unchecked)> number = {unchecked, part.geo().node_count()};
       for_each_face(*part.surface, [&, next = rows](int code, const int* nodes, int given) mutable {
         if (code == wanted) write_row<kNodes>(*next++, nodes, given, number);
@@ -96,7 +96,7 @@ void write_volume_rows(const Part& part, int slot, int** rows) {
   const int wanted = element_code_of_slot(slot);
   const long* const ele2head = element_offsets(part.geoIndex);
   with_node_count<3, 4, 5, 6, 8>(nodes_of_element(wanted), [&]<int kNodes>() {
-    with_numbering([&](auto number) {
+    with_numbering(part, [&](auto number) {
       with_row_writer<kNodes>(part, number, [&](const Elements& elements, auto write_row_of) {
         for_each_element(*part.volume, &elements, [&, next = rows](int e, int code) mutable {
           if (code == wanted) write_row_of(*next++, ele2head[e]);
@@ -131,11 +131,9 @@ int USERD_get_part_elements_by_type(int number, int slot, int** rows) {
   const Part part = find_part(number);
   switch (part.kind) {
     case Part::Kind::surface:
-      select_nodes(part);
       write_surface_rows(part, slot, rows);
       break;
     case Part::Kind::volume:
-      select_nodes(part);
       write_volume_rows(part, slot, rows);
       break;
     case Part::Kind::whole:

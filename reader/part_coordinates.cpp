@@ -31,14 +31,14 @@ using namespace fld;
 
 int USERD_get_part_coords(int number, float** coords) {
   const Part part = find_part(number);
-  const int count = select_nodes(part);
-  if (count <= 0) return 1;
+  const PartNodes selected = select_nodes(part);
+  if (selected.count <= 0) return 1;
   const Nodes& nodes = *part.geo().nodes;
   const VFPA* const axes[] = {&nodes.x, &nodes.y, &nodes.z};
-  for (int axis = 0; axis < 3; ++axis) copy_part_values(count, *axes[axis], nodes.nnode, coords[axis]);
+  for (int axis = 0; axis < 3; ++axis) copy_part_values(selected, *axes[axis], nodes.nnode, coords[axis]);
   // The whole mesh keeps the coordinates of the file, whatever its coordinate system.
   if (part.kind != Part::Kind::whole && part.geo().coordinateSystem == kCylindrical) {
-    to_cartesian(coords[0], coords[1], count);
+    to_cartesian(coords[0], coords[1], selected.count);
   }
   return 1;
 }

@@ -3,26 +3,61 @@
 #include <algorithm>
 
 #include "reader/globals.h"
-#include "reader/node_selection.h"
+#include "reader/region_walk.h"
 
 namespace fld {
 
-void copy_part_values(int count, const VFPA& values, int n, float* out) {
-  ++out;  // the host's arrays begin at entry 1
-  visit_elements(values, [=](const auto* from) {
+namespace {
+
+float material_of(const FLDGEO& geo, int element) {
+  return is_inside(element, geo.material_count()) ? static_cast<float>(geo.matOfElements->mat[element])
+                                                  : Ens_Undef_value;
+}
+
+}  // namespace
+
+void copy_part_values(const PartNodes& part, const VFPA& values, int n, float* out) {
+  ++out;  // the host's arrays start at entry 1
+  visit_elements(values, [=, &part](const auto* from) {
     // Nodes are in ascending order, so those with a value come first.
     int given = 0;
-    if (all_nodes_selected()) {
-      given = std::min(count, n);
+    if (part.is_whole_mesh) {
+      given = std::min(part.count, n);
       for (int i = 0; i < given; ++i) out[i] = static_cast<float>(from[i]);
     } else {
-      const auto nodes = selected_nodes();
+      const auto nodes = part.nodes;
       given = static_cast<int>(std::lower_bound(nodes.begin(), nodes.end(), n) - nodes.begin());
       const int* const node = nodes.data();
       for (int k = 0; k < given; ++k) out[k] = static_cast<float>(from[node[k]]);
     }
-    std::fill(out + given, out + count, Ens_Undef_value);
+    std::fill(out + given, out + part.count, Ens_Undef_value);
   });
+}
+
+void write_materials(const Part& part, int slot, float* out) {
+  if (part.kind == Part::Kind::none) return;
+  ++out;  // the host's arrays start at entry 1
+  const FLDGEO& geo = part.geo();
+  if (part.kind == Part::Kind::surface) {
+    const int wanted = face_code_of_slot(slot);
+    const SurfaceGeometry& surface = *part.surface;
+    for (int i = 0; wanted != 0 && i < surface.nface; ++i) {
+      if (surface.faceType[i] == wanted) *out++ = material_of(geo, surface.faceLink[i]);
+    }
+    return;
+  }
+  const int wanted = element_code_of_slot(slot);
+  if (wanted == 0) return;
+  // Triangles and quadrilaterals have no material; their entries are undefined.
+  const bool flat = wanted == kTriangle || wanted == kQuadrilateral;
+  const auto write = [&](int e, int code) {
+    if (code == wanted) *out++ = flat ? Ens_Undef_value : material_of(geo, e);
+  };
+  if (part.kind == Part::Kind::volume) {
+    for_each_element(*part.volume, geo.elements.get(), write);
+  } else {
+    for (int e = 0; e < geo.element_count(); ++e) write(e, geo.elements->type[e]);
+  }
 }
 
 }  // namespace fld

@@ -1,9 +1,60 @@
 #include "reader/parts.h"
 
+#include <algorithm>
+#include <vector>
+
 #include "format/element_codes.h"
 #include "reader/globals.h"
 
 namespace fld {
+
+namespace {
+
+using Ends = std::vector<unsigned long>;
+
+// Per region set, the number of surfaces (volumes) in it and in those before it. With it, finding a part
+// takes logarithmic time: a file may have very many region sets.
+struct PartIndex {
+  bool is_made = false;
+  Ends surfaces;
+  Ends volumes;
+};
+PartIndex part_index;
+
+template <class Entry>
+Ends ends_of(std::vector<Entry> FLDGEO::*list) {
+  Ends ends;
+  ends.reserve(g_fldgeo->geos.size());
+  unsigned long sum = 0;
+  for (const FLDGEO& geo : g_fldgeo->geos) ends.push_back(sum += (geo.*list).size());
+  return ends;
+}
+
+const PartIndex& index_of_parts() {
+  if (!part_index.is_made) {
+    part_index = {true, ends_of(&FLDGEO::surfaces), ends_of(&FLDGEO::volumes)};
+  }
+  return part_index;
+}
+
+// Entry `index` of the concatenated lists of all region sets, or null with `index` less their length.
+template <class Entry>
+Entry find_entry(const Ends& ends, std::vector<Entry> FLDGEO::*list, unsigned long& index, int& geoIndex) {
+  const auto end = std::upper_bound(ends.begin(), ends.end(), index);
+  if (end == ends.end()) {
+    index -= ends.empty() ? 0 : ends.back();
+    return Entry();
+  }
+  geoIndex = static_cast<int>(end - ends.begin());
+  const auto& entries = g_fldgeo->geos[static_cast<size_t>(geoIndex)].*list;
+  return entries[index - (*end - entries.size())];
+}
+
+}  // namespace
+
+void forget_part_index() {
+  part_index = {};
+}
 
 FLDGEO& Part::geo() const {
   return g_fldgeo->geos[static_cast<size_t>(geoIndex)];
@@ -14,18 +65,17 @@ Part find_part(int number) {
   if (!g_fldgeo || number < 1) return part;
   part.number = number;
   auto index = static_cast<unsigned long>(number) - 1;
-  part.surface = g_fldgeo->getSurfaceGeometry(index, part.geoIndex);
+  const PartIndex& parts = index_of_parts();
+  part.surface = find_entry(parts.surfaces, &FLDGEO::surfaces, index, part.geoIndex);
   if (part.surface) {
     part.kind = Part::Kind::surface;
     return part;
   }
-  index -= g_fldgeo->nsurface();
-  part.volume = g_fldgeo->getVolumeGeometry(index, part.geoIndex);
+  part.volume = find_entry(parts.volumes, &FLDGEO::volumes, index, part.geoIndex);
   if (part.volume) {
     part.kind = Part::Kind::volume;
     return part;
   }
-  index -= g_fldgeo->nvolume();
   if (index < g_fldgeo->geos.size()) {
     part.kind = Part::Kind::whole;
     part.geoIndex = static_cast<int>(index);

@@ -18,6 +18,9 @@ struct Part {
   FLDGEO& geo() const;
 };
 
+// Call when the regions of the current geometry change.
+void forget_part_index();
+
 // Part `number` of the current geometry; Kind::none if out of range.
 Part find_part(int number);
 

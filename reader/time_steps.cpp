@@ -2,8 +2,10 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstring>
+#include <map>
 #include <utility>
 
+#include "dataset/type_counts.h"
 #include "interface/userd_api.h"
 #include "reader/globals.h"
 #include "reader/motion.h"
@@ -73,8 +75,11 @@ int reload_region(const FLDFile& reference, int g) {
   return read_region(reference, g);
 }
 
+// Per file, the bad indices of the region sets that were loaded from it.
+using BadIndicesByFile = std::map<int, BadIndices>;
+
 // Updates region set `g` to the step of file `current`; false if its geometry cannot be read.
-bool bring_region_to_step(int current, int g) {
+bool bring_region_to_step(int current, int g, BadIndicesByFile& bad) {
   const FLDFile* ref_fldfile = g_fld->refGeometryFLDFile(current, g);
   FLD_ASSERT(ref_fldfile, "fld_reader", "void USERD_set_time_set_and_step(int, int)");
   const int reference = g_fld->index_of(ref_fldfile);
@@ -83,12 +88,12 @@ bool bring_region_to_step(int current, int g) {
   const bool read = (g_fld->m_anyALE && reference == current) || overlap.m_hasALE ||
                     g_fldgeo->loadedStep[region] != reference;
   if (read) {
-    forget_node_lists();
+    forget_parts();
     release_elements();
-    g_fldgeo->regions_change();
     int result = 0;
     try {
       result = reload_region(*ref_fldfile, g);
+      if (result == 0) bad[reference] += count_bad_indices(g_fldgeo->geos[region]);
     } catch (...) {
       // Parts of the geometry may have been replaced.
       fit_work_tables(*g_fldgeo, g);
@@ -154,7 +159,11 @@ void USERD_set_time_set_and_step(int set, int step) {
     return;
   }
   const auto regions = static_cast<int>(g_fldgeo->loadedStep.size());
-  for (int g = 0; g < regions && bring_region_to_step(current, g); ++g) {
+  BadIndicesByFile bad;
+  for (int g = 0; g < regions && bring_region_to_step(current, g, bad); ++g) {
+  }
+  for (const auto& [file, counts] : bad) {
+    report_bad_indices(counts, files()[static_cast<size_t>(file)].m_path);
   }
 }
 

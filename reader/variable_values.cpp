@@ -1,7 +1,6 @@
 // The values of one variable on one part at the current step.
 #include "interface/userd_api.h"
 #include "reader/globals.h"
-#include "reader/material_values.h"
 #include "reader/node_selection.h"
 #include "reader/part_values.h"
 #include "reader/parts.h"
@@ -24,21 +23,22 @@ const FLDFile* current_file() {
   return g_fld && step < g_fld->m_fld.size() ? &g_fld->m_fld[step] : nullptr;
 }
 
-int write_scalar(const FLDFile& file, const Part& part, int count, const std::string& name, float* out) {
+int write_scalar(const FLDFile& file, const Part& part, const PartNodes& nodes, const std::string& name,
+                 float* out) {
   const FLDTITLE_Scalar* title = file.findSeekScalar(name.c_str(), part.geoIndex);
   if (title == nullptr) return kNotInThisStep;
   const int result = title->m_seek == 0 ? kDone : cache_scalar(file, *title);
-  if (result == kDone && title->m_seek != 0) copy_part_values(count, g_scalar->values, g_scalar->n, out);
+  if (result == kDone && title->m_seek != 0) copy_part_values(nodes, g_scalar->values, g_scalar->n, out);
   return result;
 }
 
-int write_vector(const FLDFile& file, const Part& part, int count, const std::string& name, int component,
-                 float* out) {
+int write_vector(const FLDFile& file, const Part& part, const PartNodes& nodes, const std::string& name,
+                 int component, float* out) {
   const FLDTITLE_Vector* title = file.findSeekVector(name.c_str(), part.geoIndex);
   if (title == nullptr) return kNotInThisStep;
   const int result = title->m_seek == 0 ? kDone : cache_vector(file, *title);
   if (result == kDone && title->m_seek != 0) {
-    copy_part_values(count, g_vector->components[component], g_vector->n, out);
+    copy_part_values(nodes, g_vector->components[component], g_vector->n, out);
   }
   return result;
 }
@@ -61,11 +61,11 @@ int USERD_get_var_by_component(int which_variable, int which_part, int var_type,
   }
   const bool vector = variable.kind == Variable::Kind::vector;
   if (vector && (component < 0 || component >= kComponents)) return kDone;
-  const int count = select_nodes(part);
-  if (count <= 0) return kDone;
+  const PartNodes nodes = select_nodes(part);
+  if (nodes.count <= 0) return kDone;
   const FLDFile* file = current_file();
   if (file == nullptr) return kNotInThisStep;
   return vector
-             ? write_vector(*file, part, count, catalogue().vector_names()[variable.index], component, values)
-             : write_scalar(*file, part, count, catalogue().scalar_names()[variable.index], values);
+             ? write_vector(*file, part, nodes, catalogue().vector_names()[variable.index], component, values)
+             : write_scalar(*file, part, nodes, catalogue().scalar_names()[variable.index], values);
 }

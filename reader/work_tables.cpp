@@ -1,8 +1,10 @@
 #include "reader/work_tables.h"
 
 #include <algorithm>
+#include <array>
 #include <cstdio>
 #include <new>
+#include <string_view>
 #include <utility>
 
 #include "dataset/type_counts.h"
@@ -28,8 +30,17 @@ void fill_offsets(long* heads, int nelem, const int* type) {
   }
 }
 
+// One message per element, written in blocks because stderr is not buffered.
 void report_invalid_types(int count) {
-  for (int i = 0; i < count; ++i) fprintf(stderr, "HANDLING AN INVALID DATA TYPE(%d).", 1000174);
+  constexpr std::string_view kMessage = "HANDLING AN INVALID DATA TYPE(1000174).";
+  constexpr int kBlock = 100;  // messages
+  std::array<char, kBlock * kMessage.size()> block;
+  for (int i = 0; i < std::min(count, kBlock); ++i) {
+    kMessage.copy(block.data() + static_cast<size_t>(i) * kMessage.size(), kMessage.size());
+  }
+  for (int rest = count; rest > 0; rest -= kBlock) {
+    fwrite(block.data(), kMessage.size(), static_cast<size_t>(std::min(rest, kBlock)), stderr);
+  }
 }
 
 // Whether the table has the offsets of these elements, or has room to be filled in with them.
@@ -69,7 +80,7 @@ struct WorkTables {
   NodeTable<char> mark_node;
   NodeTable<int> global_to_local;
   NodeTable<int> part_nodes;
-  NodeTable<PartNodes> part_lists;
+  NodeTable<NodeList> part_lists;
   ElementOffsets offsets;
   std::vector<ElementOffsets> own_offsets;
 };
@@ -96,7 +107,7 @@ WorkTables make_work_tables(const Geometry& geometry) {
 }
 
 void publish(WorkTables tables) {
-  forget_node_lists();
+  forget_parts();
   g_mark_node = std::move(tables.mark_node);
   g_globalNode2localNode = std::move(tables.global_to_local);
   g_part_nodes = std::move(tables.part_nodes);

@@ -25,7 +25,7 @@ constexpr int nodes_of_solid(int code) {
 }
 
 // A cached node list: its position in g_part_nodes.
-struct PartNodes {
+struct NodeList {
   size_t begin;
   int count;
   bool known;
@@ -42,7 +42,7 @@ extern NodeTable<int> g_globalNode2localNode;
 // The cached node lists, and room for one more list of the whole mesh (node_selection.h).
 extern NodeTable<int> g_part_nodes;
 // Per surface and volume part, its cached node list.
-extern NodeTable<PartNodes> g_part_lists;
+extern NodeTable<NodeList> g_part_lists;
 // The offsets of the region set with the most nodes, used for all region sets that have the same.
 extern ElementOffsets g_ele2head;
 // Per region set, its own offsets; empty if g_ele2head is used.

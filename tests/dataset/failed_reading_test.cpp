@@ -112,7 +112,7 @@ TEST_F(FailedReading, MoreRecordsThanValuesAreMinus5) {
   testkit::File file;
   testkit::Section materials = testkit::materials_section({1, 2, 3, 4});
   materials.blocks[1] = materials.blocks[1].cut(1);
-  materials.blocks[0] = Block::integer(3);
+  materials.blocks[0] = Block::integer(2);
   file.add_region_set().add(materials);
   expect(file, -5, "ERROR : TOO MANY DATA RECORDS IN A DATA BLOCK.");
 }
@@ -124,6 +124,14 @@ TEST_F(FailedReading, FewerRecordsThanValuesAreMinus5) {
     materials.blocks[1] = Block::rule_alone(rule);
     file.add_region_set().add(materials);
     expect(file, -5, "ERROR : TOO FEW DATA RECORDS IN A DATA BLOCK.");
+  }
+}
+
+TEST_F(FailedReading, FewerBlocksThanTheLayoutAreMinus5) {
+  for (const char* title : {"LS_Nodes", "LS_Elements", "LS_MatOfElements", "LS_SurfaceGeometry"}) {
+    testkit::File file = test::plain_file();
+    file.region_sets[0].section(title).blocks.pop_back();
+    expect(file, -5, "ERROR : ERROR IN FLDV4_I_END");
   }
 }
 

@@ -64,6 +64,23 @@ TEST(Geometry, PastTheEndIsNothingAndTheRegionSetStays) {
   EXPECT_EQ(geo_index, 77);
 }
 
+TEST(Geometry, CountsAndLookupsFollowEveryChange) {
+  Geometry geometry = three_region_sets();
+  int geo_index = -1;
+  EXPECT_EQ(geometry.nsurface(), 5U);
+  EXPECT_EQ(geometry.nvolume(), 3U);
+  geometry.geos[1].surfaces.swap(geometry.geos[2].surfaces);
+  EXPECT_EQ(geometry.getSurfaceGeometry(3, geo_index).get(), geometry.geos[1].surfaces[0].get());
+  EXPECT_EQ(geo_index, 1);
+  geometry.geos[0].volumes.clear();
+  EXPECT_EQ(geometry.nvolume(), 1U);
+  EXPECT_EQ(geometry.getVolumeGeometry(0, geo_index).get(), geometry.geos[1].volumes[0].get());
+  geometry.geos.erase(geometry.geos.begin());
+  geometry.geos[0].surfaces.pop_back();
+  EXPECT_EQ(geometry.nsurface(), 1U);
+  EXPECT_FALSE(geometry.getSurfaceGeometry(1, geo_index));
+}
+
 TEST(Geometry, HandsOutAShare) {
   Geometry geometry = three_region_sets();
   int geo_index = -1;

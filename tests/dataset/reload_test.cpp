@@ -1,4 +1,5 @@
 // Reading a later file into the geometry of an earlier one.
+#include "dataset/type_counts.h"
 #include "testkit/byte_sink.h"
 #include "tests/dataset/dataset_test.h"
 
@@ -133,16 +134,35 @@ TEST_F(Reload, SameFileAgainGivesTheSame) {
   EXPECT_EQ(geo_.elements->ntet, 2);
 }
 
-TEST_F(Reload, KeptIndicesThatTheNewNodesDoNotReachAreReported) {
+TEST_F(Reload, KeptIndicesThatTheNewNodesDoNotReachAreBad) {
   testkit::Nodes fewer = test::every_shape().nodes;
   for (testkit::Reals* axis : {&fewer.x, &fewer.y, &fewer.z}) axis->values().resize(6);
   const auto [status, messages] = load(file_of({testkit::nodes_section(fewer)}));
   EXPECT_EQ(status, 0);
-  EXPECT_EQ(messages, test::trace(path_) +  //
-                          "WARNING : 3 NODE NUMBERS OF ELEMENTS OUT OF RANGE IN " + path_ +
-                          "\n"  //
-                          "WARNING : 1 NODE NUMBERS OF FACES OUT OF RANGE IN " +
-                          path_ + "\n");
+  EXPECT_EQ(messages, test::trace(path_));
+  const BadIndices bad = count_bad_indices(geo_);
+  EXPECT_EQ(bad.element_nodes, 3);
+  EXPECT_EQ(bad.face_nodes, 1);
+}
+
+TEST_F(Reload, MaterialsBeforeAReadErrorAreShiftedAndListed) {
+  testkit::File file = file_of({testkit::materials_section({-2, 0, 7, 0, -2, 7, 7}),
+                                testkit::elements_section(test::every_shape().elements)});
+  file.region_sets[0].sections[1].blocks[0] = testkit::Block::integer(8);
+  const auto [status, messages] = load(file);
+  EXPECT_EQ(status, -5);
+  EXPECT_EQ(messages, test::trace(path_) + "ERROR : TOO FEW DATA RECORDS IN A DATA BLOCK.");
+  EXPECT_EQ(test::list(geo_.matOfElements->mat, 7), (Ints{1, 3, 10, 3, 1, 10, 10}));
+  EXPECT_EQ(geo_.materials, (Ints{1, 3, 10}));
+}
+
+TEST_F(Reload, MaterialsOutOfRangeBeforeAReadErrorDoNotHideThatError) {
+  testkit::File file = file_of(
+      {testkit::materials_section({1, 20000}), testkit::elements_section(test::every_shape().elements)});
+  file.region_sets[0].sections[1].blocks[0] = testkit::Block::integer(8);
+  const auto [status, messages] = load(file);
+  EXPECT_EQ(status, -5);
+  EXPECT_EQ(messages, test::trace(path_) + "ERROR : TOO FEW DATA RECORDS IN A DATA BLOCK.");
 }
 
 TEST_F(Reload, CopiesOfTheGeometryKeepTheOldObjects) {
@@ -159,7 +179,7 @@ TEST_F(Reload, FailedReadingKeepsWhatWasReadBeforeAndAllIndicesAreZeroBased) {
   testkit::File file = file_of({testkit::volumes_section({{.name = "new", .elements = {3, 2, 1, 0}}}),
                                 testkit::elements_section(test::every_shape().elements)});
   testkit::Block& conn_block = file.region_sets[0].sections[1].blocks[3];
-  conn_block = conn_block.cut(17).with_rule({4, 34, 2});  // the first record is all that is needed
+  conn_block = conn_block.cut(17).with_rule({4, 40, 2});  // the first record is all that is needed
   const FLDGEO before = geo_;
   const auto [status, messages] = load(file);
   EXPECT_EQ(status, -5);

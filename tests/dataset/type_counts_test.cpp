@@ -47,7 +47,7 @@ void add_volume(FLDGEO& geo, const Ints& elements) {
 std::string report_on(FLDGEO geo) {
   count_types(geo);
   test::Messages messages;
-  report_bad_indices(geo, "/d/a.fld");
+  report_bad_indices(count_bad_indices(geo), "/d/a.fld");
   return messages.text();
 }
 

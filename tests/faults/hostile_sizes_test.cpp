@@ -127,6 +127,16 @@ TEST_F(HostileSizes, StepsOfManyRegionSetsOnceThereWereManyParts) {
   expect_steps_in_time({1, 2, 1, 2, 1, 2});
 }
 
+// Every element of an unknown type is reported with a message of its own.
+TEST_F(HostileSizes, ElementsOfUnknownTypes) {
+  testkit::Mesh mesh = testkit::one_tetrahedron();
+  mesh.elements.type = testkit::Ints(std::size_t{1} << 18, 99);
+  mesh.elements.conn = testkit::Ints{};
+  mesh.materials = {};
+  write("types.fld", testkit::file_of(mesh));
+  expect_session_in_time("types.fld");
+}
+
 TEST_F(HostileSizes, LongHeaderBeforeManyRegionSets) {
   testkit::File file = with_empty_region_sets(testkit::file_of(testkit::one_tetrahedron()), 2500);
   testkit::Section comments = testkit::header_item("Comments", {});

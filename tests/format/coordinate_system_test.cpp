@@ -1,9 +1,8 @@
 // The coordinate system of a region set.
-#include "format/coordinate_system.h"
-
 #include <gtest/gtest.h>
 #include <string>
 
+#include "format/nodes.h"
 #include "testkit/mesh.h"
 #include "tests/format/input.h"
 #include "tests/support/thrown_message.h"

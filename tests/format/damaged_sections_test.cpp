@@ -8,7 +8,6 @@
 #include <vector>
 
 #include "format/ale.h"
-#include "format/coordinate_system.h"
 #include "format/elements.h"
 #include "format/header.h"
 #include "format/mat_of_elements.h"

@@ -146,12 +146,21 @@ TEST_F(FloatArray, FewerElementsThanItNeedsAreAnError) {
   EXPECT_EQ(array_error(bytes_of(Rule{8, 3, -1}), 3), "TOO FEW DATA RECORDS IN A DATA BLOCK.");
 }
 
+TEST_F(FloatArray, AnEndRuleInsteadOfElementsIsAnError) {
+  EXPECT_EQ(array_error(bytes_of(Rule{0, 0, 0}), 3), "ERROR IN FLDV4_I_END");
+}
+
+TEST_F(FloatArray, ARecordWithoutElementsMayFollowTheLastElement) {
+  const std::string block = bytes_of(Block::reals({1.0, 2.0}).cut(1).with_rule({4, 1, 3}));
+  EXPECT_EQ(array_error(block + std::string(8, '\0'), 2), "nothing was thrown");
+}
+
 TEST_F(FloatArray, ARuleThatIsNegativeTwiceAnnouncesNothing) {
   EXPECT_NE(array_error(bytes_of(Rule{8, -3, -1}), 3), "nothing was thrown");
 }
 
 TEST_F(FloatArray, MoreRecordsThanItNeedsAreAnError) {
-  EXPECT_EQ(array_error(bytes_of(Block::reals({1.0, 2.0, 3.0}).cut(1)), 2),
+  EXPECT_EQ(array_error(bytes_of(Block::reals({1.0, 2.0, 3.0}).cut(1)), 1),
             "TOO MANY DATA RECORDS IN A DATA BLOCK.");
 }
 

@@ -100,7 +100,6 @@ TEST_F(IntArray, MarkersOfRecordsAreNotLookedAt) {
 TEST_F(IntArray, WithoutRecordsReadsNothing) {
   EXPECT_EQ(ints(bytes_of(Rule{4, 3, 0}), 3), (std::vector<int>{-7, -7, -7}));
   EXPECT_EQ(ints(bytes_of(Rule{4, 3, -1}), 3), (std::vector<int>{-7, -7, -7}));
-  EXPECT_EQ(ints(bytes_of(Rule{0, 0, 0}), 3), (std::vector<int>{-7, -7, -7}));
 }
 
 TEST_F(IntArray, ElementsThatTheFileDoesNotGiveKeepTheirValue) {
@@ -112,12 +111,24 @@ TEST_F(IntArray, OfNoElementsMayHaveAnEmptyRecord) {
   EXPECT_EQ(ints(bytes_of(Rule{4, 0, 1}) + std::string(8, '\0'), 0), std::vector<int>());
 }
 
+TEST_F(IntArray, ARecordWithoutElementsMayFollowTheLastElement) {
+  const std::string empty(8, '\0');
+  EXPECT_EQ(ints(bytes_of(Rule{4, 3, 1}) + empty, 0), std::vector<int>());
+  const std::string block = bytes_of(Block::integers({1, 2, 3, 4}).cut(2).with_rule({4, 2, 3}));
+  EXPECT_EQ(ints(block + empty, 4), (std::vector<int>{1, 2, 3, 4}));
+}
+
 TEST_F(IntArray, MoreRecordsThanItNeedsAreAnError) {
   const std::string message = "TOO MANY DATA RECORDS IN A DATA BLOCK.";
-  EXPECT_EQ(int_error(bytes_of(Block::integers(kOneToTen).cut(4)), 8), message);
-  EXPECT_EQ(int_error(bytes_of(Block::integers(kOneToTen).cut(4)), 4), message);
-  EXPECT_EQ(int_error(bytes_of(Block::integers(kOneToTen)), 0), message);
-  EXPECT_EQ(int_error(bytes_of(Block::integers(kOneToTen).cut(1)), 9), message);
+  EXPECT_EQ(int_error(bytes_of(Block::integers(kOneToTen).cut(4)), 7), message);
+  EXPECT_EQ(int_error(bytes_of(Block::integers(kOneToTen).cut(4)), 3), message);
+  EXPECT_EQ(int_error(bytes_of(Block::integers(kOneToTen).cut(1)), 8), message);
+  EXPECT_EQ(int_error(bytes_of(Rule{4, 3, 2}) + std::string(16, '\0'), 0), message);
+}
+
+TEST_F(IntArray, AnEndRuleInsteadOfElementsIsAnError) {
+  EXPECT_EQ(int_error(bytes_of(Rule{0, 0, 0}), 3), "ERROR IN FLDV4_I_END");
+  EXPECT_EQ(ints(bytes_of(Rule{0, 0, 0}), 0), std::vector<int>());
 }
 
 TEST_F(IntArray, ManyMoreRecordsThanItNeedsAreAnError) {
@@ -176,10 +187,14 @@ TEST_F(Int64Array, ElementsThatTheFileDoesNotGive) {
 }
 
 TEST_F(Int64Array, MoreRecordsThanItNeedsAreAnErrorInBothWidths) {
-  EXPECT_EQ(long_error(bytes_of(Block::long_integers({1, 2, 3}, 4).cut(1)), 2),
+  EXPECT_EQ(long_error(bytes_of(Block::long_integers({1, 2, 3}, 4).cut(1)), 1),
             "TOO MANY DATA RECORDS IN A DATA BLOCK.");
-  EXPECT_EQ(long_error(bytes_of(Block::long_integers({1, 2, 3}, 8).cut(1)), 2),
+  EXPECT_EQ(long_error(bytes_of(Block::long_integers({1, 2, 3}, 8).cut(1)), 1),
             "TOO MANY DATA RECORDS IN A DATA BLOCK.");
+}
+
+TEST_F(Int64Array, AnEndRuleInsteadOfElementsIsAnError) {
+  EXPECT_EQ(long_error(bytes_of(Rule{0, 0, 0}), 1), "ERROR IN FLDV4_I_END");
 }
 
 TEST_F(Int64Array, ANegativeCountIsAnError) {
@@ -233,8 +248,11 @@ TEST_F(NewIntArray, FewerElementsThanItNeedsAreAnError) {
   const std::string message = "TOO FEW DATA RECORDS IN A DATA BLOCK.";
   EXPECT_EQ(new_array_error(bytes_of(Block::integers({1, 2, 3, 4}).cut(2)), 5), message);
   EXPECT_EQ(new_array_error(bytes_of(Rule{4, 5, 0}), 5), message);
-  EXPECT_EQ(new_array_error(bytes_of(Rule{0, 0, 0}), 1), message);
   EXPECT_EQ(new_array_error(bytes_of(Rule{4, 5, -1}), 5), message);
+}
+
+TEST_F(NewIntArray, AnEndRuleInsteadOfElementsIsAnError) {
+  EXPECT_EQ(new_array_error(bytes_of(Rule{0, 0, 0}), 1), "ERROR IN FLDV4_I_END");
 }
 
 TEST_F(NewIntArray, ARuleThatIsNegativeTwiceAnnouncesNothing) {
@@ -243,7 +261,7 @@ TEST_F(NewIntArray, ARuleThatIsNegativeTwiceAnnouncesNothing) {
 }
 
 TEST_F(NewIntArray, MoreRecordsThanItNeedsAreAnError) {
-  EXPECT_EQ(new_array_error(bytes_of(Block::integers(kOneToTen).cut(5)), 5),
+  EXPECT_EQ(new_array_error(bytes_of(Block::integers(kOneToTen).cut(5)), 4),
             "TOO MANY DATA RECORDS IN A DATA BLOCK.");
 }
 
@@ -274,8 +292,8 @@ TEST_F(SingleInt, WithoutRecordsIsTheDefault) {
   EXPECT_EQ(fld::read_int(Input(bytes_of(Rule{4, 1, 0})).stream(), 3), 3);
 }
 
-TEST_F(SingleInt, OfTwoRecordsIsAnError) {
-  const Input input(bytes_of(Block::integers({1, 2}).cut(1)));
+TEST_F(SingleInt, OfThreeRecordsIsAnError) {
+  const Input input(bytes_of(Block::integers({1, 2, 3}).cut(1)));
   EXPECT_EQ(thrown_message([&] { fld::read_int(input.stream()); }), "TOO MANY DATA RECORDS IN A DATA BLOCK.");
 }
 

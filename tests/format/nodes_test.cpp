@@ -95,7 +95,7 @@ TEST_F(Nodes, WithMoreOrFewerAxesFail) {
   section.blocks.push_back(section.blocks.back());
   EXPECT_EQ(error_of(section), "ERROR IN FLDV4_I_END");
   section.blocks.resize(3);  // the end rule stands in the place of z
-  EXPECT_EQ(error_of(section), "THIS FLD FILE HAS AN INVALID DATA TYPE.");
+  EXPECT_EQ(error_of(section), "ERROR IN FLDV4_I_END");
 }
 
 TEST_F(Nodes, FreeTheirArrays) {

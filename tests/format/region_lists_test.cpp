@@ -258,7 +258,7 @@ TYPED_TEST(RegionLists, AWrongCountOfEntriesIsAnError) {
 TYPED_TEST(RegionLists, MoreRecordsThanEntriesAreAnError) {
   Section section = this->section({"x"});
   section.blocks[3] = Block::integer(1);
-  section.blocks[4] = section.blocks[4].cut(1);
+  section.blocks[4] = section.blocks[4].cut(1).with_rule({4, 1, 3});
   EXPECT_EQ(this->error_of(section), "TOO MANY DATA RECORDS IN A DATA BLOCK.");
 }
 

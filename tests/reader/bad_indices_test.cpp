@@ -200,6 +200,16 @@ TEST_F(BadIndices, OneLineOfWarningPerKind) {
             warnings_of(file_of(mesh)));
 }
 
+TEST_F(BadIndices, OneLineOfWarningForAllRegionSetsOfAFile) {
+  testkit::Mesh mesh = numbered_mesh(4);
+  mesh.elements.conn.values()[0] = 99;
+  testkit::File file = file_at(0, {mesh, numbered_mesh(4), mesh});
+  const auto path = write(file);
+  EXPECT_EQ(trace(path) + trace(path) + trace(path) + trace(path) +
+                warning(2, "NODE NUMBERS OF ELEMENTS OUT OF RANGE") + "read done\n",
+            stderr_of([&] { EXPECT_EQ(1, host.open(path)); }));
+}
+
 TEST_F(BadIndices, MeshWithoutNodesHasRowsOfNode1) {
   testkit::Mesh mesh = numbered_mesh(4);
   mesh.nodes = {};
@@ -231,6 +241,17 @@ TEST_F(BadIndices, WarningsComeAgainWhenAStepIsRead) {
   open(in("case_1.fld"));
   EXPECT_EQ(trace(in("case_2.fld")) + "WARNING : 1 NODE NUMBERS OF ELEMENTS OUT OF RANGE IN " +
                 in("case_2.fld").string() + "\n",
+            select(1, 1));
+}
+
+TEST_F(BadIndices, OneLineOfWarningForAllRegionSetsOfAStep) {
+  testkit::Mesh mesh = numbered_mesh(4);
+  write(file_at(1, {mesh, mesh}), "case_1.fld");
+  mesh.elements.conn.values()[0] = 99;
+  write(file_at(2, {mesh, mesh}), "case_2.fld");
+  open(in("case_1.fld"));
+  EXPECT_EQ(trace(in("case_2.fld")) + trace(in("case_2.fld")) +
+                "WARNING : 2 NODE NUMBERS OF ELEMENTS OUT OF RANGE IN " + in("case_2.fld").string() + "\n",
             select(1, 1));
 }
 

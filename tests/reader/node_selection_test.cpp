@@ -18,8 +18,7 @@ using Nodes = std::vector<int>;
 class NodeSelection : public LinkedReader {
  protected:
   static Nodes select_part(int part) {
-    fld::select_nodes(fld::find_part(part));
-    const auto nodes = fld::selected_nodes();
+    const auto nodes = fld::select_nodes(fld::find_part(part)).nodes;
     return {nodes.begin(), nodes.end()};
   }
   static Nodes marked_nodes() {
@@ -57,7 +56,7 @@ TEST_F(NodeSelection, IsTheSameEachTimeAPartIsSelected) {
     const Nodes& nodes = expected[static_cast<std::size_t>(part) - 1];
     EXPECT_EQ(nodes, select_part(part)) << part;
     EXPECT_EQ(nodes, marked_nodes()) << part;
-    EXPECT_FALSE(fld::all_nodes_selected());
+    EXPECT_FALSE(fld::select_nodes(fld::find_part(part)).is_whole_mesh);
     const int* const numbers = fld::local_numbers();
     for (std::size_t k = 0; k < nodes.size(); ++k) EXPECT_EQ(static_cast<int>(k), numbers[nodes[k]]) << part;
   }
@@ -69,9 +68,10 @@ TEST_F(NodeSelection, OfAllNodesHasNoList) {
   add_surface(mesh, "wall", {1, 2, 3});
   write_and_open(testkit::file_of(mesh));
   for (const int part : {2, 3, 1, 2, 3}) {
-    EXPECT_EQ(part == 1 ? 3 : 4, fld::select_nodes(fld::find_part(part)));
-    EXPECT_EQ(part != 1, fld::all_nodes_selected());
-    EXPECT_EQ(part == 1 ? 3U : 0U, fld::selected_nodes().size());
+    const fld::PartNodes selected = fld::select_nodes(fld::find_part(part));
+    EXPECT_EQ(part == 1 ? 3 : 4, selected.count);
+    EXPECT_EQ(part != 1, selected.is_whole_mesh);
+    EXPECT_EQ(part == 1 ? 3U : 0U, selected.nodes.size());
     EXPECT_EQ(part == 1 ? (Nodes{1, 2, 3}) : (Nodes{0, 1, 2, 3}), marked_nodes());
   }
 }
@@ -153,13 +153,12 @@ TEST_F(NodeSelection, StaysWhileTheGeometryDoes) {
   write(file_at(0, {mesh}), "case_0.fld");
   write(later, "case_1.fld");
   open(in("case_0.fld"));
-  select_part(1);
-  const int* const list = fld::selected_nodes().data();
+  const int* const list = fld::select_nodes(fld::find_part(1)).nodes.data();
   select_part(2);
   select(2, 1);
   select(1, 0);
   EXPECT_EQ((Nodes{1, 2, 3}), select_part(1));
-  EXPECT_EQ(list, fld::selected_nodes().data());
+  EXPECT_EQ(list, fld::select_nodes(fld::find_part(1)).nodes.data());
 }
 
 }  // namespace

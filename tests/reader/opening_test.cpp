@@ -40,6 +40,20 @@ TEST_F(Opening, GeometryOfEveryRegionSetIsRead) {
   EXPECT_EQ(3, host.part_count());
 }
 
+TEST_F(Opening, RecordsWithoutElementsAreRead) {
+  testkit::Mesh mesh = numbered_mesh(4);
+  mesh.surfaces.push_back({.name = "empty"});
+  testkit::File file = file_of(mesh);
+  auto& surfaces = file.region_sets[0].section("LS_SurfaceGeometry").blocks;
+  surfaces[4] = testkit::Block::rule_alone({4, 3, 1});  // the face types
+  surfaces.insert(surfaces.begin() + 5, testkit::Block::record_alone(""));
+  auto& materials = file.region_sets[0].section("LS_MatOfElements").blocks;
+  materials[1] = materials[1].with_rule({4, 1, 2});
+  materials.push_back(testkit::Block::record_alone(""));
+  open(write(file));
+  EXPECT_EQ((std::vector<std::string>{"empty", "ALL_ELEMENTS"}), host.part_names());
+}
+
 TEST_F(Opening, NameWithoutACycleIsOneFileWhateverIsBesideIt) {
   write(file_at(1, {numbered_mesh(4)}), "case_1.fld");
   open(write(file_at(9, {numbered_mesh(4)}), "case.fld"));

@@ -2,6 +2,7 @@
 #include "reader/work_tables.h"
 
 #include <algorithm>
+#include <fstream>
 #include <string>
 #include <sys/resource.h>
 
@@ -204,6 +205,30 @@ TEST_F(WorkTables, OtherCodesAddNothingAndAreReportedWithoutALineEnd) {
       stderr_of([&] { offsets = fld::aloc_ele2head(7, types.data()); }));
   EXPECT_EQ((std::vector<long>{0, 0, 4, 4, 12, 12, 12}), std::vector<long>(offsets, offsets + 7));
   fld::cv_mfree(offsets);
+}
+
+// Calls to write(2) that this process has made.
+long count_writes() {
+  std::ifstream io("/proc/self/io");
+  std::string name;
+  long value = 0;
+  while (io >> name >> value) {
+    if (name == "syscw:") return value;
+  }
+  return -1;
+}
+
+TEST_F(WorkTables, ManyOtherCodesAreReportedWithFewWrites) {
+  constexpr int kCount = 250050;
+  std::vector<int> types(kCount, 99);
+  long writes = 0;
+  const std::string text = stderr_of([&] {
+    const long before = count_writes();
+    fld::cv_mfree(fld::aloc_ele2head(kCount, types.data()));
+    writes = count_writes() - before;
+  });
+  EXPECT_EQ(kCount * std::string("HANDLING AN INVALID DATA TYPE(1000174).").size(), text.size());
+  EXPECT_GT(kCount / 50, writes);
 }
 
 TEST_F(WorkTables, NoElementsHaveNoOffsets) {
