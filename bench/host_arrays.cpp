@@ -4,14 +4,12 @@
 #include <stdexcept>
 #include <unistd.h>
 
-#include "host/element_slots.h"
-#include "host/text_rows.h"
+#include "host/call_arrays.h"
 
 namespace bench {
 
 namespace {
 
-constexpr std::size_t kDescription = 80;
 constexpr int kDone = 1;
 constexpr int kScalarType = 1;
 
@@ -52,9 +50,7 @@ void Host::simplify_series() {
 }
 
 void Host::open(const std::filesystem::path& file) {
-  std::string path = file.string();
-  std::string none;
-  check(entry_points().set_filenames(path.data(), none.data(), none.data(), 0) == kDone, "opening");
+  check(host::call_set_filenames(entry_points(), file, host::call_directly) == kDone, "opening");
 }
 
 void Host::select_step(int set, int step) {
@@ -63,28 +59,16 @@ void Host::select_step(int set, int step) {
 
 std::vector<PartInfo> Host::parts() const {
   const auto count = static_cast<std::size_t>(entry_points().get_number_of_model_parts());
-  std::vector<int> ids(count);
-  std::vector<int> types(count);
-  std::vector<int> nodes(count);
-  std::vector<int> numbers(count * host::kElementSlots);
-  std::vector<int> unused(count * 6);
-  std::vector<int*> number_rows(count);
-  std::vector<int*> unused_rows(count);
-  host::TextRows names(count, kDescription);
-  for (std::size_t i = 0; i < count; ++i) {
-    number_rows[i] = numbers.data() + i * host::kElementSlots;
-    unused_rows[i] = unused.data() + i * 6;
-  }
-  check(entry_points().get_gold_part_build_info(ids.data(), types.data(), names.rows(), nodes.data(),
-                                                number_rows.data(), unused_rows.data(),
-                                                unused_rows.data()) == kDone,
-        "build information");
+  host::PartArrays<host::PooledStorage> arrays(count);
+  check(arrays.fill(entry_points(), host::call_directly) == kDone, "build information");
   std::vector<PartInfo> parts(count);
   for (std::size_t i = 0; i < count; ++i) {
-    parts[i] = {
-        .number = ids[i], .name = names.text(i), .nodes = static_cast<std::size_t>(nodes[i]), .elements = {}};
+    parts[i] = {.number = arrays.ids[i],
+                .name = arrays.descriptions.text(i),
+                .nodes = static_cast<std::size_t>(arrays.nodes[i]),
+                .elements = {}};
     for (int slot = 0; slot < host::kElementSlots; ++slot) {
-      const int elements = number_rows[i][slot];
+      const int elements = arrays.elements[i][slot];
       if (elements > 0) parts[i].elements[slot] = static_cast<std::size_t>(elements);
     }
   }

@@ -8,7 +8,7 @@
 #include <string>
 
 #include "fuzz/trial.h"
-#include "host/element_slots.h"
+#include "host/call_arrays.h"
 
 namespace fuzz {
 namespace {
@@ -47,20 +47,11 @@ class Array {
 };
 
 template <class T>
-class Rows {
+class Rows : public host::SeparateRows<T> {
  public:
-  Rows(int count, int width, T value = T()) : pointers_(count) {
-    for (int i = 0; i < count; ++i) {
-      rows_.emplace_back(width, value);
-      pointers_[i] = rows_.back().data();
-    }
-  }
-  T** data() { return pointers_.data(); }
-  T* operator[](int i) { return pointers_[i]; }
-
- private:
-  std::vector<Array<T>> rows_;
-  Array<T*> pointers_;
+  Rows(int count, int width, T value = T())
+      : host::SeparateRows<T>(static_cast<std::size_t>(count), static_cast<std::size_t>(width), value) {}
+  T* operator[](int i) { return host::SeparateRows<T>::operator[](static_cast<std::size_t>(i)); }
 };
 
 }  // namespace
@@ -130,18 +121,13 @@ void CallSequence::ask_times() {
 }
 
 std::vector<CallSequence::PartSize> CallSequence::build_parts() {
-  const int parts = api_.get_number_of_model_parts();
-  Array<int> ids(parts);
-  Array<int> types(parts);
-  Array<int> nodes(parts);
-  Rows<char> descriptions(parts, kText);
-  Rows<int> elements(parts, host::kElementSlots);
-  api_.get_gold_part_build_info(ids.data(), types.data(), descriptions.data(), nodes.data(), elements.data(),
-                                nullptr, nullptr);
+  const auto parts = static_cast<std::size_t>(api_.get_number_of_model_parts());
+  host::PartArrays<host::SeparateStorage> arrays(parts);
+  arrays.fill(api_, host::call_directly);
   std::vector<PartSize> sizes;
-  for (int part = 0; part < parts; ++part) {
-    const int* counts = elements[part];
-    sizes.push_back({nodes[part], {counts, counts + host::kElementSlots}});
+  for (std::size_t part = 0; part < parts; ++part) {
+    const int* counts = arrays.elements[part];
+    sizes.push_back({arrays.nodes[part], {counts, counts + host::kElementSlots}});
   }
   return sizes;
 }
@@ -166,7 +152,7 @@ void CallSequence::ask_coordinates() {
   const int part = number_up_to(api_.get_number_of_model_parts() + 1);
   const int nodes = size_of(part).nodes;
   Rows<float> axes(3, nodes + 1, std::numeric_limits<float>::quiet_NaN());
-  api_.get_part_coords(part, axes.data());
+  api_.get_part_coords(part, axes.rows());
   for (int i = 1; i <= nodes; ++i) {
     for (int axis = 0; axis < 3; ++axis) {
       if (std::isnan(axes[axis][i])) report_broken_promise("a coordinate that was not written");
@@ -184,7 +170,7 @@ void CallSequence::ask_elements() {
   const host::ElementShape* shape = host::shape_of_slot(slot);
   const int width = shape != nullptr ? shape->nodes : kLargestRow;
   Rows<int> rows(count, width);
-  if (api_.get_part_elements_by_type(part, slot, rows.data()) >= 0) {
+  if (api_.get_part_elements_by_type(part, slot, rows.rows()) >= 0) {
     // Where a node cannot be given the row says 1, also when the part has no node at all.
     const int nodes = std::max(1, size.nodes);
     for (int e = 0; e < count; ++e) {
@@ -198,19 +184,9 @@ void CallSequence::ask_elements() {
 }
 
 void CallSequence::ask_variables() {
-  const int count = api_.get_number_of_variables();
-  Rows<char> descriptions(count, kText);
-  Rows<char> files(count, kText);
-  Rows<char> imaginary_files(count, kText);
-  Array<int> types(count);
-  Array<int> classify(count);
-  Array<int> complex(count);
-  Array<int> constant(count);
-  Array<int> sets(count);
-  Array<float> frequencies(count);
-  api_.get_gold_variable_info(descriptions.data(), files.data(), types.data(), classify.data(),
-                              complex.data(), imaginary_files.data(), frequencies.data(), constant.data(),
-                              sets.data());
+  host::VariableArrays<host::SeparateStorage> arrays(
+      static_cast<std::size_t>(api_.get_number_of_variables()));
+  arrays.fill(api_, host::call_directly);
 }
 
 void CallSequence::ask_values() {
@@ -268,7 +244,7 @@ void CallSequence::ask_identity() {
   api_.get_extra_gui_numbers(&toggles, &pulldowns, &number);
   Rows<char> titles(toggles, kToggleTitle);
   Array<int> defaults(toggles);
-  api_.get_extra_gui_defaults(titles.data(), defaults.data(), nullptr, nullptr, nullptr, nullptr, nullptr,
+  api_.get_extra_gui_defaults(titles.rows(), defaults.data(), nullptr, nullptr, nullptr, nullptr, nullptr,
                               nullptr);
 }
 

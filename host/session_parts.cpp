@@ -2,55 +2,29 @@
 #include <limits>
 #include <string>
 
+#include "host/call_arrays.h"
 #include "host/error.h"
 #include "host/part_kinds.h"
 #include "host/session.h"
-#include "host/text_rows.h"
 
 namespace host {
-namespace {
-
-constexpr std::size_t kDescriptionText = 80;
-
-// `count` rows of `width` ints each, in one pool, as the array of pointers that a reader takes.
-class IntRows {
- public:
-  IntRows(std::size_t count, std::size_t width) : pool_(count * width), rows_(count) {
-    for (std::size_t i = 0; i < count; ++i) rows_[i] = pool_.data() + i * width;
-  }
-
-  int** rows() { return rows_.data(); }
-  const int* row(std::size_t i) const { return rows_[i]; }
-  std::vector<int>& pool() { return pool_; }
-
- private:
-  std::vector<int> pool_;
-  std::vector<int*> rows_;
-};
-
-}  // namespace
 
 void Session::ask_parts() {
   building_parts_ = true;
   const auto count = static_cast<std::size_t>(guarded_.call_checked(entry_.get_number_of_model_parts));
-  std::vector<int> ids(count);
-  std::vector<int> types(count);
-  std::vector<int> node_counts(count);
-  TextRows descriptions(count, kDescriptionText);
-  IntRows element_counts(count, kElementSlots);
-  IntRows dimensions(count, 3);
-  IntRows blanking(count, 6);
-  guarded_.call_checked(entry_.get_gold_part_build_info, ids.data(), types.data(), descriptions.rows(),
-                        node_counts.data(), element_counts.rows(), dimensions.rows(), blanking.rows());
+  PartArrays<PooledStorage> arrays(count);
+  arrays.fill(entry_, [this](const auto& entry_point, auto... arguments) {
+    return guarded_.call_checked(entry_point, arguments...);
+  });
   std::vector<Part> parts(count);
   for (std::size_t i = 0; i < count; ++i) {
     Part& part = parts[i];
     part.number = static_cast<int>(i) + 1;
-    part.name = descriptions.text(i);
-    part.nodes = node_counts[i];
+    part.name = arrays.descriptions.text(i);
+    part.nodes = arrays.nodes[i];
     bool is_sound = part.nodes >= 0;
     for (std::size_t slot = 0; slot < kElementSlots; ++slot) {
-      part.elements[slot] = element_counts.row(i)[slot];
+      part.elements[slot] = arrays.elements[i][slot];
       is_sound = is_sound && part.elements[slot] >= 0;
     }
     if (!is_sound) {
@@ -96,7 +70,7 @@ std::vector<ElementBlock> Session::elements(int part) {
       throw Error("part " + std::to_string(part) + " has elements of slot " + std::to_string(slot) +
                   ", a shape that this host does not know");
     }
-    IntRows rows(count, static_cast<std::size_t>(shape->nodes));
+    PooledRows<int> rows(count, static_cast<std::size_t>(shape->nodes));
     guarded_.call_checked(entry_.get_part_elements_by_type, part, slot, rows.rows());
     ElementBlock block{*shape, std::move(rows.pool())};
     check_node_numbers(asked, block);

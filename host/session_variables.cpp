@@ -3,16 +3,14 @@
 #include <iterator>
 #include <string>
 
+#include "host/call_arrays.h"
 #include "host/error.h"
 #include "host/session.h"
-#include "host/text_rows.h"
 #include "host/undefined_value.h"
 #include "host/variable_description.h"
 
 namespace host {
 namespace {
-
-constexpr std::size_t kRowText = 80;
 
 // The interface's codes.
 constexpr int kScalarType = 1;
@@ -35,28 +33,16 @@ Location location_of(int classify) {
 void Session::ask_variables() {
   finish_parts();
   const auto count = static_cast<std::size_t>(guarded_.call_checked(entry_.get_number_of_variables));
-  TextRows descriptions(count, kRowText);
-  TextRows files(count, kRowText);
-  TextRows imaginary_files(count, kRowText);
-  std::vector<int> types(count);
-  std::vector<int> classify(count);
-  std::vector<int> complex(count);
-  std::vector<float> frequencies(count);
-  std::vector<int> constant(count);
-  std::vector<int> time_sets(count);
-  guarded_.call_checked(entry_.get_gold_variable_info, descriptions.rows(), files.rows(), types.data(),
-                        classify.data(), complex.data(), imaginary_files.rows(), frequencies.data(),
-                        constant.data(), time_sets.data());
+  VariableArrays<PooledStorage> arrays(count);
+  arrays.fill(entry_, [this](const auto& entry_point, auto... arguments) {
+    return guarded_.call_checked(entry_point, arguments...);
+  });
   std::vector<Variable> variables(count);
   for (std::size_t i = 0; i < count; ++i) {
-    VariableDescription parts = split_description(descriptions.text(i));
-    variables[i] = {static_cast<int>(i) + 1,
-                    std::move(parts.name),
-                    std::move(parts.label),
-                    descriptions.text(i),
-                    kind_of(types[i]),
-                    location_of(classify[i]),
-                    time_sets[i]};
+    VariableDescription parts = split_description(arrays.descriptions.text(i));
+    variables[i] = {static_cast<int>(i) + 1,     std::move(parts.name),    std::move(parts.label),
+                    arrays.descriptions.text(i), kind_of(arrays.types[i]), location_of(arrays.classify[i]),
+                    arrays.time_sets[i]};
   }
   variables_ = std::move(variables);
 }

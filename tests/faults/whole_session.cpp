@@ -7,7 +7,7 @@
 #include <utility>
 #include <vector>
 
-#include "host/element_slots.h"
+#include "host/call_arrays.h"
 #include "support/errors.h"
 #include "tests/faults/assertion_failure.h"
 
@@ -20,26 +20,11 @@ constexpr int kVariableSet = 2;
 constexpr int kVector = 2;
 constexpr int kPerNode = 4;
 
-// Every row is a block of its own, so that a memory checker sees each end.
 template <class T>
-class Rows {
+class Rows : public host::SeparateRows<T> {
  public:
-  Rows(int count, int width) : count_(count), width_(width) {
-    for (int i = 0; i < count; ++i) {
-      blocks_.push_back(std::make_unique<T[]>(static_cast<std::size_t>(width)));
-      pointers_.push_back(blocks_.back().get());
-    }
-  }
-  T** data() { return pointers_.data(); }
-  const T* operator[](int i) const { return pointers_[static_cast<std::size_t>(i)]; }
-  int count() const { return count_; }
-  int width() const { return width_; }
-
- private:
-  std::vector<std::unique_ptr<T[]>> blocks_;
-  std::vector<T*> pointers_;
-  int count_;
-  int width_;
+  Rows(int count, int width)
+      : host::SeparateRows<T>(static_cast<std::size_t>(count), static_cast<std::size_t>(width)) {}
 };
 
 // The numbers from `first` on, `count` of them, or kMost evenly spread ones.
@@ -53,16 +38,18 @@ std::vector<int> chosen(int first, int count) {
 }
 
 class Session {
+  // For the functions of host/call_arrays.h.
+  auto caller() {
+    return [this](const auto& entry_point, auto... arguments) { return call(entry_point, arguments...); };
+  }
+
  public:
   explicit Session(const host::EntryPoints& api) : api_(api) {}
 
   Ending run(const std::filesystem::path& path, const SessionOptions& options) {
     lines_ = options.lines;
     introduce(options);
-    std::string name = path.string();
-    std::string second;
-    std::string directory = path.parent_path().string();
-    ending_.is_open = call(api_.set_filenames, name.data(), second.data(), directory.data(), 0) == 1;
+    ending_.is_open = host::call_set_filenames(api_, path, caller()) == 1;
     go_through();
     if (options.ends) call(api_.exit_routine);
     return ending_;
@@ -110,8 +97,8 @@ class Session {
       mix(std::uint64_t{bytes[i]});
   }
   template <class T>
-  void mix(const Rows<T>& rows) {
-    for (int i = 0; i < rows.count(); ++i) mix(rows[i], rows.width());
+  void mix(const host::SeparateRows<T>& rows) {
+    for (std::size_t i = 0; i < rows.count(); ++i) mix(rows[i], static_cast<int>(rows.width()));
   }
 
   void note(Outcome outcome, const std::string& detail) {
@@ -167,18 +154,11 @@ class Session {
 
   void take_parts() {
     const int parts = count(api_.get_number_of_model_parts);
-    std::vector<int> ids(static_cast<std::size_t>(parts));
-    std::vector<int> types(ids.size());
-    nodes_.assign(ids.size(), 0);
-    Rows<char> descriptions(parts, kText);
-    elements_ = std::make_unique<Rows<int>>(parts, host::kElementSlots);
-    Rows<int> dimensions(parts, 3);
-    Rows<int> blanking(parts, 6);
-    call(api_.get_gold_part_build_info, ids.data(), types.data(), descriptions.data(), nodes_.data(),
-         elements_->data(), dimensions.data(), blanking.data());
-    mix(nodes_.data(), parts);
-    mix(descriptions);
-    mix(*elements_);
+    parts_ = std::make_unique<PartArrays>(static_cast<std::size_t>(parts));
+    parts_->fill(api_, caller());
+    mix(parts_->nodes.data(), parts);
+    mix(parts_->descriptions);
+    mix(parts_->elements);
     for (const int part : chosen(1, parts)) take_part(part);
     call(api_.stop_part_building);
   }
@@ -187,7 +167,7 @@ class Session {
     const int nodes = nodes_of(part);
     if (nodes < 0) return broken("a part with a negative number of nodes");
     Rows<float> coordinates(3, nodes + 1);
-    call(api_.get_part_coords, part, coordinates.data());
+    call(api_.get_part_coords, part, coordinates.rows());
     mix(coordinates);
     std::vector<int> ids(static_cast<std::size_t>(nodes) + 1);
     call(api_.get_part_node_ids, part, ids.data());
@@ -203,12 +183,12 @@ class Session {
     Rows<int> rows(count, shape->nodes);
     std::vector<int> ids(static_cast<std::size_t>(count) + 1);
     call(api_.get_part_element_ids_by_type, part, slot, ids.data());
-    if (call(api_.get_part_elements_by_type, part, slot, rows.data()) < 0) return;
+    if (call(api_.get_part_elements_by_type, part, slot, rows.rows()) < 0) return;
     mix(rows);
     // Where a node cannot be given the row says 1, also when the part has no node at all.
     const auto nodes = static_cast<unsigned>(std::max(1, nodes_of(part)));
-    for (int e = 0; e < count; ++e) {
-      for (int i = 0; i < rows.width(); ++i) {
+    for (std::size_t e = 0; e < rows.count(); ++e) {
+      for (std::size_t i = 0; i < rows.width(); ++i) {
         if (static_cast<unsigned>(rows[e][i]) - 1U >= nodes) return broken("a node number of no node");
       }
     }
@@ -216,30 +196,20 @@ class Session {
 
   void take_variables() {
     const int variables = count(api_.get_number_of_variables);
-    const auto size = static_cast<std::size_t>(variables);
-    Rows<char> descriptions(variables, kText);
-    Rows<char> files(variables, kText);
-    Rows<char> imaginary_files(variables, kText);
-    std::vector<int> types(size);
-    std::vector<int> classify(size);
-    std::vector<int> complex(size);
-    std::vector<float> frequency(size);
-    std::vector<int> constant(size);
-    std::vector<int> sets(size);
-    call(api_.get_gold_variable_info, descriptions.data(), files.data(), types.data(), classify.data(),
-         complex.data(), imaginary_files.data(), frequency.data(), constant.data(), sets.data());
-    mix(descriptions);
-    mix(types.data(), variables);
+    host::VariableArrays<host::SeparateStorage> arrays(static_cast<std::size_t>(variables));
+    arrays.fill(api_, caller());
+    mix(arrays.descriptions);
+    mix(arrays.types.data(), variables);
     for (const int variable : chosen(1, variables)) {
       const auto i = static_cast<std::size_t>(variable) - 1;
-      for (const int part : chosen(1, static_cast<int>(nodes_.size()))) {
-        if (classify[i] == kPerNode) {
-          for (int component = 0; component < (types[i] == kVector ? 3 : 1); ++component) {
-            take_values(variable, part, types[i], 0, component, nodes_of(part));
+      for (const int part : chosen(1, static_cast<int>(parts_->nodes.size()))) {
+        if (arrays.classify[i] == kPerNode) {
+          for (int component = 0; component < (arrays.types[i] == kVector ? 3 : 1); ++component) {
+            take_values(variable, part, arrays.types[i], 0, component, nodes_of(part));
           }
         } else {
           for (int slot = 0; slot < host::kElementSlots; ++slot) {
-            take_values(variable, part, types[i], slot, 0, elements_of(part, slot));
+            take_values(variable, part, arrays.types[i], slot, 0, elements_of(part, slot));
           }
         }
       }
@@ -262,14 +232,17 @@ class Session {
     mix(text.data(), size);
   }
 
-  int nodes_of(int part) const { return nodes_[static_cast<std::size_t>(part) - 1]; }
-  int elements_of(int part, int slot) const { return (*elements_)[part - 1][slot]; }
+  int nodes_of(int part) const { return parts_->nodes[static_cast<std::size_t>(part) - 1]; }
+  int elements_of(int part, int slot) const {
+    return parts_->elements[static_cast<std::size_t>(part) - 1][slot];
+  }
+
+  using PartArrays = host::PartArrays<host::SeparateStorage>;
 
   const host::EntryPoints& api_;
   const SpokenLines* lines_ = nullptr;
   Ending ending_;
-  std::vector<int> nodes_;
-  std::unique_ptr<Rows<int>> elements_;
+  std::unique_ptr<PartArrays> parts_;
 };
 
 }  // namespace

@@ -5,7 +5,7 @@
 #include <cstring>
 #include <ostream>
 
-#include "host/element_slots.h"
+#include "host/call_arrays.h"
 #include "tests/reader/stderr_text.h"
 
 namespace reader_test {
@@ -15,55 +15,57 @@ constexpr std::size_t kGuard = 4;  // entries behind every array
 constexpr std::size_t kText = 80;  // characters of the host's buffers
 
 template <class T>
-bool are_all(const T* begin, std::size_t count, T untouched) {
-  return std::all_of(begin, begin + count, [untouched](T value) { return value == untouched; });
+constexpr T kUntouched = kUntouchedInt;
+template <>
+constexpr float kUntouched<float> = kUntouchedFloat;
+template <>
+constexpr char kUntouched<char> = kUntouchedChar;
+
+template <class T>
+bool are_untouched(const T* begin, std::size_t count) {
+  return std::all_of(begin, begin + count, [](T value) { return value == kUntouched<T>; });
 }
 
 // An array of `size` entries with untouched ones behind.
 template <class T>
 class GuardedArray {
  public:
-  GuardedArray(std::size_t size, T untouched)
-      : entries_(size + kGuard, untouched), size_(size), untouched_(untouched) {}
+  explicit GuardedArray(std::size_t size) : entries_(size + kGuard, kUntouched<T>), size_(size) {}
 
   T* data() { return entries_.data(); }
   T operator[](std::size_t i) const { return entries_[i]; }
   void expect_guard(const char* what) const {
-    EXPECT_TRUE(are_all(entries_.data() + size_, kGuard, untouched_)) << what << " written beyond their end";
+    EXPECT_TRUE(are_untouched(entries_.data() + size_, kGuard)) << what << " written beyond their end";
   }
   void expect_untouched(const char* what) const {
-    EXPECT_TRUE(are_all(entries_.data(), entries_.size(), untouched_)) << what << " written";
+    EXPECT_TRUE(are_untouched(entries_.data(), entries_.size())) << what << " written";
   }
 
  private:
   std::vector<T> entries_;
   std::size_t size_;
-  T untouched_;
 };
 
 // `count` rows of `width` entries, each with untouched ones behind, and rows behind that are all untouched.
 template <class T>
 class GuardedRows {
  public:
-  GuardedRows(std::size_t count, std::size_t width, T untouched)
-      : pool_((count + kGuard) * (width + kGuard), untouched),
-        count_(count),
-        width_(width),
-        untouched_(untouched) {
+  GuardedRows(std::size_t count, std::size_t width)
+      : pool_((count + kGuard) * (width + kGuard), kUntouched<T>), count_(count), width_(width) {
     for (std::size_t i = 0; i < count + kGuard; ++i) rows_.push_back(pool_.data() + i * (width + kGuard));
   }
 
-  T** data() { return rows_.data(); }
+  T** rows() { return rows_.data(); }
   const T* operator[](std::size_t i) const { return rows_[i]; }
   void expect_guard(const char* what) const {
     for (std::size_t i = 0; i < rows_.size(); ++i) {
       const std::size_t from = i < count_ ? width_ : 0;
-      EXPECT_TRUE(are_all(rows_[i] + from, width_ + kGuard - from, untouched_))
+      EXPECT_TRUE(are_untouched(rows_[i] + from, width_ + kGuard - from))
           << what << " written beyond their end in row " << i;
     }
   }
   void expect_untouched(const char* what) const {
-    EXPECT_TRUE(are_all(pool_.data(), pool_.size(), untouched_)) << what << " written";
+    EXPECT_TRUE(are_untouched(pool_.data(), pool_.size())) << what << " written";
   }
 
  private:
@@ -71,7 +73,14 @@ class GuardedRows {
   std::vector<T*> rows_;
   std::size_t count_;
   std::size_t width_;
-  T untouched_;
+};
+
+struct GuardedStorage {
+  template <class T>
+  using Array = GuardedArray<T>;
+  template <class T>
+  using Rows = GuardedRows<T>;
+  using Texts = GuardedRows<char>;
 };
 
 std::string text_of(const char* buffer) {
@@ -96,36 +105,29 @@ void PrintTo(const Answer& answer, std::ostream* out) {
 }
 
 int HostCalls::open(const std::filesystem::path& path, const std::string& second) const {
-  std::string first_name = path.string();
-  std::string second_name = second;
-  std::string directory = path.parent_path().string();
-  return api_->set_filenames(first_name.data(), second_name.data(), directory.data(), 0);
+  return host::call_set_filenames(*api_, path, host::call_directly, second);
 }
 
 std::vector<PartInfo> HostCalls::parts() const {
   const auto count = static_cast<std::size_t>(part_count());
-  GuardedArray<int> ids(count, kUntouchedInt);
-  GuardedArray<int> types(count, kUntouchedInt);
-  GuardedArray<int> nodes(count, kUntouchedInt);
-  GuardedRows<char> descriptions(count, kText, kUntouchedChar);
-  GuardedRows<int> elements(count, host::kElementSlots, kUntouchedInt);
-  GuardedRows<int> dimensions(count, 3, kUntouchedInt);
-  GuardedRows<int> blanking(count, 6, kUntouchedInt);
-  EXPECT_EQ(1, api_->get_gold_part_build_info(ids.data(), types.data(), descriptions.data(), nodes.data(),
-                                              elements.data(), dimensions.data(), blanking.data()));
-  ids.expect_guard("part ids");
-  types.expect_guard("part types");
-  nodes.expect_guard("node counts");
-  descriptions.expect_guard("part descriptions");
-  elements.expect_guard("element counts");
-  dimensions.expect_untouched("block dimensions");
-  blanking.expect_untouched("blanking options");
+  host::PartArrays<GuardedStorage> arrays(count);
+  EXPECT_EQ(1, arrays.fill(*api_, host::call_directly));
+  arrays.ids.expect_guard("part ids");
+  arrays.types.expect_guard("part types");
+  arrays.nodes.expect_guard("node counts");
+  arrays.descriptions.expect_guard("part descriptions");
+  arrays.elements.expect_guard("element counts");
+  arrays.dimensions.expect_untouched("block dimensions");
+  arrays.blanking.expect_untouched("blanking options");
   std::vector<PartInfo> parts(count);
   for (std::size_t i = 0; i < count; ++i) {
-    parts[i] = {
-        .id = ids[i], .type = types[i], .name = text_of(descriptions[i]), .nodes = nodes[i], .elements = {}};
+    parts[i] = {.id = arrays.ids[i],
+                .type = arrays.types[i],
+                .name = text_of(arrays.descriptions[i]),
+                .nodes = arrays.nodes[i],
+                .elements = {}};
     for (int slot = 0; slot < host::kElementSlots; ++slot) {
-      if (elements[i][slot] != 0) parts[i].elements[slot] = elements[i][slot];
+      if (arrays.elements[i][slot] != 0) parts[i].elements[slot] = arrays.elements[i][slot];
     }
   }
   return parts;
@@ -147,8 +149,8 @@ Points HostCalls::coordinates(int part) const {
 
 Points HostCalls::coordinates(int part, int nodes) const {
   const auto count = static_cast<std::size_t>(nodes);
-  GuardedRows<float> axes(3, count + 1, kUntouchedFloat);
-  EXPECT_EQ(1, api_->get_part_coords(part, axes.data()));
+  GuardedRows<float> axes(3, count + 1);
+  EXPECT_EQ(1, api_->get_part_coords(part, axes.rows()));
   axes.expect_guard("coordinates");
   Points points(count);
   for (std::size_t axis = 0; axis < 3; ++axis) {
@@ -167,8 +169,8 @@ Rows HostCalls::rows(int part, int slot) const {
 Rows HostCalls::rows(int part, int slot, int count) const {
   const host::ElementShape* shape = host::shape_of_slot(slot);
   const std::size_t width = shape != nullptr ? static_cast<std::size_t>(shape->nodes) : 8;
-  GuardedRows<int> rows(static_cast<std::size_t>(count), width, kUntouchedInt);
-  EXPECT_EQ(1, api_->get_part_elements_by_type(part, slot, rows.data()));
+  GuardedRows<int> rows(static_cast<std::size_t>(count), width);
+  EXPECT_EQ(1, api_->get_part_elements_by_type(part, slot, rows.rows()));
   rows.expect_guard("rows of elements");
   Rows copied;
   for (std::size_t i = 0; i < static_cast<std::size_t>(count); ++i) {
@@ -179,41 +181,33 @@ Rows HostCalls::rows(int part, int slot, int count) const {
 
 std::vector<VariableInfo> HostCalls::variables() const {
   const auto count = static_cast<std::size_t>(api_->get_number_of_variables());
-  GuardedRows<char> descriptions(count, kText, kUntouchedChar);
-  GuardedRows<char> filenames(count, kText, kUntouchedChar);
-  GuardedRows<char> imaginary_filenames(count, kText, kUntouchedChar);
-  GuardedArray<int> types(count, kUntouchedInt);
-  GuardedArray<int> classify(count, kUntouchedInt);
-  GuardedArray<int> complex(count, kUntouchedInt);
-  GuardedArray<int> constant(count, kUntouchedInt);
-  GuardedArray<int> timeset(count, kUntouchedInt);
-  GuardedArray<float> frequency(count, kUntouchedFloat);
-  EXPECT_EQ(1, api_->get_gold_variable_info(descriptions.data(), filenames.data(), types.data(),
-                                            classify.data(), complex.data(), imaginary_filenames.data(),
-                                            frequency.data(), constant.data(), timeset.data()));
-  descriptions.expect_guard("variable descriptions");
-  filenames.expect_guard("file names of variables");
-  imaginary_filenames.expect_guard("file names of imaginary values");
-  types.expect_guard("variable types");
-  classify.expect_guard("variable classes");
-  complex.expect_guard("complex flags");
-  constant.expect_guard("constant flags");
-  timeset.expect_guard("time sets of variables");
-  frequency.expect_untouched("frequencies");
+  host::VariableArrays<GuardedStorage> arrays(count);
+  EXPECT_EQ(1, arrays.fill(*api_, host::call_directly));
+  arrays.descriptions.expect_guard("variable descriptions");
+  arrays.files.expect_guard("file names of variables");
+  arrays.imaginary_files.expect_guard("file names of imaginary values");
+  arrays.types.expect_guard("variable types");
+  arrays.classify.expect_guard("variable classes");
+  arrays.complex.expect_guard("complex flags");
+  arrays.constant.expect_guard("constant flags");
+  arrays.time_sets.expect_guard("time sets of variables");
+  arrays.frequencies.expect_untouched("frequencies");
   std::vector<VariableInfo> variables(count);
   for (std::size_t i = 0; i < count; ++i) {
-    variables[i] = {.description = text_of(descriptions[i]), .type = types[i], .classify = classify[i]};
-    EXPECT_EQ("", text_of(filenames[i]));
-    EXPECT_EQ("", text_of(imaginary_filenames[i]));
-    EXPECT_EQ(0, complex[i]);
-    EXPECT_EQ(0, constant[i]);
-    EXPECT_EQ(2, timeset[i]);
+    variables[i] = {.description = text_of(arrays.descriptions[i]),
+                    .type = arrays.types[i],
+                    .classify = arrays.classify[i]};
+    EXPECT_EQ("", text_of(arrays.files[i]));
+    EXPECT_EQ("", text_of(arrays.imaginary_files[i]));
+    EXPECT_EQ(0, arrays.complex[i]);
+    EXPECT_EQ(0, arrays.constant[i]);
+    EXPECT_EQ(2, arrays.time_sets[i]);
   }
   return variables;
 }
 
 Answer HostCalls::ask(const Request& request, int count) const {
-  GuardedArray<float> values(static_cast<std::size_t>(count) + 1, kUntouchedFloat);
+  GuardedArray<float> values(static_cast<std::size_t>(count) + 1);
   Answer answer;
   answer.result = api_->get_var_by_component(request.variable, request.part, request.var_type, request.slot,
                                              request.imaginary, request.component, values.data());
@@ -247,7 +241,7 @@ Floats HostCalls::materials(int part, int slot) const {
 
 std::vector<float> HostCalls::times(int set) const {
   const auto count = static_cast<std::size_t>(api_->get_num_of_time_steps(set));
-  GuardedArray<float> times(count, kUntouchedFloat);
+  GuardedArray<float> times(count);
   EXPECT_EQ(1, api_->get_sol_times(set, times.data()));
   times.expect_guard("solution times");
   return {times.data(), times.data() + count};
@@ -258,7 +252,7 @@ std::string HostCalls::metadata() const {
   stderr_of([&] {
     int size = kUntouchedInt;
     EXPECT_EQ(1, api_->get_metadata(&size, nullptr));
-    GuardedArray<char> buffer(static_cast<std::size_t>(size) + 1, kUntouchedChar);
+    GuardedArray<char> buffer(static_cast<std::size_t>(size) + 1);
     EXPECT_EQ(1, api_->get_metadata(&size, buffer.data()));
     buffer.expect_guard("the block of part groups");
     text = buffer.data();
