@@ -23,10 +23,10 @@ using testkit::Vec3;
 constexpr double kSpeed = 5.0;         // mean, m/s
 constexpr double kDensity = 1.2;       // kg/m3
 constexpr double kPressureDrop = 2.0;  // Pa/m
-constexpr double kSquare = 0.08;  // half the side of the square of cells that the cylinder takes the place of
-constexpr double kBentTo = 0.36;  // how far from the axis the grid is bent
-constexpr int kLayers = 8;        // of cells along z
-constexpr double kPlane = 0.4;    // x of the plane in the wake
+constexpr double kSquare = 0.08;       // half the side of the square of cells that the cylinder replaces
+constexpr double kBentTo = 0.36;       // distance from the axis up to which the grid is deformed
+constexpr int kLayers = 8;             // of cells along z
+constexpr double kPlane = 0.4;         // x of the plane in the wake
 
 // Lines of the grid, every 0.04 m, every 0.02 m around the cylinder, and every 0.04 m again; `start` counts
 // steps of 0.02 m.
@@ -46,7 +46,7 @@ std::vector<double> lines(int start, int coarse_before, int fine, int coarse_aft
   return result;
 }
 
-// The unbent grid.
+// The rectangular grid.
 struct Lines {
   std::vector<double> x = lines(-30, 11, 18, 40);
   std::vector<double> y = lines(-20, 6, 16, 6);
@@ -61,7 +61,7 @@ struct Lines {
   }
 };
 
-// Bends the squares around the axis into circles, the less the further out.
+// Deforms squares around the axis to circles, less so further out.
 Vec3 bent(double x, double y, double z) {
   const double reach = std::max(std::abs(x), std::abs(y));
   if (reach == 0.0 || reach >= kBentTo) return {x, y, z};
@@ -99,7 +99,7 @@ void add_grouping_surface(Mesh& mesh) {
   mesh.surfaces.push_back(std::move(walls));
 }
 
-// Every face in the plane once, from the elements before it.
+// Every face in the plane, once, from the elements upstream.
 void add_wake_plane(Mesh& mesh, double plane) {
   testkit::Surface surface{.name = "@wake_plane"};
   const auto& x = mesh.nodes.x.values();
@@ -123,7 +123,7 @@ void add_wake_plane(Mesh& mesh, double plane) {
 }  // namespace
 
 Vec3 velocity(double x, double y, double z) {
-  // Potential flow past a cylinder, slowed down at floor and ceiling.
+  // Potential flow past a cylinder, slower near floor and ceiling.
   const double profile = 6.0 * z * (kHeight - z) / (kHeight * kHeight);
   const double r2 = x * x + y * y;
   const double ratio = kRadius * kRadius / (r2 * r2);
@@ -136,14 +136,14 @@ double pressure(double x, double y, double z) {
 }
 
 double temperature(double x, double y, double z) {
-  // A plume that begins at the cylinder and grows wider and cooler; a little warmer at the ceiling.
+  // A plume that starts at the cylinder and becomes wider and cooler; slightly warmer at the ceiling.
   const double width = kRadius * std::sqrt(1.0 + std::max(x, 0.0) / (2.0 * kRadius));
   const double strength = 20.0 * (1.0 + std::tanh(x / kRadius)) * kRadius / width;
   return 293.15 + strength * std::exp(-y * y / (2.0 * width * width)) + 2.0 * z / kHeight;
 }
 
 bool has_temperature(double x, double y, double z) {
-  // No node is so near to the ball's surface that rounding could tell on which side it is.
+  // No node is close enough to the ball's surface for rounding to matter.
   return std::hypot(x - 0.9, y, z - 0.16) > 0.105;
 }
 

@@ -22,7 +22,7 @@ inline constexpr double kHeight = 0.32;  // of the channel, m
 testkit::Vec3 velocity(double x, double y, double z);
 double pressure(double x, double y, double z);
 double temperature(double x, double y, double z);
-// The temperature is known but in a ball in the wake, where the file holds undefined values.
+// The temperature is undefined in a ball in the wake.
 bool has_temperature(double x, double y, double z);
 
 testkit::Mesh mesh();

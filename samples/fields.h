@@ -1,4 +1,4 @@
-// Helps the samples to put formulas on their nodes.
+// Evaluates formulas at the nodes of the samples.
 #pragma once
 
 #include <string>
@@ -9,25 +9,25 @@
 
 namespace samples {
 
-// Marks undefined values, as the header of every sample says.
+// The marker of undefined values in the header of every sample.
 inline constexpr double kUndefined = 1.0e30;
 
-// Brings the coordinates to what single precision can hold, so that formulas are taken exactly where a reader
-// finds the nodes.
+// Rounds the coordinates to single precision, so that formulas are evaluated exactly where a reader finds the
+// nodes.
 inline void round_to_single(testkit::Nodes& nodes) {
   for (testkit::Reals* list : {&nodes.x, &nodes.y, &nodes.z}) {
     for (double& value : list->values()) value = static_cast<double>(static_cast<float>(value));
   }
 }
 
-// The scalar quantity with the values of f(x, y, z).
+// A scalar quantity with the values f(x, y, z).
 template <class Function>
 testkit::Scalar scalar_at(const testkit::Nodes& nodes, const std::string& name, const std::string& label,
                           Function f) {
   return {.name = name, .label = label, .values = testkit::at_nodes(nodes, f)};
 }
 
-// The vector quantity with the values of f(x, y, z), a Vec3.
+// A vector quantity with the values f(x, y, z), a Vec3.
 template <class Function>
 testkit::Vector vector_at(const testkit::Nodes& nodes, const std::string& name, const std::string& label,
                           Function f) {

@@ -17,8 +17,8 @@ using testkit::Vec3;
 
 constexpr double kSpeed = 10.0;   // m/s
 constexpr double kDensity = 1.2;  // kg/m3
-// Radii in m inside which the background has no values, and inside which its remaining nodes get theirs from
-// the ring. No node is so near to these circles that rounding could tell on which side it is.
+// Radii in m: within the first, the background is blanked; within the second, its values come from the ring.
+// No node is close enough to these circles for rounding to matter.
 constexpr double kBlanked = 0.38;
 constexpr double kReceives = 0.46;
 constexpr double kDepth = 0.15;  // along z, m

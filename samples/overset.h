@@ -1,6 +1,6 @@
-// Steady flow past a cylinder on two overlapping meshes: region set 0 "background", a box of hexahedra that
-// knows nothing of the cylinder; region set 1 "ring", prisms around it. One file in double precision, records
-// of at most 4096 values.
+// Steady flow past a cylinder on two overlapping meshes: region set 0 "background", a box of hexahedra
+// without the cylinder; region set 1 "ring", prisms around the cylinder. One file in double precision,
+// records of at most 4096 values.
 //
 // The box reaches from x = -1 to 2 m, y = -1 to 1 m, z = 0 to 0.15 m; the cylinder's axis is that of z, the
 // ring ends at radius 0.6 m. Both sets carry "Pressure", "Velocity" and "@BNODE", which is 1 on the nodes

@@ -1,4 +1,4 @@
-// What a sample is called, where it was written and what it shows.
+// Name, path and description of a sample.
 #pragma once
 
 #include <filesystem>
@@ -8,7 +8,7 @@ namespace samples {
 
 struct SampleInfo {
   std::string name;
-  std::filesystem::path file;  // to open; of a series the first
+  std::filesystem::path file;  // the file to open; the first one of a series
   std::string description;     // one line
 };
 

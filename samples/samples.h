@@ -1,4 +1,4 @@
-// The sample datasets: small, with meaning, and with fields whose formulas are known.
+// The sample datasets: small, realistic, and with fields given by formulas.
 #pragma once
 
 #include <cstddef>
@@ -12,9 +12,8 @@ namespace samples {
 
 inline constexpr std::size_t kSamples = 4;
 
-// Writes every sample into a folder of its own below `directory`, which is made if it is missing. Calls
-// `before_each` with the number of samples that are written. Throws std::system_error when the system
-// refuses.
+// Writes every sample into its own folder below `directory`, which is created if necessary. Calls
+// `before_each` with the number of samples written so far. Throws std::system_error.
 std::vector<SampleInfo> write_samples(const std::filesystem::path& directory,
                                       const std::function<void(std::size_t done)>& before_each = {});
 

@@ -92,7 +92,7 @@ testkit::Mesh mesh() {
 
 SampleInfo write(const std::filesystem::path& directory) {
   const testkit::Mesh mesh = sector::mesh();
-  // The formulas at the Cartesian place of a node.
+  // The formulas at the Cartesian position of a node.
   const auto cartesian = [](auto formula) {
     return [formula](double radius, double angle, double z) {
       return formula(radius * std::cos(angle), radius * std::sin(angle), z);

@@ -10,7 +10,7 @@
 namespace samples::tank {
 namespace {
 
-// The nodes where they are at a time: those of the impeller's zone turned round the axis.
+// The node positions at a given time: the impeller's zone is rotated about the axis.
 testkit::Nodes moved_nodes(const testkit::Mesh& mesh, double time) {
   testkit::Nodes nodes = mesh.nodes;
   std::vector<char> turns(static_cast<std::size_t>(nodes.size()), 0);

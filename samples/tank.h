@@ -1,6 +1,6 @@
-// A stirred tank: an impeller with six blades turns in the middle of a tank of water and carries its part of
-// the mesh with it. A series of 8 files; only the first has the geometry, the others say how far the
-// impeller's region has turned.
+// A stirred tank: an impeller with six blades rotates in the middle of a tank of water together with its part
+// of the mesh. A series of 8 files; only the first has geometry, the others give the rotation of the
+// impeller's region.
 //
 // The tank has radius 0.25 m and stands from z = 0 to 0.5 m on the plane z = 0; the axis is that of z,
 // through the origin. Volumes impeller_zone (radius 0.125 m, z = 0.12 to 0.24 m) and tank_zone around it;
@@ -25,12 +25,12 @@ inline constexpr int kCyclesPerStep = 10;  // the files are tank_0.fld, tank_10.
 double time_of_step(int step);
 double angle(double time);
 
-// "Velocity" in m/s, "Pressure" in Pa and "Temperature" in K at a place and time.
+// "Velocity" in m/s, "Pressure" in Pa and "Temperature" in K at a position and time.
 testkit::Vec3 velocity(double x, double y, double z, double time);
 double pressure(double x, double y, double z, double time);
 double temperature(double x, double y, double z, double time);
 
-// As it stands in the first file, in double precision; the nodes of the impeller's zone come first.
+// The mesh of the first file, in double precision; the nodes of the impeller's zone come first.
 testkit::Mesh mesh();
 
 // The name of a file, by its number from 0.

@@ -13,7 +13,7 @@ constexpr double kDensity = 998.0;  // kg/m3
 constexpr double kGravity = 9.81;   // m/s2
 constexpr double kTipSpeed = 2.0 * std::numbers::pi * kTurnsPerSecond * kBladeTip;
 
-// The impeller has been running slower before the first file.
+// The impeller ran slower before the first file.
 double speed_up(double time) {
   return 1.0 - 0.4 * std::exp(-time / 0.1);
 }
@@ -23,7 +23,7 @@ double relative_height(double z) {
   return (z - kImpellerHeight) / 0.06;
 }
 
-// What follows the blades round: a wave of six crests near the tips.
+// A wave with six crests near the tips that rotates with the blades.
 double blade_wave(double x, double y, double z, double time) {
   const double r = std::hypot(x, y);
   if (r == 0.0) return 0.0;
@@ -49,8 +49,8 @@ testkit::Vec3 velocity(double x, double y, double z, double time) {
   const double h = relative_height(z);
   const double to_wall = 1.0 - std::pow(r / kTankRadius, 8);
   const double speed = kTipSpeed * speed_up(time) * to_wall * (1.0 + 0.3 * blade_wave(x, y, z, time));
-  // Round with the impeller inside, slower with the distance outside; outwards at the impeller, back above
-  // and below it.
+  // Rotates with the impeller inside and more slowly outside; outwards at the impeller, back above and below
+  // it.
   const double around = speed * s / std::sqrt(1.0 + s * s * s * s) * (0.3 + 0.7 * std::exp(-h * h));
   const double outwards = 0.5 * speed * s * std::exp(1.0 - s) * (1.0 - 2.0 * h * h) * std::exp(-h * h);
   const double upwards = 0.3 * speed * (s - 1.2) * h * std::exp(-h * h);
@@ -65,7 +65,7 @@ double pressure(double x, double y, double z, double time) {
 }
 
 double temperature(double x, double y, double z, double time) {
-  // A warm cloud sinks from the surface beside the shaft and spreads.
+  // A warm cloud that sinks from the surface beside the shaft and spreads.
   const double spread = 0.05 + 0.2 * time;
   const double dx = x - 0.12 * std::cos(0.5 * angle(time));
   const double dy = y - 0.12 * std::sin(0.5 * angle(time));

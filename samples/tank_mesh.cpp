@@ -1,4 +1,4 @@
-// The mesh of the stirred tank: two grids around the axis from which impeller, shaft and baffles are cut out.
+// The mesh of the stirred tank: two grids around the axis, without the cells of impeller, shaft and baffles.
 #include <algorithm>
 #include <cmath>
 #include <numbers>
@@ -40,8 +40,8 @@ struct Middle {
   double z = 0.0;
 };
 
-// Angles that go round, with `count` thin cells of that width around the multiples of 2 pi / count, and
-// `between` equal cells between them. Cell c is a thin one when c is a multiple of between + 1.
+// Angles of a full circle, with `count` thin cells of this width around the multiples of 2 pi / count, and
+// `between` equal cells between them. Cell c is thin if c is a multiple of between + 1.
 std::vector<double> angles(int count, double width, int between) {
   std::vector<double> result;
   const double whole = 2.0 * std::numbers::pi / count;
@@ -72,7 +72,7 @@ Lines tank_lines() {
                 0.26, 0.28, 0.305, 0.33, 0.36, 0.39, 0.42,        0.45, 0.475, kTankHeight}};
 }
 
-// The grid over those lines without kinds of cells; `lines` has to outlive it.
+// The grid over these lines, without kinds of cells; `lines` must outlive it.
 Grid grid_over(const Lines& lines) {
   Grid grid;
   grid.cells = {static_cast<int>(lines.radius.size()) - 1, static_cast<int>(lines.angle.size()),
@@ -101,7 +101,7 @@ bool between(double value, double low, double high) {
 
 enum class Solid { kNone, kBlade, kDisc, kHub };
 
-// What stands in the place of a cell of the impeller's zone.
+// What occupies a cell of the impeller's zone.
 Solid solid_at(const Lines& lines, const CellIndex& cell) {
   const Middle m = middle_of(lines, cell);
   const bool in_impeller = between(m.z, kBladeBottom, kBladeTop);

@@ -1,4 +1,4 @@
-// Measures of the stirred tank, in m.
+// Dimensions of the stirred tank, in m.
 #pragma once
 
 namespace samples::tank {

@@ -1,4 +1,4 @@
-// Values to the byte order of the file: most significant byte first.
+// Conversion of values to big-endian bytes.
 #pragma once
 
 #include <bit>

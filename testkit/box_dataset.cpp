@@ -11,13 +11,13 @@
 namespace testkit {
 namespace {
 
-// Node numbers of one row of cells (along x, at j = k = 0), and how they go on in the others.
+// Node numbers of one row of cells (along x, at j = k = 0), from which those of other rows follow.
 struct RowNodes {
   std::vector<std::int32_t> number;     // in row 0
   std::vector<std::uint8_t> is_middle;  // of a cell; else a point of the grid
 };
 
-// One row of cells, meshed once; all other rows repeat it.
+// The mesh of one row of cells, which all other rows repeat.
 struct Row {
   std::vector<std::int32_t> types;
   RowNodes conn;
@@ -26,7 +26,7 @@ struct Row {
     std::vector<std::int32_t> links;
     RowNodes nodes;
   };
-  std::array<Faces, 6> sides;  // outer faces by side
+  std::array<Faces, 6> sides;  // outer faces per side
   std::int32_t middles = 0;    // nodes in the middle of cells
 };
 
@@ -79,7 +79,7 @@ class Box {
     return side == Side::kLowJ || side == Side::kHighJ ? options_.nz : options_.ny;
   }
 
-  // What to add to the numbers of row 0 in another row, for points of the grid and for middles of cells.
+  // The offset of another row's numbers from those of row 0, for grid points and cell centres.
   std::int32_t point_shift(std::int64_t row) const {
     const std::int64_t j = row % options_.ny;
     const std::int64_t k = row / options_.ny;
@@ -87,7 +87,7 @@ class Box {
   }
   std::int32_t middle_shift(std::int64_t row) const { return static_cast<std::int32_t>(row * row_.middles); }
 
-  // First row of a stretch when all rows are dealt out to `stretches`.
+  // First row of a stretch when the rows are divided into `stretches`.
   std::int64_t first_row(std::int64_t stretch, std::int64_t stretches) const {
     return rows() * stretch / stretches;
   }
@@ -157,7 +157,7 @@ class Box {
     }
   }
 
-  // Takes over a node of the meshed row, numbered as in the box.
+  // Converts a node of the meshed row to the box's numbering.
   void add(RowNodes& nodes, std::int32_t node) const {
     const std::int32_t per_line = options_.nx + 1;
     if (node >= 4 * per_line) {
@@ -177,8 +177,7 @@ class Box {
 
 using SharedBox = std::shared_ptr<const Box>;
 
-// Calls visit(row, position in the row, length, place in `out`) for the rows that a stretch of values belongs
-// to.
+// Calls visit(row, position in the row, length, position in `out`) for the rows of a stretch of values.
 template <class Visit>
 void for_each_row(std::int64_t per_row, std::int64_t first, std::int64_t count, Visit visit) {
   for (std::int64_t done = 0; done < count;) {
@@ -191,7 +190,7 @@ void for_each_row(std::int64_t per_row, std::int64_t first, std::int64_t count, 
   }
 }
 
-// A list of row 0 repeated for so many rows; shift(row) is added to its values.
+// A list of row 0 repeated for each row, with shift(row) added.
 template <class Shift>
 Ints repeated(const std::vector<std::int32_t>& list, std::int64_t rows, Shift shift) {
   const std::int64_t per_row = std::ssize(list);
@@ -204,7 +203,7 @@ Ints repeated(const std::vector<std::int32_t>& list, std::int64_t rows, Shift sh
   });
 }
 
-// The same for node numbers. row_of(n) is the row of cells that is the n-th.
+// The same for node numbers. row_of(n) is the n-th row of cells.
 template <class RowOf>
 Ints repeated_nodes(const SharedBox& box, const RowNodes& nodes, std::int64_t rows, RowOf row_of) {
   const std::int64_t per_row = std::ssize(nodes.number);
@@ -266,7 +265,7 @@ Mesh box_mesh(const SharedBox& box) {
     for_each_row(std::ssize(box->row().types), first, std::ssize(out),
                  [&](std::int64_t row, std::size_t, std::size_t length, std::size_t place) {
                    std::int64_t material = row * materials / box->rows();
-                   // Dividing rounds down, so the stretch found may be the one before.
+                   // Division rounds down, so this may be the stretch before.
                    if (box->first_row(material + 1, materials) <= row) ++material;
                    std::fill_n(out.begin() + static_cast<std::ptrdiff_t>(place), length,
                                static_cast<std::int32_t>(material + 1));

@@ -1,5 +1,5 @@
-// Datasets of any size over a box, for benchmarks and tests: the values are made while they are written, so
-// memory stays the same however many cells there are.
+// Datasets of any size over a box, for benchmarks and tests. Values are computed while they are written, so
+// memory does not depend on the number of cells.
 #pragma once
 
 #include <array>
@@ -12,16 +12,16 @@
 
 namespace testkit {
 
-// What every cell of the box becomes. kMixed has, along x, two fifths of hexahedra, then as many prisms, a
-// layer of pyramids (with some tetrahedra), and tetrahedra for the rest; it needs at least 5 cells along x.
+// The elements of a cell. kMixed has, along x, two fifths hexahedra, two fifths prisms, a layer of pyramids
+// (with some tetrahedra), and then tetrahedra; it needs at least 5 cells along x.
 enum class BoxShape { kHexahedra, kPrisms, kPyramids, kTetrahedra, kMixed };
 
 struct BoxOptions {
   std::int32_t nx = 1, ny = 1, nz = 1;  // cells along x, y, z; the elements follow x, then y, then z
   BoxShape shape = BoxShape::kHexahedra;
   std::array<double, 3> lengths{1.0, 1.0, 1.0};  // the box reaches from (0, 0, 0) to here
-  std::int32_t volumes = 1;    // "volume_1" ...: so many stretches of the rows of cells along x
-  std::int32_t materials = 1;  // the materials 1, 2, ... likewise
+  std::int32_t volumes = 1;    // number of regions "volume_1" ...: stretches of the rows of cells along x
+  std::int32_t materials = 1;  // number of materials 1, 2, ..., likewise
   std::int32_t scalars = 2;    // "scalar_1" ...
   std::int32_t vectors = 1;    // "vector_1" ...
   Precision coordinates = Precision::kSingle;
@@ -40,7 +40,7 @@ struct BoxCounts {
 };
 BoxCounts box_counts(const BoxOptions& options);
 
-// The description of the dataset; its large arrays are functions. Surfaces "x_low", "x_high", "y_low",
+// The description of the dataset, with functions for its large arrays. Surfaces "x_low", "x_high", "y_low",
 // "y_high", "z_low", "z_high", linked to the elements. Throws std::invalid_argument for counts below 1 or
 // beyond 32 bits.
 File box_file(const BoxOptions& options);

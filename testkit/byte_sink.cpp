@@ -50,7 +50,7 @@ void FileSink::do_skip(std::uint64_t count) {
 
 void FileSink::close() {
   if (std::fflush(file_.get()) != 0) fail("cannot write", path_);
-  // A hole at the very end exists only once the length is set.
+  // A hole at the end of the file only exists after the length is set.
   if (ftruncate(fileno(file_.get()), static_cast<off_t>(offset())) != 0)
     fail("cannot set the length of", path_);
   if (std::fclose(file_.release()) != 0) fail("cannot close", path_);

@@ -1,4 +1,4 @@
-// Where the writer's bytes go: a file or a string in memory.
+// Output of the writer: a file or a string in memory.
 #pragma once
 
 #include <cstdint>
@@ -19,7 +19,7 @@ class ByteSink {
 
   // Appends bytes at the end.
   void write(std::string_view bytes);
-  // Appends `count` zero bytes; in a file they become a hole that takes no room on the disk.
+  // Appends `count` zero bytes; in a file they become a hole.
   void skip(std::uint64_t count);
   // Number of bytes so far.
   std::uint64_t offset() const { return offset_; }
@@ -43,13 +43,13 @@ class StringSink : public ByteSink {
   std::string bytes_;
 };
 
-// Creates or replaces a file. Throws std::system_error when the system refuses.
+// Creates or replaces a file. Throws std::system_error.
 class FileSink : public ByteSink {
  public:
   explicit FileSink(const std::filesystem::path& path);
-  // Closes the file if that was not done yet; errors are then lost, so call close().
+  // Closes the file if it is open, ignoring errors; call close() to get them.
   ~FileSink() override = default;
-  // Writes everything out, gives the file its full length and closes it.
+  // Flushes, sets the length of the file and closes it.
   void close();
 
  private:

@@ -1,5 +1,5 @@
-// A whole file as a plain description, from which the file writer makes the bytes. It starts out right; every
-// part may be changed, left out or made wrong.
+// The description of a file, from which the file writer produces the bytes. It is valid at first; every part
+// can be changed, removed or made wrong.
 //
 //   File file;
 //   RegionSet& set = file.add_region_set();
@@ -34,9 +34,9 @@ struct RegionSet {
 
   void add(Section section) { sections.push_back(std::move(section)); }
   void add(std::vector<Section> several);
-  // The first section of that title. Throws std::out_of_range when there is none.
+  // The first section with this title. Throws std::out_of_range if there is none.
   Section& section(std::string_view title);
-  // Removes every section of that title.
+  // Removes every section with this title.
   void remove(std::string_view title);
 };
 
@@ -47,10 +47,10 @@ struct File {
   std::optional<Title> header_end = "HeaderDataEnd";
   std::deque<RegionSet> region_sets;
   std::optional<Title> closer = "OverlapEnd";
-  std::string trailing_bytes;  // behind everything
+  std::string trailing_bytes;  // after everything else
 
-  std::int64_t split = 0;                   // elements per data record of all numeric blocks; 0: no cut
-  std::optional<std::int32_t> index_shift;  // added to the indices in place of the header's "Bias"
+  std::int64_t split = 0;                   // elements per data record of all numeric blocks; 0: not split
+  std::optional<std::int32_t> index_shift;  // added to the indices instead of the header's "Bias"
 
   // Appends a region set, titled "OverlapStart_1", "OverlapStart_2", ... The reference stays valid.
   RegionSet& add_region_set();

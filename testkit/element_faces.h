@@ -1,4 +1,4 @@
-// The faces of elements and how those of a mesh meet.
+// The faces of elements, and which faces of a mesh coincide.
 #pragma once
 
 #include <array>
@@ -11,7 +11,7 @@
 
 namespace testkit {
 
-// A face that turns counter-clockwise seen from outside its element.
+// A face, counter-clockwise seen from outside its element.
 struct Face {
   std::int32_t code = 0;  // kTriangleFace or kQuadrilateralFace
   std::array<std::int32_t, 4> corners{-1, -1, -1, -1};
@@ -20,7 +20,7 @@ struct Face {
   std::size_t corner_count() const { return code == kTriangleFace ? 3 : 4; }
 };
 
-// A face of an element by the positions of its corners in the element's list; the last is -1 for a triangle.
+// A face of an element: the positions of its corners in the element's list; the last is -1 for a triangle.
 using FaceCorners = std::array<int, 4>;
 
 // The faces of a solid element, none for any other code.
@@ -29,7 +29,7 @@ std::span<const FaceCorners> faces_of(std::int32_t element_code);
 // The face with the node numbers of an element's corners.
 Face face_of(std::span<const std::int32_t> corners, const FaceCorners& local, std::int32_t element);
 
-// Calls visit(number, code, corners) for every element; its lists have to fit each other.
+// Calls visit(number, code, corners) for every element.
 template <class Visit>
 void for_each_element(const Elements& elements, Visit visit) {
   std::span<const std::int32_t> rest(elements.conn.values());
@@ -41,22 +41,21 @@ void for_each_element(const Elements& elements, Visit visit) {
   }
 }
 
-// The corners of a face as a ring that begins with the smallest node and goes on with the smaller of its
-// neighbours: the same for two elements that meet in the face.
+// The corners of a face, rotated and possibly reversed to start with the smallest node and continue with its
+// smaller neighbour: the same for both elements that share the face.
 using FaceRing = std::array<std::int32_t, 4>;
 FaceRing ring_of(const Face& face);
 
-// Whether the face itself turns in the direction of its ring. Two elements that meet in a face differ in
-// this.
+// Whether the face has the direction of its ring. This differs for two elements that share a face.
 bool turns_with_ring(const Face& face);
 
-// The faces of all elements, element by element.
+// The faces of all elements, in element order.
 std::vector<Face> all_faces(const Elements& elements);
 
-// Per face of the mesh the positions of those that make it: one for an outer face, two where elements meet.
+// Per face of the mesh, the positions in that list: one for an outer face, two for a shared one.
 std::map<FaceRing, std::vector<std::size_t>> meetings(const std::vector<Face>& faces);
 
-// The faces that only one element has, element by element.
+// The faces of a single element, in element order.
 std::vector<Face> outer_faces(const Elements& elements);
 
 void add_face(Surface& surface, const Face& face);

@@ -7,7 +7,7 @@
 namespace testkit {
 namespace {
 
-// Writes titles and sections and keeps the places.
+// Writes titles and sections and records their places.
 class PlaceKeeper {
  public:
   PlaceKeeper(ByteSink& sink, std::int32_t shift, std::int64_t split)

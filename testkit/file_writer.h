@@ -1,4 +1,4 @@
-// Turns the description of a file into bytes, on disk or in memory, and says where everything starts.
+// Writes the description of a file to disk or memory, and returns the offsets of its parts.
 #pragma once
 
 #include <cstdint>
@@ -12,12 +12,12 @@
 
 namespace testkit {
 
-// Where a titled stretch of the file lies; offsets in bytes from the start of the file.
+// The position of a titled stretch (item or section); offsets in bytes from the start of the file.
 struct Place {
   std::string title{};
   int region_set = -1;                  // -1 in the header and for the last title
   std::uint64_t offset = 0;             // of the title record
-  std::vector<std::uint64_t> blocks{};  // of each block's rule record, the leading integer not counted
+  std::vector<std::uint64_t> blocks{};  // of each block's rule record, without the leading integer
   std::uint64_t end = 0;                // first byte after the stretch
 };
 
@@ -25,11 +25,11 @@ struct Places {
   std::vector<Place> all;  // in file order
   std::uint64_t size = 0;  // of the file
 
-  // The `occurrence`-th place of that title, counted from 0. Throws std::out_of_range when there is none.
+  // The `occurrence`-th place with this title, from 0. Throws std::out_of_range if there is none.
   const Place& of(std::string_view title, int occurrence = 0) const;
 };
 
-// Throws what the sink throws; FileSink reports system errors as std::system_error.
+// Throws std::system_error.
 Places write_file(const File& file, const std::filesystem::path& path);
 Places write(const File& file, ByteSink& sink);
 std::string to_bytes(const File& file, Places* places = nullptr);

@@ -8,14 +8,15 @@
 namespace testkit {
 namespace {
 
-// The corners of a cell are numbered as those of a hexahedron; this is the middle.
+// Corners of a cell are numbered like those of a hexahedron; this is the centre.
 constexpr int kMiddle = 8;
 constexpr std::array<CellIndex, 8> kCornerSteps{
     {{0, 0, 0}, {1, 0, 0}, {1, 1, 0}, {0, 1, 0}, {0, 0, 1}, {1, 0, 1}, {1, 1, 1}, {0, 1, 1}}};
 constexpr std::array<CellIndex, 6> kSideSteps{
     {{-1, 0, 0}, {1, 0, 0}, {0, -1, 0}, {0, 1, 0}, {0, 0, -1}, {0, 0, 1}}};
 
-// The quadrilateral of each side, seen from outside, from its lowest corner; the third is its highest one.
+// The quadrilateral of each side, counter-clockwise seen from outside, from its lowest corner; the third
+// corner is the highest.
 constexpr std::array<std::array<int, 4>, 6> kSideCorners{
     {{0, 4, 7, 3}, {1, 2, 6, 5}, {0, 1, 5, 4}, {3, 7, 6, 2}, {0, 3, 2, 1}, {4, 5, 6, 7}}};
 
@@ -81,7 +82,7 @@ class GridMesher {
     return kinds_[position(other, grid_.cells)];
   }
 
-  // Whether a cell of this kind cuts its face on that side in two triangles.
+  // Whether a cell of this kind splits its face on this side into two triangles.
   static bool cuts(CellKind kind, std::size_t side) {
     return kind == CellKind::kTetrahedra || (kind == CellKind::kPrisms && is_along_k(side));
   }
@@ -198,7 +199,7 @@ class GridMesher {
   const Grid& grid_;
   CellIndex points_{};
   std::vector<CellKind> kinds_;
-  std::vector<std::int32_t> number_;  // of every grid point, -1 for those of no cell
+  std::vector<std::int32_t> number_;  // per grid point, -1 if no cell uses it
   GridMesh mesh_;
   CellIndex cell_{};                    // being made
   std::array<std::int32_t, 9> node_{};  // of its corners and middle

@@ -1,6 +1,6 @@
-// Meshes made over a grid of cells (i, j, k): each cell becomes a hexahedron, two prisms, pyramids or six
-// tetrahedra, or is left out, and all of them fit together face to face. The grid may be bent by any
-// function, close in a ring along j, and shrink to an axis at i = 0.
+// Meshes over a grid of cells (i, j, k). Each cell becomes a hexahedron, two prisms, pyramids or six
+// tetrahedra, or is left out; the mesh is conforming. The grid can be mapped by any function, be closed along
+// j, and collapse to an axis at i = 0.
 #pragma once
 
 #include <array>
@@ -34,24 +34,23 @@ struct Grid {
   // All points with i = 0 of a k are one, on an axis. The cells there can only be one prism each (asked for
   // as hexahedron or prisms).
   bool has_axis = false;
-  // The place of a grid point, (0, 0, 0) to (cells[0], cells[1], cells[2]). With i, j, k a right-handed
-  // system.
+  // The position of a grid point, (0, 0, 0) to (cells[0], cells[1], cells[2]). i, j, k must be right-handed.
   std::function<Vec3(const CellIndex& point)> point{};
-  // What a cell becomes. A hexahedron or prism next to a face that is cut becomes pyramids.
+  // The kind of a cell. A hexahedron or prism next to a split face becomes pyramids.
   std::function<CellKind(const CellIndex& cell)> kind = [](const CellIndex&) {
     return CellKind::kHexahedron;
   };
 };
 
-// A face at the rim of the grid or next to a cell that is left out.
+// A face on the boundary of the grid or next to a cell that is left out.
 struct GridFace {
   Face face;
   CellIndex cell{};
   Side side{};
 };
 
-// Nodes are numbered along i, then j, then k, without those of no cell; the middles of pyramids come last,
-// cell by cell. Elements follow the cells in the same order.
+// Nodes are numbered along i, then j, then k, skipping unused ones; the centres of pyramids come last, in
+// cell order. Elements are in cell order.
 struct GridMesh {
   Nodes nodes;
   Elements elements;
@@ -59,7 +58,7 @@ struct GridMesh {
   std::vector<GridFace> outer_faces;
 };
 
-// Throws std::invalid_argument when cells at the axis would have to be cut.
+// Throws std::invalid_argument if cells at the axis would have to be split.
 GridMesh mesh_grid(const Grid& grid);
 
 // Appends the nodes and elements of a grid to a mesh, sharing nothing with what is there. The materials of

@@ -1,4 +1,4 @@
-// The items of a file's header, in file order; any may be changed, moved or left out.
+// The items of a file's header, in file order; any can be changed, moved or removed.
 #pragma once
 
 #include <cstdint>
@@ -17,10 +17,10 @@ struct Header {
   static Header usual();
 
   bool has(std::string_view title) const;
-  // The item of that title. Throws std::out_of_range when there is none.
+  // The item with this title. Throws std::out_of_range if there is none.
   Section& item(std::string_view title);
   const Section& item(std::string_view title) const;
-  // Replaces the item of the same title, or appends one.
+  // Replaces the item with the same title, or appends it.
   void set(Section item);
   void remove(std::string_view title);
 

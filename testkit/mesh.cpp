@@ -37,7 +37,7 @@ Block all_names(const std::vector<Region>& regions, std::size_t length) {
   return Block::characters(names);
 }
 
-// The lengths of one list of every region, and those lists one after the other.
+// The lengths of one list of every region, and the concatenated lists.
 template <class Region>
 Block all_sizes(const std::vector<Region>& regions, Ints Region::*list) {
   std::vector<std::int32_t> sizes;

@@ -1,5 +1,5 @@
-// The mesh of a region set as plain lists, and the sections made of it. Node and element numbers are
-// zero-based; the writer adds the file's index base.
+// The mesh of a region set as plain lists, and its sections. Node and element numbers are zero-based; the
+// writer adds the file's index base.
 //
 // Corner order: tetrahedron 0-1-2-3 with (p1-p0)x(p2-p0).(p3-p0) > 0; pyramid with base 0-1-2-3, which turns
 // counter-clockwise seen from the apex 4; prism with triangles 0-1-2 and, above it, 3-4-5; hexahedron with
@@ -43,7 +43,7 @@ struct Nodes {
 
 struct Elements {
   Ints type{};
-  Ints conn{};  // the corners of all elements, one element after the other
+  Ints conn{};  // the corners of all elements, element by element
 
   // Appends an element and returns its number. For lists.
   std::int32_t add(std::int32_t code, const std::vector<std::int32_t>& corners);
@@ -54,7 +54,7 @@ struct Surface {
   std::string name{};
   Ints type{};
   Ints link{};  // the element that each face belongs to, -1 for none
-  Ints node{};  // the corners of all faces, one face after the other
+  Ints node{};  // the corners of all faces, face by face
 
   void add(std::int32_t code, const std::vector<std::int32_t>& corners, std::int32_t element = -1);
   // Appends all faces of another surface.
@@ -73,18 +73,18 @@ struct Mesh {
   std::vector<Surface> surfaces;
   std::vector<Volume> volumes;
   Elements elements;
-  Ints materials;  // per element; no section is made of an empty list
+  Ints materials;  // per element; no section is written if empty
   Nodes nodes;
 
   Surface& surface(std::string_view name);
   Volume& volume(std::string_view name);
 };
 
-// The two forms of the region sections: region after region ("LS_SurfaceGeometry") or all of them gathered
-// field by field ("LS_SurfaceGeometryArray").
+// The two forms of the region sections: region by region ("LS_SurfaceGeometry") or field by field for all
+// regions ("LS_SurfaceGeometryArray").
 enum class RegionForm { kPerRegion, kArray };
 
-// How the mesh is laid out in the file.
+// The layout of the mesh in the file.
 struct Layout {
   RegionForm surface_form = RegionForm::kPerRegion;
   RegionForm volume_form = RegionForm::kPerRegion;
@@ -92,12 +92,11 @@ struct Layout {
   std::int32_t conn_length_width = 8;  // bytes of the connectivity's length, 4 or 8
 };
 
-// The mesh's sections in the order surfaces, volumes, elements, materials, nodes, behind the coordinate
-// system if there is one. The section of the surfaces or volumes is written even when there is none of them.
+// The mesh's sections: coordinate system if there is one, surfaces, volumes, elements, materials, nodes.
+// Empty lists of surfaces and volumes are written too.
 std::vector<Section> mesh_sections(const Mesh& mesh, const Layout& layout = {});
 
-// Each section with the numbers of its blocks.
-// "LS_CoordinateSystem": 0 value.
+// The sections and the numbers of their blocks. "LS_CoordinateSystem": 0 value.
 Section coordinate_system_section(std::int32_t coordinate_system);
 // "LS_SurfaceGeometry": 0 region count, 1 name length; then six per region, from 2 on: name, face count,
 // types, links, node count, nodes. "LS_SurfaceGeometryArray": the same eight blocks once.

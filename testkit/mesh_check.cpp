@@ -48,7 +48,7 @@ double element_volume(const Nodes& nodes, std::int32_t code, std::span<const std
   return sum / 6.0;
 }
 
-// Per corner the neighbours along its three edges, so that the four are a positive tetrahedron.
+// Per corner, its neighbours along its three edges, in an order that makes the four a positive tetrahedron.
 using CornerEdges = std::array<int, 4>;
 constexpr std::array<CornerEdges, 1> kTetrahedronCorners{{{0, 1, 2, 3}}};
 constexpr std::array<CornerEdges, 4> kPyramidCorners{

@@ -1,4 +1,4 @@
-// What a mesh measures, and whether its parts fit together.
+// Volumes of a mesh, and whether it is consistent.
 #pragma once
 
 #include <string>
@@ -8,14 +8,14 @@
 
 namespace testkit {
 
-// Volume of every element; a quadrilateral counts as four triangles around its middle, so that the volumes of
-// neighbours add up without gap. In a cylindrical mesh they are those of the stored coordinates.
+// Volume of every element. A quadrilateral counts as four triangles around its centre, so that neighbours
+// have no gap. In a cylindrical mesh the stored coordinates are used.
 std::vector<double> volumes(const Mesh& mesh);
 
-// What is wrong with the mesh, one line each, nothing for a good one: numbers out of range, nodes without
-// element, elements that are not positive at every corner, faces that more than two elements have or that two
-// elements turn the same way, outer faces that are not in exactly one surface (surfaces named with "&" or "@"
-// aside), faces of surfaces that the linked element does not have.
+// The defects of a mesh, one line each: numbers out of range, unused nodes, elements that are not positive at
+// every corner, faces with more than two elements or with two of the same orientation, outer faces that are
+// not in exactly one surface (ignoring surfaces named "&..." or "@..."), surface faces that the linked
+// element does not have.
 std::vector<std::string> faults(const Mesh& mesh);
 
 }  // namespace testkit

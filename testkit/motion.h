@@ -16,13 +16,13 @@ struct Action {
   std::string kind{};
   // One block each: points and vectors of three values, single values.
   std::vector<std::vector<double>> items{};
-  std::optional<std::int32_t> item_count{};  // written in place of the true number of items
+  std::optional<std::int32_t> item_count{};  // written instead of the number of items
 
   // Angle in radians.
   static Action rotate(const Vec3& centre, const Vec3& axis, double angle);
   static Action translate(const Vec3& displacement);
   static Action scale(const Vec3& centre, const Vec3& factors);
-  // The affine map that takes the four source points to the four target points.
+  // The affine map from the four source points to the four target points.
   static Action four_points(const std::array<Vec3, 4>& source, const std::array<Vec3, 4>& target);
 };
 

@@ -9,7 +9,7 @@
 namespace testkit {
 namespace {
 
-constexpr std::int64_t kPiece = 1 << 15;  // values made and turned round at a time
+constexpr std::int64_t kPiece = 1 << 15;  // values converted at a time
 constexpr std::int64_t kLargestPayload = std::numeric_limits<std::int32_t>::max();
 
 std::int32_t narrowed(std::int64_t value) {

@@ -25,7 +25,7 @@ class RecordWriter {
   // Writes to `sink`, which has to outlive the writer.
   explicit RecordWriter(ByteSink& sink) : sink_(sink) {}
 
-  // Where the next record starts, counted in bytes from the start of the file.
+  // Offset of the next record, in bytes from the start of the file.
   std::uint64_t offset() const { return sink_.offset(); }
 
   void identification(std::string_view magic = "VTRL-FLD") { record(magic); }
@@ -36,10 +36,10 @@ class RecordWriter {
   void record(std::string_view payload, const Markers& markers = {});
   void raw(std::string_view bytes) { sink_.write(bytes); }
 
-  // Rule record and data records of a block; its values are made, turned round and written piece by piece.
-  // `shift` is added to the integers that the block marks as indices. `split` is the number of elements per
-  // full data record for a block that gives none of its own; 0 for as few records as possible. Throws
-  // std::invalid_argument for a width that does not go with the kind of data.
+  // Rule record and data records of a block; the values are converted and written in pieces. `shift` is added
+  // to the integers that the block marks as indices. `split` is the number of elements per full data record
+  // if the block does not set it; 0 for as few records as possible. Throws std::invalid_argument for a width
+  // that does not suit the kind of data.
   void block(const Block& block, std::int32_t shift = 0, std::int64_t split = 0);
 
  private:

@@ -1,5 +1,4 @@
-// A titled stretch of a file: a header item or a section, as a title and a list of blocks that a test may
-// change.
+// A titled stretch of a file (header item or section): a title and a list of blocks.
 #pragma once
 
 #include <cstdint>
@@ -18,11 +17,10 @@ struct Title {
   Title() = default;
   Title(std::string title_text) : text(std::move(title_text)) {}
   Title(const char* title_text) : text(title_text) {}
-  // A title record whose payload is these bytes, however few.
+  // A title record with exactly these bytes as payload.
   static Title exactly(std::string bytes);
 
-  // What the record holds: the text, filled up with blanks to 32 characters (a longer one is written in
-  // full).
+  // The payload: the text, padded with blanks to 32 characters (not truncated).
   std::string payload() const;
 
   std::string text;

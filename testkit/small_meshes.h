@@ -17,7 +17,7 @@ Mesh one_tetrahedron();
 // hexahedron and prism, linked to nothing); volume regions "lower" (elements 0, 1) and "upper" (2, 3).
 Mesh one_of_each();
 
-// A file with the usual header and one region set with this mesh and nothing else.
+// A file with the usual header and one region set with just this mesh.
 File file_of(const Mesh& mesh, const Layout& layout = {});
 
 }  // namespace testkit

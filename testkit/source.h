@@ -1,5 +1,5 @@
-// Where the values of a data block come from: a list in memory, a function that makes them piece by piece (so
-// that an array may be larger than memory), or a hole of zeros that is not stored at all.
+// The values of a data block: a list in memory, a function that computes them in pieces (for arrays larger
+// than memory), or a hole of zeros.
 #pragma once
 
 #include <algorithm>
@@ -24,7 +24,7 @@ class Source {
   Source(std::vector<T> values) : values_(std::move(values)), size_(-1) {}
   Source(std::initializer_list<T> values) : values_(values), size_(-1) {}
   Source(std::int64_t count, Fill fill) : fill_(std::move(fill)), size_(count) {}
-  // `count` zeros, which take no room in a file that can have holes.
+  // `count` zeros, written as a hole.
   static Source hole(std::int64_t count) {
     Source source;
     source.size_ = count;
@@ -35,7 +35,7 @@ class Source {
   bool is_list() const { return size_ < 0; }
   bool is_hole() const { return !is_list() && !fill_; }
 
-  // The list itself, to be changed at will. Throws std::logic_error when the values are made by a function.
+  // The list itself. Throws std::logic_error if the values come from a function.
   std::vector<T>& values() {
     require_list();
     return values_;
@@ -69,7 +69,7 @@ using Ints = Source<std::int32_t>;
 using Longs = Source<std::int64_t>;
 using Reals = Source<double>;
 
-// The sources' values one after the other.
+// The concatenated values of the sources.
 template <class T>
 Source<T> concatenate(std::vector<Source<T>> parts) {
   std::int64_t total = 0;

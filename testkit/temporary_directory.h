@@ -1,4 +1,4 @@
-// A fresh directory that goes away with the object, for tests.
+// A temporary directory that is removed with the object.
 #pragma once
 
 #include <filesystem>
@@ -8,7 +8,7 @@ namespace testkit {
 
 class TemporaryDirectory {
  public:
-  // Within `parent`. Throws std::system_error when no directory can be made.
+  // Within `parent`. Throws std::system_error.
   explicit TemporaryDirectory(const std::filesystem::path& parent = std::filesystem::temp_directory_path());
   ~TemporaryDirectory();
   TemporaryDirectory(const TemporaryDirectory&) = delete;
