@@ -45,10 +45,10 @@ class FLDFile : public FLDHeader {
   // sections read so far). Throws std::bad_alloc.
   int readGeometry(int region, FLDGEO& geo) const;
 
-  // Where the sections of region set `region` stand that readGeometry would read. Throws FLDReadException.
+  // The locations of the sections of region set `region` that readGeometry reads. Throws FLDReadException.
   RegionSetLayout locateGeometry(int region) const;
 
-  // Where the values of a quantity stand, of whose title is told where it is. Throws FLDReadException.
+  // The location of a quantity's values, given its title's entry. Throws FLDReadException.
   ScalarLayout locateValues(const FLDTITLE_Scalar& title) const;
   VectorLayout locateValues(const FLDTITLE_Vector& title) const;
 

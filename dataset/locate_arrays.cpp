@@ -1,4 +1,4 @@
-// FLDFile::locateGeometry and locateValues: where the arrays of a file stand.
+// FLDFile::locateGeometry and locateValues: the locations of a file's arrays.
 #include <string>
 
 #include "dataset/fld_file.h"

@@ -1,4 +1,4 @@
-// Where the geometry of one region set stands in a file.
+// The location of the geometry of one region set in a file.
 #pragma once
 
 #include <optional>
@@ -12,8 +12,7 @@
 
 namespace fld {
 
-// A section that the file does not have is empty; of several of a kind the last one counts. Numbers are as
-// the file has them: its index base is not subtracted.
+// Missing sections are empty; the last one of a kind is used. The index base is not subtracted.
 struct RegionSetLayout {
   int coordinateSystem = 0;
   std::optional<std::vector<SurfaceLayout>> surfaces;

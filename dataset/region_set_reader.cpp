@@ -44,7 +44,7 @@ class Reading {
   LoadedSections& loaded_;
 };
 
-// Notes where the arrays of sections stand.
+// Notes the locations of the sections' arrays.
 class Locating {
  public:
   Locating(FILE* stream, RegionSetLayout& layout) : stream_(stream), layout_(layout) {}
@@ -64,7 +64,7 @@ class Locating {
   RegionSetLayout& layout_;
 };
 
-// Takes the body of one section of the requested region set.
+// Handles the body of one section of the requested region set.
 template <class Sections>
 void take_section(const char* title, int n, Sections& sections) {
   const auto is = [title, n](const char* key) { return titlecmp(title, key, n) == 0; };

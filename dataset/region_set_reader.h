@@ -28,7 +28,7 @@ void find_region_set(FILE* stream, int64_t begin, int region);
 // same kind replaces an earlier one. `loaded` is valid even if an exception is thrown. Throws FLDException.
 void read_region_set(FILE* stream, FLDGEO& geo, LoadedSections& loaded);
 
-// The same walk, which steps over the arrays and notes where they stand.
+// The same walk, but skips the arrays and notes their locations.
 void locate_region_set(FILE* stream, RegionSetLayout& layout);
 
 }  // namespace fld

@@ -49,10 +49,10 @@ void check_array(FILE* stream, const Rule& rule, long n, size_t width) {
   }
 }
 
-// The place of an array's `n` elements behind its rule. Leaves the stream behind its records.
+// The location of an array's `n` elements after its rule. Skips the records.
 ArrayLayout locate(FILE* stream, const Rule& rule, long n, size_t width) {
   check_array(stream, rule, n, width);
-  // The last record is the one that has too few elements when any has.
+  // If there are too many records, the last one is.
   const long records = std::max(rule.nRecords, 0);
   if (records > 0) elements_of_record(rule, records - 1, n);
   constexpr int64_t kMarker = 4;
@@ -160,7 +160,7 @@ void take_ints(FILE* stream, long n, int tag, int*& values) {
 }
 
 void take_ints(FILE* stream, long n, int /*tag*/, ArrayLayout& place) {
-  const Rule rule = FLDV4_I_RULE(stream);
+  const Rule rule = read_block_rule(stream, n);
   place = locate(stream, rule, n, sizeof(int));
 }
 
@@ -169,7 +169,7 @@ void take_floats(FILE* stream, int n, VFPA& values) {
 }
 
 void take_floats(FILE* stream, int n, ArrayLayout& place) {
-  const Rule rule = FLDV4_I_RULE(stream);
+  const Rule rule = read_block_rule(stream, n);
   check_float_width(rule);
   place = locate(stream, rule, n, static_cast<size_t>(rule.width));
 }

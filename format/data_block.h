@@ -51,9 +51,8 @@ int read_int(FILE* stream, int missing = 0);
 // A new tracked array of `n` int32 values.
 TrackedArray<int> read_int_array(FILE* stream, long n, int tag);
 
-// What a section does with its arrays: read them into memory, or note where they stand and step over them.
-// The two check the same things before they do it; stepping over costs the same however many elements there
-// are.
+// The two ways to handle the arrays of a section: read them into memory, or note their location and skip
+// them. Both make the same checks. Skipping takes constant time.
 void take_ints(FILE* stream, long n, int tag, int*& values);
 void take_ints(FILE* stream, long n, int tag, ArrayLayout& place);
 void take_floats(FILE* stream, int n, VFPA& values);

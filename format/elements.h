@@ -31,7 +31,7 @@ class Elements : public ElementCounts {
   IndexRange conn_range;  // of conn; set when the indices become zero-based
 };
 
-// Where an element list stands in its file.
+// The location of an element list in its file.
 struct ElementsLayout {
   int nelem = 0;
   ArrayLayout type;
@@ -43,7 +43,7 @@ struct ElementsLayout {
 // block of nconn node numbers; end rule.
 smart_ptr<Elements> FLDV4_Elements(FILE* stream);
 
-// Steps over the body instead and tells where its arrays stand.
+// Skips the body and notes the locations of its arrays.
 void locate(FILE* stream, ElementsLayout& elements);
 
 }  // namespace fld

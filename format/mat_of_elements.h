@@ -19,7 +19,7 @@ class MatOfElements {
   int* mat = nullptr;  // nelem material numbers
 };
 
-// Where a material list stands in its file.
+// The location of a material list in its file.
 struct MaterialsLayout {
   int nelem = 0;
   ArrayLayout mat;
@@ -28,7 +28,7 @@ struct MaterialsLayout {
 // Reads the section's body: int block nelem; int block of nelem material numbers; end rule.
 smart_ptr<MatOfElements> FLDV4_MatOfElements(FILE* stream);
 
-// Steps over the body instead and tells where its array stands.
+// Skips the body and notes the location of its array.
 void locate(FILE* stream, MaterialsLayout& materials);
 
 }  // namespace fld

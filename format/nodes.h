@@ -22,7 +22,7 @@ class Nodes {
   VFPA x, y, z;
 };
 
-// Where the coordinates of a region set stand in their file.
+// The location of a region set's coordinates in the file.
 struct NodesLayout {
   int nnode = 0;
   ArrayLayout x, y, z;
@@ -31,7 +31,7 @@ struct NodesLayout {
 // Reads the section's body: int block nnode; floating blocks of nnode values x, y, z; end rule.
 smart_ptr<Nodes> FLDV4_Nodes(FILE* stream);
 
-// Steps over the body instead and tells where its arrays stand.
+// Skips the body and notes the locations of its arrays.
 void locate(FILE* stream, NodesLayout& nodes);
 
 // Reads the section's body: int block of 1 (0 Cartesian, 1 cylindrical), end rule.

@@ -35,7 +35,7 @@ class Vector {
   VFPA components[3];                // X, Y, Z: n values each; components may differ in precision
 };
 
-// Where the values of a quantity stand in their file.
+// The location of a quantity's values in the file.
 struct ScalarLayout {
   char text[kLabelLength + 1] = {};
   int n = 0;
@@ -48,7 +48,7 @@ struct VectorLayout {
   ArrayLayout components[3];
 };
 
-// All start behind the section's leading integer.
+// All start after the section's leading integer.
 
 // Body: char block of 32 (label), int block N, floating block of N values, end rule.
 smart_ptr<Scalar> FLDV4_Scalar(FILE* stream);
@@ -57,7 +57,7 @@ smart_ptr<Scalar> FLDV4_Scalar(FILE* stream);
 // values, end rule.
 smart_ptr<Vector> FLDV4_Vector(FILE* stream);
 
-// Step over the bodies instead and tell where their arrays stand.
+// Skip the bodies and note the locations of their arrays.
 void locate(FILE* stream, ScalarLayout& scalar);
 void locate(FILE* stream, VectorLayout& vector);
 

@@ -26,7 +26,7 @@ int read_region_count(FILE* stream, size_t bytes_each);
 // Reads the length of the region names, in characters.
 int read_name_length(FILE* stream);
 
-// The regions of a list are objects that hold their arrays, or layouts that tell where these stand.
+// The regions of a list are objects that hold their arrays, or layouts with the locations of the arrays.
 template <class Region>
 Region& region_of(smart_ptr<Region>& entry) {
   return *entry;
@@ -36,7 +36,7 @@ RegionLayout& region_of(RegionLayout& entry) {
   return entry;
 }
 
-// Makes the list hold `count` new regions; what stood in it is released.
+// Replaces the list with `count` new regions.
 template <class Region>
 void renew_regions(RegionList<Region>& list, int count) {
   list.resize(static_cast<size_t>(count));
@@ -47,15 +47,15 @@ void renew_regions(std::vector<RegionLayout>& list, int count) {
   list.assign(static_cast<size_t>(count), {});
 }
 
-// A character block of `length` characters as a name, without trailing blanks.
+// Reads a character block of `length` characters as a name, without trailing blanks.
 void take_name(FILE* stream, int length, int tag, char*& name);
 void take_name(FILE* stream, int length, int tag, std::string& name);
 
-// The name in the `length` characters at `characters`, likewise.
+// The name in the `length` characters at `characters`, without trailing blanks.
 void copy_name(const char* characters, int length, int tag, char*& name);
 void copy_name(const char* characters, int length, int tag, std::string& name);
 
-// Char block of all names, region after region, into the regions' `name`.
+// Char block with all names, region by region, stored in the member `name`.
 template <class List>
 void take_gathered_names(FILE* stream, List& list, int length, int tag_all, int tag_each) {
   const auto total = static_cast<int64_t>(list.size()) * length;
@@ -70,7 +70,7 @@ void take_gathered_names(FILE* stream, List& list, int length, int tag_all, int 
   }
 }
 
-// Int block of one count per region, into the regions' member `count`.
+// Int block with one count per region, stored in the member `count`.
 template <class List, class Region>
 void take_counts(FILE* stream, List& list, int Region::*count, int tag) {
   const auto counts = read_int_array(stream, static_cast<long>(list.size()), tag);
@@ -80,8 +80,8 @@ void take_counts(FILE* stream, List& list, int Region::*count, int tag) {
   }
 }
 
-// Int block of the entries of all regions, region after region; each region gets a copy of its own entries,
-// or the stretch that they are, in the member `entries`.
+// Int block with the entries of all regions, region by region. Each region gets a copy of its entries, or
+// their location, in the member `entries`.
 template <class Region>
 void take_gathered(FILE* stream, RegionList<Region>& list, int Region::*count, int* Region::*entries,
                    int tag_all, int tag_each) {

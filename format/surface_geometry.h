@@ -29,7 +29,7 @@ class SurfaceGeometry {
   int nquad = 0;
 };
 
-// Where a surface region's arrays stand in their file.
+// The location of a surface region's arrays in the file.
 struct SurfaceLayout {
   std::string name;
   int nface = 0;
@@ -39,7 +39,7 @@ struct SurfaceLayout {
   ArrayLayout faceNode;
 };
 
-// The readers replace the list by the section's regions.
+// The readers replace the contents of the list.
 
 // Body: int block R (regions); int block L (length of a name); per region: char block of L, int block nface,
 // int block of nface types, int block of nface links, int block nfaceNode, int block of nfaceNode node
@@ -50,7 +50,7 @@ void FLDV4_SurfaceGeometry(FILE* stream, std::vector<smart_ptr<SurfaceGeometry>>
 // int block of R nfaceNode; int block of all node numbers; end rule. If R is 0, the end rule may follow L.
 void FLDV4_SurfaceGeometryArray(FILE* stream, std::vector<smart_ptr<SurfaceGeometry>>& list);
 
-// Step over the bodies instead and tell where the regions' arrays stand.
+// Skip the bodies and note the locations of the regions' arrays.
 void locate_surfaces(FILE* stream, std::vector<SurfaceLayout>& list);
 void locate_surface_array(FILE* stream, std::vector<SurfaceLayout>& list);
 

@@ -23,14 +23,14 @@ class VolumeGeometry : public ElementCounts {
   int* elem = nullptr;  // nelem indices into the region set's Elements
 };
 
-// Where a volume region's element list stands in its file.
+// The location of a volume region's element list in the file.
 struct VolumeLayout {
   std::string name;
   int nelem = 0;
   ArrayLayout elem;
 };
 
-// The readers replace the list by the section's regions.
+// The readers replace the contents of the list.
 
 // Body: int block R (regions); int block L (length of a name); per region: char block of L, int block nelem,
 // int block of nelem element numbers; end rule.
@@ -40,7 +40,7 @@ void FLDV4_VolumeGeometry(FILE* stream, std::vector<smart_ptr<VolumeGeometry>>& 
 // rule. If R is 0, the end rule may follow L.
 void FLDV4_VolumeGeometryArray(FILE* stream, std::vector<smart_ptr<VolumeGeometry>>& list);
 
-// Step over the bodies instead and tell where the regions' lists stand.
+// Skip the bodies and note the locations of the regions' lists.
 void locate_volumes(FILE* stream, std::vector<VolumeLayout>& list);
 void locate_volume_array(FILE* stream, std::vector<VolumeLayout>& list);
 

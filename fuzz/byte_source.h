@@ -1,4 +1,4 @@
-// Choices out of the bytes of an input; when they are used up, every further choice is 0.
+// Choices taken from the bytes of an input; 0 after the last byte.
 #pragma once
 
 #include <cstddef>

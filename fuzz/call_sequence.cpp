@@ -17,7 +17,7 @@ constexpr int kText = 80;          // characters of the host's buffers
 constexpr int kIdentityText = 20;  // of names and versions
 constexpr int kDescription = 255;  // of the reader's description
 constexpr int kToggleTitle = 40;   // of an option's title
-constexpr int kOddFrom = 0xe0;     // bytes from here on choose a number far away
+constexpr int kOddFrom = 0xe0;     // bytes from here on choose an out-of-range number
 constexpr int kLargestRow = 8;     // nodes of the largest element
 
 constexpr int kFarAway[] = {-1,
@@ -32,7 +32,7 @@ constexpr int kFarAway[] = {-1,
                             100000,
                             std::numeric_limits<int>::min()};
 
-// `count` values, not one byte more.
+// Exactly `count` values.
 template <class T>
 class Array {
  public:
@@ -171,7 +171,7 @@ void CallSequence::ask_elements() {
   const int width = shape != nullptr ? shape->nodes : kLargestRow;
   Rows<int> rows(count, width);
   if (api_.get_part_elements_by_type(part, slot, rows.rows()) >= 0) {
-    // Where a node cannot be given the row says 1, also when the part has no node at all.
+    // Missing nodes are given as node 1, even if the part has no nodes.
     const int nodes = std::max(1, size.nodes);
     for (int e = 0; e < count; ++e) {
       for (int i = 0; i < width; ++i) {

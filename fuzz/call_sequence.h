@@ -1,5 +1,5 @@
-// Entry-point calls in any order and with odd parameters, as chosen by bytes. Every array is as large as the
-// reader promised right before, and a heap block of its own.
+// Entry-point calls in any order and with unusual arguments, chosen by the input. Every array has exactly the
+// size that the reader announced, in its own heap block.
 #pragma once
 
 #include <vector>
@@ -12,18 +12,18 @@ namespace fuzz {
 
 class CallSequence {
  public:
-  // `files`: what may be opened. Both have to outlive the sequence.
+  // `files`: the files to open. Both must outlive the sequence.
   CallSequence(const host::EntryPoints& api, ChangingFiles& files, std::string_view choices)
       : api_(api), files_(files), choices_(choices) {}
 
-  // Makes the calls that the bytes choose, then ends the session.
+  // Makes the calls chosen by the input, then ends the session.
   void run();
 
  private:
   using Call = void (CallSequence::*)();
   static const Call kCalls[];
 
-  // A number from 0 to `count`, or one far away.
+  // A number from 0 to `count`, or far out of range.
   int number_up_to(int count);
 
   void open();
@@ -44,7 +44,7 @@ class CallSequence {
   void ask_about_blocks();
   void change_file();
 
-  // What the reader says about its parts right now; of one that it does not have, nothing.
+  // The current sizes of the parts; 0 for parts that do not exist.
   struct PartSize {
     int nodes = 0;
     std::vector<int> elements;  // per slot

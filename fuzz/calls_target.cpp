@@ -1,4 +1,4 @@
-// Random calls on good datasets: the input chooses the calls and their parameters, see call_sequence.cpp.
+// Random calls on valid datasets: the input chooses the calls and their arguments; see call_sequence.cpp.
 #include "fuzz/call_sequence.h"
 #include "fuzz/changing_files.h"
 #include "fuzz/scratch_directory.h"
@@ -8,7 +8,7 @@
 
 namespace {
 
-// The options as a reader has them when it was just loaded.
+// Resets the options to those of a freshly loaded reader.
 void reset_options(const host::EntryPoints& api) {
   int toggles[2] = {0, 0};
   api.set_extra_gui_data(toggles, nullptr, nullptr);

@@ -6,7 +6,7 @@
 namespace fuzz {
 namespace {
 
-constexpr unsigned kCuts = 8;  // places at which a file is cut, the first of all being "removed"
+constexpr unsigned kCuts = 8;  // positions at which a file is truncated; the first means "removed"
 
 }  // namespace
 

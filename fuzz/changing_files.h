@@ -1,5 +1,5 @@
-// The files that random calls open: good datasets, and what cannot be opened. They can change while a dataset
-// is open, as when a solver goes on writing or somebody cleans up.
+// The files that random calls open: valid datasets, and files that cannot be opened. They can change while a
+// dataset is open, as when a solver is still writing or files are deleted.
 #pragma once
 
 #include <filesystem>
@@ -12,15 +12,15 @@ namespace fuzz {
 
 class ChangingFiles {
  public:
-  // Writes all files into `scratch`, which has to outlive the object.
+  // Writes all files into `scratch`, which must outlive the object.
   explicit ChangingFiles(const ScratchDirectory& scratch);
 
-  // What may be opened: the good datasets by their numbers first.
+  // The paths to open: first the valid datasets, in order.
   const std::vector<std::filesystem::path>& paths() const { return paths_; }
 
-  // Removes a file of the good datasets, cuts it, or replaces it by another one, as `choice` says.
+  // Removes, truncates or replaces a file of the valid datasets, depending on `choice`.
   void change(unsigned choice);
-  // Every file is again as it was written first.
+  // Restores all files.
   void restore();
 
  private:

@@ -9,7 +9,7 @@ namespace {
 
 using namespace testkit;
 
-constexpr double kUndefined = 1.0e30;  // as the usual header says
+constexpr double kUndefined = 1.0e30;  // as in the usual header
 
 Section pressure(const Mesh& mesh, Precision precision = Precision::kSingle) {
   std::vector<double> values =
@@ -34,7 +34,7 @@ Section fringe(const Mesh& mesh) {
   return scalar_section({.name = "@BNODE", .label = "fringe", .values = values});
 }
 
-// Only the header items that say something, so that the file stays small.
+// Only the header items that matter, to keep the file small.
 Header short_header(int cycle, double time) {
   Header header;
   header.set_dimension(3);
@@ -60,7 +60,7 @@ File plain_file() {
   return file;
 }
 
-// The array forms, index base 1, short records, other widths.
+// Array forms, index base 1, short records, other widths.
 File gathered_file() {
   const Mesh mesh = one_of_each();
   File file = file_at(7, 0.25);
@@ -76,7 +76,8 @@ File gathered_file() {
   return file;
 }
 
-// Flat elements, faces that are lines, cylindrical coordinates, materials below zero, no regions of one kind.
+// Triangles and quadrilaterals as elements, line faces, cylindrical coordinates, negative materials, no
+// regions of one kind.
 File flat_file() {
   Mesh mesh;
   mesh.coordinate_system = 1;
@@ -145,7 +146,7 @@ GoodDataset changing_series() {
   return {"changing", {first, second}};
 }
 
-// The second file has quantities alone.
+// The second file has only quantities.
 GoodDataset steady_mesh_series() {
   const Mesh mesh = one_tetrahedron();
   File first = plain_file();

@@ -1,5 +1,5 @@
-// Small sound datasets that have every construct of the format between them: the first inputs of the fuzzer,
-// and what random calls are made on.
+// Small valid datasets that cover every construct of the format: the seeds of the fuzzers and the files for
+// random calls.
 #pragma once
 
 #include <string>
@@ -11,9 +11,9 @@ namespace fuzz {
 
 struct GoodDataset {
   std::string name;
-  std::vector<testkit::File> files;  // more than one: a series
+  std::vector<testkit::File> files;  // more than one for a series
 
-  // What file number `index` is called.
+  // The name of file number `index`.
   std::string file_name(std::size_t index) const;
 };
 

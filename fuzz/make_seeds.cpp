@@ -1,4 +1,4 @@
-// Writes the first inputs of the targets: fuzz_seeds FOLDER makes FOLDER/<target>/ for each of them.
+// Writes the seeds of the targets: fuzz_seeds FOLDER creates FOLDER/<target>/ for each.
 #include <cstdio>
 #include <exception>
 #include <filesystem>
@@ -34,7 +34,7 @@ class Seeds {
   std::filesystem::path folder_;
 };
 
-// Which readers read a section of that title.
+// The readers for a section with this title.
 std::vector<RecordReader> readers_of(std::string_view title) {
   static const std::map<std::string_view, std::vector<RecordReader>> kBySection = {
       {"LS_CoordinateSystem", {RecordReader::coordinate_system, RecordReader::skip}},
@@ -52,7 +52,7 @@ std::vector<RecordReader> readers_of(std::string_view title) {
   return found == kBySection.end() ? std::vector<RecordReader>{} : found->second;
 }
 
-// Which readers read a block of that kind.
+// The readers for a block of this kind.
 std::vector<RecordReader> readers_of(const testkit::Block& block) {
   if (std::holds_alternative<testkit::Reals>(block.data)) {
     return {block.size() == 1 ? RecordReader::real : RecordReader::reals};
@@ -103,7 +103,7 @@ void make_record_seeds(const Seeds& seeds, const std::string& name, const testki
 
 void make_call_seeds(const Seeds& seeds, std::size_t datasets) {
   for (std::size_t d = 0; d < datasets; ++d) {
-    // Every call by its number, the opening first, with small choices between them.
+    // Every call by number, starting with an opening, with small choices in between.
     std::string calls = {0, static_cast<char>(d)};
     for (char choice = 0; choice < 4; ++choice) {
       for (char call = 2; call < 24; ++call) calls += {call, choice, choice, choice, 0};

@@ -1,6 +1,5 @@
-// Which reader of the format layer an input of the target "records" is for. An input is: the reader's number
-// (one byte), an element count for the readers that are told one (two bytes, most significant first), and the
-// file that the reader gets.
+// The readers of the format layer for the target "records". An input consists of the reader's number (one
+// byte), an element count for readers that take one (two bytes, big-endian), and the file.
 #pragma once
 
 #include <cstdint>

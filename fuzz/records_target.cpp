@@ -1,5 +1,5 @@
-// The record layer and the section readers, each by itself; see record_readers.h for the input. What a reader
-// gives back is looked at in full, so that an array that is smaller than its count is found.
+// Each reader of the record layer and the sections by itself; see record_readers.h for the input. All results
+// are read in full, so that an array smaller than its count is detected.
 #include <algorithm>
 #include <array>
 #include <memory>
@@ -31,7 +31,7 @@ namespace {
 using namespace fld;
 using Read = void (*)(FILE* stream, int count);
 
-// What was looked at goes here, so that the looking is not optimised away.
+// Keeps the reads from being optimised away.
 volatile unsigned long sink = 0;
 
 void look_at(const char* text) {

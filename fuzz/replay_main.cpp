@@ -1,5 +1,5 @@
-// Goes through kept inputs without a fuzzer: replay_<target> FILE-OR-FOLDER... The reader's promises are
-// checked as they are while fuzzing; a broken one ends the process.
+// Replays saved inputs without a fuzzer: replay_<target> FILE-OR-FOLDER... Makes the same checks as fuzzing;
+// a failed check ends the process.
 #include <algorithm>
 #include <cstdio>
 #include <filesystem>
@@ -26,7 +26,7 @@ bool replay(const std::filesystem::path& path) {
   std::ifstream stream(path, std::ios::binary);
   const std::string bytes((std::istreambuf_iterator<char>(stream)), {});
   if (!stream) return false;
-  // A copy of exactly this size, so that a memory checker sees a step beyond it.
+  // A copy of exactly this size, so that a memory checker detects reads beyond it.
   const std::vector<std::uint8_t> input(bytes.begin(), bytes.end());
   LLVMFuzzerTestOneInput(input.data(), input.size());
   return true;
@@ -36,7 +36,7 @@ int replay_all(const std::vector<std::string>& arguments) {
   std::size_t count = 0;
   for (const std::string& argument : arguments) {
     for (const auto& file : files_of(argument)) {
-      // Said before, so that the last line names the file that ended the process.
+      // Printed before the run, so that the last line names the file that ended the process.
       std::printf("%s\n", file.c_str());
       std::fflush(stdout);
       if (!replay(file)) {

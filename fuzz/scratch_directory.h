@@ -1,4 +1,4 @@
-// A directory of this process for the files that the reader gets to see, in memory where the system has that.
+// A temporary directory for the files of this process, in memory if possible.
 #pragma once
 
 #include <filesystem>
@@ -8,7 +8,7 @@ namespace fuzz {
 
 class ScratchDirectory {
  public:
-  // Throws std::filesystem::filesystem_error when no directory can be made.
+  // Throws std::filesystem::filesystem_error.
   ScratchDirectory();
   ~ScratchDirectory();
   ScratchDirectory(const ScratchDirectory&) = delete;

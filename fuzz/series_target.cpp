@@ -1,6 +1,5 @@
-// The whole session on a series of two files: the input is a byte that says whether the reader simplifies the
-// series (when it is odd), then one file behind the other. The second begins with its own identification
-// record; without one it is empty.
+// A whole session on a series of two files. The input is a byte (odd: with the simplifying option), followed
+// by both files. The second starts with its identification record; without one it is empty.
 #include <algorithm>
 
 #include "fuzz/byte_source.h"

@@ -1,4 +1,4 @@
-// The whole session on one file: the input is the file.
+// A whole session on one file: the input is the file.
 #include "fuzz/byte_source.h"
 #include "fuzz/scratch_directory.h"
 #include "fuzz/session_trial.h"

@@ -13,7 +13,7 @@
 namespace fuzz {
 namespace {
 
-// More would slow the fuzzer down, and blur what it sees of the input's own session.
+// More often would slow the fuzzer down and blur the coverage of the input's own session.
 constexpr std::size_t kFollowed = 32;
 
 faults::Ending tried_session(const std::filesystem::path& file, std::size_t size,
@@ -26,7 +26,7 @@ faults::Ending tried_session(const std::filesystem::path& file, std::size_t size
   return ending;
 }
 
-// A good dataset and what the reader answered when it was opened first.
+// A valid dataset and the reader's answers when it was first opened.
 class GoodDatasetBeside {
  public:
   GoodDatasetBeside() : bytes_(testkit::to_bytes(good_datasets().front().files.front())) {

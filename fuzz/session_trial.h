@@ -1,4 +1,4 @@
-// The whole session as one trial.
+// A whole session as one trial.
 #pragma once
 
 #include <filesystem>
@@ -8,10 +8,10 @@
 
 namespace fuzz {
 
-// Opens the dataset with the reader that this program is linked with, asks for everything, and ends the
-// session. `input`: what its files were made of. For one input in 32 a good dataset is opened afterwards,
-// which has to be served as ever, for half of these without USERD_exit_routine in between; the input says
-// which, so that it does the same again.
+// Opens the dataset with the linked reader, requests everything, and ends the session. `input`: the bytes of
+// its files. For one input in 32 a valid dataset is opened afterwards, which must give the same answers as
+// before, half of the time without USERD_exit_routine in between. Which one is chosen from the input, so that
+// it is reproducible.
 void run_session(const std::filesystem::path& file, std::string_view input,
                  faults::SessionOptions options = {});
 

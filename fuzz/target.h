@@ -1,6 +1,6 @@
-// A fuzz target: one function that takes any bytes and comes back, or ends the process when the reader did
-// something that it promises not to do. A target is linked twice: with libFuzzer as fuzz_<name>, and with
-// replay_main.cpp as replay_<name>, which goes through files that are kept.
+// A fuzz target: one function that takes any bytes and returns, or ends the process if the reader breaks a
+// guarantee. A target is linked twice: with libFuzzer as fuzz_<name>, and with replay_main.cpp as
+// replay_<name>, which replays saved inputs.
 #pragma once
 
 #include <cstddef>

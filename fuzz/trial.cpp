@@ -53,7 +53,7 @@ void expect_documented(const faults::CallEnding& call) {
   if (!reason.empty()) report_broken_promise(reason.c_str());
 }
 
-// The lines' memory is there before it is measured.
+// Allocated before memory is measured.
 Trial::Trial(std::size_t file_size)
     : memory_limit_(static_cast<std::ptrdiff_t>(kFixedMemory + kMemoryPerByte * file_size)) {
   real_stderr = stderr;

@@ -1,6 +1,5 @@
-// One trial of the reader: what an input may cost and how it may end. An exception of another class than the
-// documented ones escapes; one with another text, an assertion that is not listed, too much time, memory, or
-// an array that nobody released ends the process.
+// One trial of the reader, with limits on time and memory. Exceptions of undocumented classes propagate. An
+// undocumented message or assertion, a leaked array, or too much time or memory ends the process.
 #pragma once
 
 #include <cstddef>
@@ -16,13 +15,13 @@
 
 namespace fuzz {
 
-// Ends the process: the reader broke the promise that `what` names.
+// Ends the process because the reader broke the guarantee `what`.
 [[noreturn]] void report_broken_promise(const char* what);
 
-// Does so unless a call may end like this.
+// Does so unless this is a documented result of a call.
 void expect_documented(const faults::CallEnding& call);
 
-// Calls `work`, which may end with any of the errors that the reader documents; whether it ran through.
+// Calls `work`, which may throw any documented error. Returns whether it completed.
 template <class Work>
 bool ends_as_documented(Work work) {
   try {
@@ -37,8 +36,8 @@ bool ends_as_documented(Work work) {
   return false;
 }
 
-// From its making to its end the lines of the reader are kept in memory, and the limits hold: 1 s of
-// processor time, and 16 MiB and 8 times the file of memory.
+// While it lives, the reader's messages are kept in memory and the limits apply: 1 s of CPU time, and 16 MiB
+// plus 8 times the file size of memory.
 class Trial : public faults::SpokenLines {
  public:
   explicit Trial(std::size_t file_size);

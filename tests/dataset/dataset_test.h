@@ -1,4 +1,4 @@
-// What the tests of this folder share: files on disk, the reader's messages and assertions, arrays as lists.
+// Shared by the tests of this folder: files on disk, the reader's messages and assertions, arrays as lists.
 #pragma once
 
 #include <algorithm>
@@ -18,7 +18,7 @@
 
 namespace fld::test {
 
-// Collects what is written to the standard error stream until text() is asked for.
+// Collects stderr until text() is called.
 class Messages {
  public:
   Messages() { testing::internal::CaptureStderr(); }
@@ -42,7 +42,7 @@ inline std::string trace(const std::string& path) {
   return "IN ( FLD): " + path + "\n";
 }
 
-// The message of the FLDReadException that leaves `call`.
+// The message of the FLDReadException that `call` throws.
 template <class Call>
 std::string read_error(Call call) {
   try {
@@ -62,14 +62,14 @@ inline std::string write(const testkit::TemporaryDirectory& directory, std::stri
   return path.string();
 }
 
-// A right file: one tetrahedron in one region set.
+// A valid file: one tetrahedron in one region set.
 inline testkit::File plain_file(int cycle = 0, double time = 0.0) {
   testkit::File file = testkit::file_of(testkit::one_tetrahedron());
   file.header.set_cycle(cycle, time);
   return file;
 }
 
-// All kinds of elements and faces, on 8 nodes. The shapes overlap; only their numbers matter here.
+// All kinds of elements and faces, on 8 nodes. The shapes overlap; only the indices matter here.
 inline testkit::Mesh every_shape() {
   testkit::Mesh mesh;
   for (int i = 0; i < 8; ++i) mesh.nodes.add(i, i + 10, i + 20);
@@ -120,7 +120,7 @@ inline bool is_open(const std::string& path) {
   return std::any_of(begin(files), end(files), refers_to_it);
 }
 
-// Arrays of the geometry objects as lists, and the other way round.
+// Conversion between arrays of the geometry objects and lists.
 inline std::vector<int> list(const int* values, long n) {
   return {values, values + n};
 }

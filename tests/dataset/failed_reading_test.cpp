@@ -1,4 +1,4 @@
-// FLDFile::readGeometry on files that it cannot read: result, message, the file closed, nothing left behind.
+// FLDFile::readGeometry on files that it cannot read: result, message, file closed, nothing leaked.
 #include <filesystem>
 
 #include "testkit/byte_sink.h"
@@ -11,7 +11,7 @@ using testkit::Block;
 
 class FailedReading : public testing::Test {
  protected:
-  // A file of which validation found the region set of plain_file().
+  // A file that was plain_file() when it was validated.
   static FLDFile unchecked(const std::string& path) {
     testkit::Places places;
     testkit::to_bytes(test::plain_file(), &places);
@@ -26,7 +26,7 @@ class FailedReading : public testing::Test {
     EXPECT_FALSE(test::is_open(path));
     return reading;
   }
-  // Reads the file and expects the result and what follows the trace.
+  // Reads the file and expects the result and the text after the trace.
   void expect(const testkit::File& file, int status, const std::string& message) {
     const std::string path = test::write(directory_, "a.fld", file);
     const test::Reading reading = read(path);

@@ -1,4 +1,4 @@
-// FLD::checkFLD: which files make a dataset, and what is said about the others.
+// FLD::checkFLD: which files are accepted, and the messages for the others.
 #include <filesystem>
 #include <sys/stat.h>
 
@@ -11,7 +11,7 @@ namespace {
 
 class CheckFld : public testing::Test {
  protected:
-  // The result for this file alone, and what was said about it.
+  // The result for this file alone, and the messages.
   test::Reading check(const std::string& path) {
     test::Messages messages;
     const int status = FLD().checkFLD({path}, files_);
@@ -20,7 +20,7 @@ class CheckFld : public testing::Test {
   }
   test::Reading check(const testkit::File& file) { return check(test::write(directory_, "a.fld", file)); }
 
-  // Opening this file as a dataset says the same and gives -2.
+  // Opening this file as a dataset gives the same messages and -2.
   void expect_opening_fails(const testkit::File& file, const std::string& message) {
     const std::string path = test::write(directory_, "a.fld", file);
     test::Messages messages;

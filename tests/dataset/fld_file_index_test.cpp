@@ -1,4 +1,4 @@
-// FLDFile::seekFLD and the look-ups: where the quantities of a file stand.
+// FLDFile::seekFLD and the lookups: the offsets of a file's quantities.
 #include <filesystem>
 
 #include "testkit/byte_sink.h"
@@ -188,7 +188,7 @@ TEST_F(SeekFile, VectorOfTheWrongNumberOfComponentsIsAReadError) {
 
 TEST_F(SeekFile, EndIsOnlyTheExactTitle) {
   testkit::File file = test::plain_file();
-  // Validation ends here; the index goes on to the end proper.
+  // Validation ends here; the index continues to the real end.
   file.region_sets[0].add(Section{.title = "OverlapEndNote", .blocks = {Block::characters("a note")}});
   file.region_sets[0].add(scalar("P"));
   const FLDFile read = indexed(file);

@@ -1,4 +1,4 @@
-// FLDFile::checkSections: what each region set of a file carries.
+// FLDFile::checkSections: the content of each region set of a file.
 #include "tests/dataset/dataset_test.h"
 
 namespace fld {

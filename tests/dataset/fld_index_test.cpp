@@ -14,7 +14,7 @@ testkit::Section scalar(const char* name, const char* label = "") {
   return testkit::scalar_section({.name = name, .label = label, .values = {1.0, 2.0, 3.0, 4.0}});
 }
 
-// A series of three files; the quantities of the later ones stand further behind.
+// A series of three files; the quantities of the later ones have larger offsets.
 class SeekSeries : public testing::Test {
  protected:
   SeekSeries() {
@@ -36,7 +36,7 @@ class SeekSeries : public testing::Test {
     ASSERT_EQ(fld_.searchFLD(paths_[1].c_str()), 0);
     ASSERT_EQ(fld_.m_fld.size(), 3U);
   }
-  // The result and what is said.
+  // The result and the messages.
   test::Reading seek(bool full) {
     test::Messages messages;
     const int status = fld_.seekFLD(full);
@@ -153,7 +153,7 @@ TEST_F(SeekSeries, CatalogueHasTheQuantitiesOfAllFiles) {
   EXPECT_EQ(fld_.m_field.vector_names(), std::vector<std::string>{"V"});
 }
 
-// A copy of the entries per file would take files times quantities of memory.
+// A copy of the entries per file would take memory proportional to files times quantities.
 TEST_F(SeekSeries, SimplifiedIndexIsHeldOnce) {
   ASSERT_NO_FATAL_FAILURE(search());
   EXPECT_EQ(seek(false).status, 0);

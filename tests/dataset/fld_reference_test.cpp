@@ -1,4 +1,4 @@
-// Which file of a series has the geometry that applies to another.
+// Which file's geometry applies to a file of a series.
 #include "dataset/fld.h"
 #include "tests/dataset/dataset_test.h"
 

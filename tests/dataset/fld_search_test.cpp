@@ -1,4 +1,4 @@
-// FLD::searchFLD: from the picked file to the list of the dataset's files.
+// FLD::searchFLD: from the selected file to the list of the dataset's files.
 #include <filesystem>
 #include <sys/stat.h>
 
@@ -68,7 +68,7 @@ TEST(SearchFld, SeriesWithoutFolderIsEmpty) {
 
 TEST(SearchFld, SeriesWhoseEntriesDoNotMatchIsEmpty) {
   const testkit::TemporaryDirectory directory;
-  // Five characters stand behind the digits.
+  // Five characters follow the digits.
   const std::string path = test::write(directory, "case_1.fldx", test::plain_file());
   EXPECT_EQ(found_for(path), std::vector<std::string>{});
 }

@@ -1,4 +1,4 @@
-// The geometry of all region sets laid end to end.
+// The geometry of all region sets.
 #include "dataset/geometry.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-// Counts that a file cannot hold: refused where they stand, before anything is allocated for them.
+// Counts that a file cannot hold: refused before anything is allocated for them.
 #include <cstdlib>
 
 #include "dataset/fld.h"
@@ -10,8 +10,8 @@ namespace {
 using testkit::Block;
 using testkit::RegionForm;
 
-// A count in a section, and where its reader finds it wrong: behind it, or behind the rule record of the
-// array that it is for (`array`).
+// A count in a section, and the offset of the error: after it, or after the rule record of its array
+// (`array`).
 struct Count {
   const char* section;
   size_t block;
@@ -46,7 +46,7 @@ constexpr Count kCounts[] = {
 
 class HostileCount : public testing::TestWithParam<Count> {
  protected:
-  // Writes the file with this value for the count; a list of counts gets it for its first one.
+  // Writes the file with this value for the count, or for the first of a list of counts.
   void write(std::int32_t value) {
     const Count& count = GetParam();
     testkit::File file;
@@ -111,7 +111,7 @@ INSTANTIATE_TEST_SUITE_P(EverySection, HostileCount, testing::ValuesIn(kCounts),
   return std::string(info.param.section) + "Block" + std::to_string(info.param.block);
 });
 
-// A file whose connectivity has `length` entries, it says.
+// A file that claims a connectivity of `length` entries.
 test::Reading read_connectivity_of(std::int64_t length, testkit::Places& places) {
   const testkit::TemporaryDirectory directory;
   testkit::File file;

@@ -1,4 +1,4 @@
-// Files beyond 4 GiB: right offsets, and little of the file is read.
+// Files beyond 4 GiB: offsets are correct, and little of the file is read.
 #include <cstdint>
 #include <fstream>
 

@@ -1,4 +1,4 @@
-// Memory stays within a small multiple of the file's size, whatever the file says.
+// Memory is bounded by a small multiple of the file size.
 #include <cstdlib>
 #include <fstream>
 #include <string>
@@ -16,7 +16,7 @@ using testkit::Section;
 
 constexpr long kMebibyte = 1024;  // in the unit of this file
 
-// The most address space that this process ever had, in kibibytes.
+// The peak address space of this process, in KiB.
 long peak_memory() {
   std::ifstream status("/proc/self/status");
   std::string word;
@@ -30,8 +30,8 @@ long peak_memory() {
   return 0;
 }
 
-// Opens the dataset and reads its first region set in a process of its own, whose peak begins anew. Its
-// message goes to the standard error stream, and the process ends with 0 if it needed no more than `limit`.
+// Opens the dataset and reads its first region set in a child process. Its message goes to stderr, and it
+// exits with 0 if it needed no more than `limit`.
 [[noreturn]] void read_within(const std::string& path, long limit) {
   const long before = peak_memory();
   try {
@@ -57,7 +57,7 @@ class MemoryDeathTest : public testing::Test {
 #endif
   }
 
-  // A file with the nodes of a tetrahedron, the sections, and then `filling` bytes that no section names.
+  // A file with the nodes of a tetrahedron, the sections, and then `filling` unused bytes.
   std::string write(const std::vector<Section>& sections, size_t filling = 0) {
     testkit::File file;
     testkit::RegionSet& set = file.add_region_set();
@@ -109,7 +109,7 @@ TEST_F(MemoryDeathTest, LongNamesOfMovingRegionsThatAreNotThereTakeNone) {
   EXPECT_READ_WITHIN(write({motion}, 100000), 16 * kMebibyte, "");
 }
 
-// Regions whose arrays are announced by this rule and have no records.
+// Regions whose arrays have this rule and no records.
 Section surfaces_without_records(const Rule& rule, const Block& name) {
   Section surfaces{.title = "LS_SurfaceGeometry", .blocks = {Block::integer(600), Block::integer(1)}};
   for (int region = 0; region < 600; ++region) {
@@ -140,7 +140,7 @@ TEST_F(MemoryDeathTest, AsManyRegionsAsTheFileCouldHoldTakeWhatRegionsTake) {
   EXPECT_READ_WITHIN(path, 100000 * 256 / 1024, "ERROR : ");
 }
 
-// Lets this process have 64 MiB more than it has, and reads the dataset.
+// Limits this process to 64 MiB more than it has, and reads the dataset.
 [[noreturn]] void read_with_little_memory(const std::string& path) {
   FLD fld;
   int status = fld.searchFLD(path.c_str());

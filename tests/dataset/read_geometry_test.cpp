@@ -1,4 +1,4 @@
-// FLDFile::readGeometry: the geometry of a region set as it stands in the file.
+// FLDFile::readGeometry: the geometry of a region set.
 #include <array>
 
 #include "dataset/type_counts.h"
@@ -20,7 +20,7 @@ Six counts_of(const Region& region) {
 
 class ReadGeometry : public testing::Test {
  protected:
-  // Reads region set 0 of the file, which has to be right.
+  // Reads region set 0 of a valid file.
   void read(const testkit::File& file) {
     const std::string path = test::write(directory_, "a.fld", file);
     const auto [status, messages] = test::read_geometry(test::checked(path), 0, geo_);
@@ -167,7 +167,7 @@ TEST_F(ReadGeometry, OtherSectionsAreSteppedOver) {
   set.add(testkit::vector_section({.name = "V", .label = "", .x = {1.0}, .y = {1.0}, .z = {1.0}}));
   set.add(testkit::motion_section(
       {.base_cycle = 0, .regions = {{.names = {"air"}, .actions = {testkit::Action::translate({})}}}}));
-  // Titles are compared as a whole here.
+  // Here titles are compared in full.
   for (const char* title : {"LS_Nodes2", "LS_Element", "LS_MatOfElementsX", "LS_SurfaceGeometryArrays",
                             "ls_elements", "LS_VolumeGeometries", "OverlapEndNote", "Anything"}) {
     set.add(testkit::Section{.title = title, .blocks = {testkit::Block::integers({7, 7, 7})}});
@@ -304,7 +304,7 @@ TEST_F(ReadGeometry, SectionsOfNothingGiveEmptyObjects) {
     testkit::RegionSet& set = file.add_region_set();
     testkit::Section surfaces = testkit::surfaces_section({}, form);
     testkit::Section volumes = testkit::volumes_section({}, form);
-    // A section without regions may end right behind the length of their names.
+    // A section without regions may end after the length of the names.
     surfaces.blocks.resize(2);
     volumes.blocks.resize(2);
     set.add({surfaces, volumes, testkit::elements_section({}), testkit::materials_section({}),
@@ -343,7 +343,7 @@ TEST_F(ReadGeometry, IndicesOutOfRangeAreNotCounted) {
   const std::string path = test::write(directory_, "a.fld", file);
   const auto [status, messages] = test::read_geometry(test::checked(path), 0, geo_);
   EXPECT_EQ(status, 0);
-  EXPECT_EQ(messages, test::trace(path));  // whoever loads the whole geometry reports bad indices
+  EXPECT_EQ(messages, test::trace(path));  // bad indices are reported after all region sets were loaded
   const BadIndices bad = count_bad_indices(geo_);
   EXPECT_EQ(bad.element_nodes, 1);
   EXPECT_EQ(bad.face_nodes, 1);

@@ -1,4 +1,4 @@
-// Names of series and the files that belong to one.
+// Names of series and their files.
 #include "dataset/series.h"
 
 #include <algorithm>
@@ -88,7 +88,7 @@ TEST(SeriesName, OtherExtensionIsWrong) {
   }
 }
 
-// A folder with empty files.
+// A directory with empty files.
 class SeriesSearch : public testing::Test {
  protected:
   using Found = std::vector<std::pair<std::string, int>>;  // file name and cycle, sorted
@@ -97,7 +97,7 @@ class SeriesSearch : public testing::Test {
     for (const char* name : names) testkit::write_bytes(directory_ / name, "");
   }
 
-  // What search_fld finds, without the folder in front.
+  // The result of search_fld, without the directory.
   Found found(const std::string& base) const {
     const std::string folder = directory_.path().string();
     std::vector<std::string> files;

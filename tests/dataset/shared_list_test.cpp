@@ -1,4 +1,4 @@
-// Lists that share their entries until one of them is changed.
+// Copy-on-write lists.
 #include "dataset/shared_list.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-// Counting by type, and indices that point outside their tables.
+// Counting by type, and indices that are out of range.
 #include "dataset/type_counts.h"
 
 #include <array>

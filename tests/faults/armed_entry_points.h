@@ -1,5 +1,5 @@
-// The entry points of a program that is linked with the reader's modules, around which what can fail does
-// count: the plans of failing memory and failing files run only inside of a call.
+// The entry points of a program linked with the reader's modules, with fault injection: the plans for failing
+// memory and failing files are active only during a call.
 #pragma once
 
 #include "host/entry_points.h"

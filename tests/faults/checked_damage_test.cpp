@@ -1,13 +1,8 @@
-// The checker finds every one of the damages that the reader is tried with, but for those that leave a file
-// that somebody could have meant:
-//   - a value of a data record changes into another one, in a block that is no count: coordinates, values,
-//   indices within
-//     their tables, texts, dates, markers of undefined values, codes of another kind. Nothing in the file
-//     speaks against it.
-//   - the free end of a title changes: the name of a quantity, the number of a region set, a title of
-//   somebody else's.
-//   - a header item or a section that a file need not have is left out, or one of an unknown title is
-//   doubled.
+// The checker finds every damage that the reader tests use, except those that leave a plausible file:
+//   - another value in a data record of a block that is not a count: coordinates, values, indices in range,
+//     texts, dates, markers of undefined values, other codes;
+//   - another end of a title: the name of a quantity, the number of a region set, an unknown title;
+//   - an optional item or section removed, or one with an unknown title duplicated.
 #include <algorithm>
 #include <gtest/gtest.h>
 #include <set>
@@ -26,7 +21,7 @@
 namespace faults {
 namespace {
 
-// The errors and warnings, without their offsets, which move with what is in front of them.
+// The errors and warnings without their offsets, which depend on what precedes them.
 std::set<std::string> findings(const std::string& bytes) {
   inspect::StringSource source(bytes);
   const inspect::FileReport report = inspect::check_bytes(source, {.full = true});
@@ -48,7 +43,7 @@ std::size_t fixed_length(std::string_view title) {
   return title == "LS_Other" ? 0 : 32;
 }
 
-// For every byte of a file, whether another value there could have been meant.
+// For every byte of a file, whether another value would be plausible.
 std::vector<bool> free_bytes(const std::string& bytes) {
   std::vector<bool> is_free(bytes.size(), false);
   const auto mark = [&](std::uint64_t from, std::uint64_t to) {
@@ -71,7 +66,7 @@ std::vector<bool> free_bytes(const std::string& bytes) {
   return is_free;
 }
 
-// Whether all bytes that differ could have been meant.
+// Whether all bytes that differ are plausible.
 bool differs_in_free_bytes(const std::string& damaged, const std::string& whole,
                            const std::vector<bool>& is_free) {
   if (damaged.size() != whole.size()) return false;
@@ -88,7 +83,7 @@ class HostileFileCheck : public testing::TestWithParam<testkit::File (*)()> {
         known_(findings(bytes_)),
         is_free_(free_bytes(bytes_)) {}
 
-  // Each `stride`-th damage brings a finding that the whole file has not, unless it is excepted.
+  // Each `stride`-th damage must give a finding that the undamaged file does not have, unless it is excepted.
   template <typename Excepted>
   void expect_found(const Damages& damages, std::size_t partial, Excepted excepted) const {
     std::size_t tried = 0;

@@ -25,7 +25,7 @@ void put_word(std::string& bytes, std::size_t offset, std::int32_t value) {
   }
 }
 
-// Where the markers of all records are, walked from the first record.
+// The offsets of all record markers.
 std::vector<std::size_t> marker_offsets(const std::string& bytes) {
   std::vector<std::size_t> offsets;
   for (std::size_t at = 0; at < bytes.size();) {

@@ -1,4 +1,4 @@
-// The ways to damage a file that the sweeps go through, each numbered from 0.
+// The ways to damage a file, numbered from 0.
 #pragma once
 
 #include <cstddef>
@@ -19,7 +19,7 @@ class Damages {
   virtual std::string describe(std::size_t number) const = 0;  // "word at byte 12 set to -1"
 };
 
-// Cut off at every byte, the whole file left out.
+// Truncated at every byte.
 class Truncations : public Damages {
  public:
   explicit Truncations(std::string bytes) : bytes_(std::move(bytes)) {}
@@ -43,13 +43,13 @@ class BitFlips : public Damages {
   std::string bytes_;
 };
 
-// Words of four bytes, big-endian, that take other values.
+// Big-endian words of four bytes with other values.
 class WordChanges : public Damages {
  public:
   // Every word of a file whose size is a multiple of four, set to 0, 1, -1, the smallest and the largest
-  // integer, the number of bytes behind it, and one more and one less than that.
+  // integer, the number of bytes after it, and one more and one less than that.
   static WordChanges extremes(const std::string& bytes);
-  // Every record marker, one and four more and less, doubled, negated and with its bytes reversed.
+  // Every record marker increased and decreased by one and four, doubled, negated and byte-swapped.
   static WordChanges markers(const std::string& bytes);
 
   std::size_t count() const override { return changes_.size(); }
@@ -67,7 +67,7 @@ class WordChanges : public Damages {
   std::vector<Change> changes_;
 };
 
-// Every titled stretch (header items and sections) left out, doubled, and moved before the first region set.
+// Every item and section removed, duplicated, and moved before the first region set.
 class SectionMoves : public Damages {
  public:
   SectionMoves(std::string bytes, testkit::Places places)

@@ -63,7 +63,7 @@ bool has_failure_message(const std::string& lines) {
     const std::size_t end = std::min(lines.find('\n', begin), lines.size());
     const std::string_view line = std::string_view(lines).substr(begin, end - begin);
     const auto ends_line = [line](std::string_view pattern) {
-      // A message that has no line end of its own may stand before it.
+      // A message without a newline may precede it.
       const std::size_t start = line.find(pattern.substr(0, pattern.find('%')));
       return start != std::string_view::npos && matches(pattern, line.substr(start));
     };

@@ -1,4 +1,4 @@
-// What the reader's pages say about how a call may fail.
+// The documented ways in which a call can fail.
 #pragma once
 
 #include <string>
@@ -8,14 +8,13 @@
 
 namespace faults {
 
-// Whether the text matches the pattern, in which %d stands for a number and %s for anything.
+// Whether the text matches the pattern; %d stands for a number and %s for any text.
 bool matches(std::string_view pattern, std::string_view text);
 
-// Why this is no documented ending of a call; empty when it is one. A failure result needs a documented
-// message among the lines of its call, an exception a documented text, an assertion has to be one of those
-// that are listed.
+// Why this is not a documented result of a call; empty if it is. A failure result needs a documented message,
+// an exception a documented text, and an assertion must be listed.
 std::string undocumented(const CallEnding& call);
-// The same of all calls of a session, each with its reason.
+// The same for all calls of a session.
 std::string undocumented(const Ending& ending);
 
 }  // namespace faults

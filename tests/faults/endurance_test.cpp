@@ -1,4 +1,4 @@
-// Ten thousand sessions over good and bad datasets in turn, in one process: nothing grows.
+// Ten thousand sessions over valid and broken datasets in one process: nothing grows.
 #include <algorithm>
 #include <array>
 #include <chrono>
@@ -41,7 +41,7 @@ class Endurance : public testing::Test {
     std::ofstream(directory_ / "text.fld") << "This is a text.\n";
   }
 
-  // A session over each dataset: whole, broken off, a series with a motion, no FLD file at all.
+  // A session over each dataset: valid, truncated, a series with a motion, not an FLD file.
   void round() {
     static constexpr std::array<const char*, 4> kFiles = {"whole.fld", "half.fld", "case_1.fld", "text.fld"};
     static constexpr std::array<Outcome, 4> kOutcomes = {Outcome::kServed, Outcome::kException,
@@ -75,8 +75,8 @@ TEST_F(Endurance, TenThousandSessionsLeaveNothingBehind) {
   }
   EXPECT_EQ(0, meter.held());
   EXPECT_EQ(descriptors, open_descriptors());
-  // Growth with the number of sessions would make the last ones many times as slow; noise does not double a
-  // median.
+  // If time grew with the number of sessions, the last ones would be many times slower; noise does not double
+  // a median.
   EXPECT_LT(median({times.end() - kCompared, times.end()}),
             3 * median({times.begin(), times.begin() + kCompared}));
 }

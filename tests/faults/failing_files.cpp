@@ -21,7 +21,7 @@ bool strikes(FileFault fault) {
   return fault == wanted && FailingFiles::plan().strikes();
 }
 
-// What a stream of ours stands on. The bookkeeping of this file must not meet memory that fails.
+// The state of a stream. This bookkeeping must not use the failing allocator.
 struct Backing {
   int descriptor;
 };
@@ -43,7 +43,7 @@ int descriptor_of(const void* cookie) {
   return static_cast<const Backing*>(cookie)->descriptor;
 }
 
-// As many bytes a read gives at most, so that small files, too, are read piece by piece.
+// The most bytes that a read returns, so that small files take many reads.
 constexpr size_t kPiece = 128;
 
 ssize_t read_backing(void* cookie, char* out, size_t size) {

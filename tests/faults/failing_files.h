@@ -1,5 +1,5 @@
-// Files and folders that fail when a test wants it. The program is linked so that the streams that its
-// objects open are read and positioned by here, and so that its objects open files and folders by here.
+// Injected failures of files and directories. The program is linked so that its objects open, read and seek
+// through the functions here.
 #pragma once
 
 #include "tests/support/fault_plan.h"
@@ -7,14 +7,14 @@
 namespace faults {
 
 enum class FileFault {
-  kReadError,  // a read ends with an input/output error
-  kShortRead,  // a read gives a single byte, as a read may
-  kEnd,        // a read finds the end of the file
-  kSeekError,  // the stream cannot be positioned
-  kOpenError,  // a file or folder cannot be opened, or its size not be found out
+  kReadError,  // a read fails with EIO
+  kShortRead,  // a read returns a single byte
+  kEnd,        // a read returns end of file
+  kSeekError,  // a seek fails
+  kOpenError,  // opening or fstat of a file or directory fails
 };
 
-// While it lives, the `request`-th request of that kind, counted from 1, fails so.
+// While it lives, the `request`-th request of this kind, from 1, fails.
 class FailingFiles {
  public:
   FailingFiles(FileFault fault, int request, FaultPlan::Lasting lasting);

@@ -1,5 +1,4 @@
-// The requests for memory of C++, which containers make, in a program whose memory can run out: they are held
-// against the same plan as those of the C library.
+// operator new for a program with injected allocation failures: it follows the same plan as malloc.
 #include <cstdlib>
 #include <new>
 
@@ -7,7 +6,7 @@
 
 namespace {
 
-// malloc is counted by itself, and aligned_alloc by nobody else.
+// malloc counts itself; aligned_alloc is counted here.
 void* request(std::size_t size) {
   void* block = std::malloc(size);
   if (block == nullptr) throw std::bad_alloc();

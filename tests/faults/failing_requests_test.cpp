@@ -1,6 +1,5 @@
-// Whole sessions in which the 1st, 2nd, 3rd ... request for memory, read, positioning or opening fails, once
-// and from then on, until a session gets through: each time a documented answer, nothing lost, and the next
-// opening works.
+// Whole sessions in which the 1st, 2nd, 3rd ... allocation, read, seek or open fails, once or from then on,
+// until a session completes: each time the result is documented, nothing leaks, and the next opening works.
 #include <array>
 #include <functional>
 #include <gtest/gtest.h>
@@ -25,8 +24,8 @@ namespace {
 
 using Lasting = FaultPlan::Lasting;
 
-// A dataset, and how many requests of each kind its session makes at least: fewer tell that requests of the
-// reader no longer come by where they are made to fail.
+// A dataset and the least number of requests of each kind in its session. Fewer mean that some of the
+// reader's requests are no longer intercepted.
 struct Dataset {
   const char* file;
   std::size_t memory;
@@ -52,13 +51,12 @@ class FailingRequests : public testing::TestWithParam<Lasting> {
 
   using Judge = std::function<std::string(const CallEnding&)>;
 
-  // Repeats the session over a dataset of which a request fails, until one of them has no failing request,
-  // which has to be after `least` of them. `judge` says what is wrong with the ending of a call that was not
-  // served.
+  // Repeats the session with a later failing request each time, until none fails, which must take at least
+  // `least` sessions. `judge` returns what is wrong with a call that was not served.
   template <class Failing, class... Arguments>
   void sweep(const char* dataset, std::size_t least, const Judge& judge, Arguments... arguments) {
     const std::filesystem::path path = directory_ / dataset;
-    // Twice, so that what is made once is there.
+    // Twice, to exclude one-time allocations.
     session(path);
     const Case clean = session(path);
     ASSERT_EQ(Outcome::kServed, clean.ending.outcome) << clean.ending.detail;
@@ -106,7 +104,7 @@ class FailingRequests : public testing::TestWithParam<Lasting> {
 const auto judge_as_documented = [](const CallEnding& call) { return undocumented(call); };
 
 TEST_P(FailingRequests, Memory) {
-  // Memory that runs out is never taken for a damaged file.
+  // Exhausted memory must not be reported as a damaged file.
   const auto judge = [](const CallEnding& call) -> std::string {
     if (call.outcome == Outcome::kOutOfMemory) return "";
     if (call.outcome == Outcome::kException && !call.detail.ends_with(": NOT ENOUGH MEMORY")) {

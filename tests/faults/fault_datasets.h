@@ -1,4 +1,4 @@
-// The datasets that the fault tests damage, small enough to try every byte.
+// The datasets for the fault tests, small enough to try every byte.
 #pragma once
 
 #include <filesystem>
@@ -14,15 +14,15 @@ namespace faults {
 // the file consists of words.
 testkit::File every_construct();
 
-// The second file of a series: it moves the mesh of `base_of_series` and has a quantity of its own.
+// The second file of a series: it moves the mesh of `base_of_series` and has its own quantity.
 testkit::File base_of_series();
 testkit::File motion_of_series();
 
-// Two files of a series whose mesh becomes another one, with more of everything.
+// Two files of a series whose mesh changes to one with more of everything.
 testkit::File small_of_changing_series();
 testkit::File large_of_changing_series();
 
-// The dataset that has to be served as ever after every damaged one.
+// The dataset that must give the same answers after every damaged one.
 testkit::File good_file();
 
 }  // namespace faults

@@ -1,5 +1,5 @@
-// Damaged files, one after the other in one process: whatever is wrong, the answer is a documented one, in
-// time, within memory, and the next dataset is served as ever.
+// Damaged files, one after another in one process: the result is documented, within the limits of time and
+// memory, and the next dataset is served as before.
 #include <array>
 #include <gtest/gtest.h>
 #include <iostream>
@@ -18,13 +18,13 @@
 namespace faults {
 namespace {
 
-// The strides share no factor with the strides of the damages themselves, so that a part meets all kinds.
+// The strides are coprime to the periods of the damages, so that a sample has all kinds.
 constexpr std::size_t kEveryByte = 41;
 constexpr std::size_t kEveryBit = 331;
 constexpr std::size_t kEveryWord = 79;
 constexpr std::size_t kEveryMarker = 17;
 
-// So many damages of a family there are at least, for a file of so many bytes.
+// The least number of damages of a family for a file of this size.
 struct Least {
   std::size_t bytes;
   std::size_t words;
@@ -88,8 +88,8 @@ TEST_F(HostileFile, AnySectionMissingDoubledOrMovedWithoutGroups) {
         {.simplify_sequential = true, .group_parts = false});
 }
 
-// A region needs no more than its counts in a file, and much more in memory. What a host takes for its own
-// lists of parts does not count, so these are opened and asked for the part groups only.
+// An empty region takes a few bytes in a file and much more in memory. The host's own lists of parts do not
+// count, so only opening and the part groups are measured.
 class HostileRegions : public testing::Test {
  protected:
   void expect_served_within_the_limit(const testkit::Mesh& mesh) {
@@ -139,7 +139,7 @@ TEST_F(HostileRegions, SurfacesOfNothing) {
   expect_served_within_the_limit(mesh);
 }
 
-// A damaged second file of a series, whose first one is good.
+// A damaged second file of a series whose first file is valid.
 class HostileSeries : public testing::TestWithParam<bool> {
  protected:
   HostileSeries() : bytes_(testkit::to_bytes(motion_of_series(), &places_)) {

@@ -1,5 +1,5 @@
-// Files of a megabyte that hold as many of one thing as fit: what a call takes follows the file, not the
-// number of things times the number of others.
+// Files of a megabyte with as many items of one kind as fit: the time of a call is proportional to the file
+// size, not to the product of two counts.
 #include <array>
 #include <ctime>
 #include <filesystem>
@@ -24,7 +24,7 @@ using reader_test::motion_of;
 using testkit::MovingRegion;
 
 constexpr int kGeometrySet = 1;
-// Seconds of processor time that a call may take; under the sanitizers everything is slower.
+// Limit in seconds of CPU time per call; the sanitizers are slower.
 #ifdef __SANITIZE_ADDRESS__
 constexpr double kLimit = 4.0;
 #else
@@ -71,7 +71,7 @@ class HostileSizes : public testing::Test {
     });
   }
 
-  // Asks for the parts several times, as a host does at every step. They may all share their arrays.
+  // Requests the parts several times, as a host does at every step. All parts share the same arrays.
   void expect_parts_in_time(int times) {
     const int parts = api_.get_number_of_model_parts();
     ASSERT_LT(0, parts);
@@ -101,7 +101,7 @@ class HostileSizes : public testing::Test {
   const host::EntryPoints& api_ = library_.entry_points();
 };
 
-// A file with so many region sets that hold nothing, behind those of `file`.
+// `file` with `count` empty region sets added.
 testkit::File with_empty_region_sets(testkit::File file, int count) {
   for (int i = 0; i < count; ++i) file.add_region_set().add(testkit::nodes_section({}));
   return file;
@@ -114,7 +114,7 @@ TEST_F(HostileSizes, RegionSetsOfNothing) {
   expect_session_in_time("empty.fld");
 }
 
-// The first file has volumes by the hundred thousand, the others take the region sets' place again and again.
+// The first file has hundreds of thousands of volumes; the later steps replace its region sets.
 TEST_F(HostileSizes, StepsOfManyRegionSetsOnceThereWereManyParts) {
   testkit::Mesh mesh = testkit::one_tetrahedron();
   for (const int cycle : {0, 1, 2}) {
@@ -146,8 +146,8 @@ TEST_F(HostileSizes, LongHeaderBeforeManyRegionSets) {
   expect_session_in_time("header.fld");
 }
 
-// To those who read a motion its name is one record; to those who step over it, as many as the rule says, to
-// the end of the file.
+// Reading a motion takes its name as one record; skipping it takes as many records as the rule announces, up
+// to the end of the file.
 TEST_F(HostileSizes, MotionsThatEndElsewhereWhenTheyAreSteppedOver) {
   testkit::File file = testkit::file_of(testkit::one_tetrahedron());
   testkit::Section motion = motion_of(0, {{.names = {"a"}}});
@@ -161,7 +161,7 @@ TEST_F(HostileSizes, MotionsThatEndElsewhereWhenTheyAreSteppedOver) {
   });
 }
 
-// Each step has other elements in every region set than the one before it.
+// Each step changes the elements of every region set.
 TEST_F(HostileSizes, StepsOfManyRegionSetsThatDoNotFit) {
   for (const int cycle : {0, 1}) {
     testkit::Mesh mesh = reader_test::numbered_mesh(4);
@@ -180,10 +180,10 @@ TEST_F(HostileSizes, StepsOfManyRegionSetsThatDoNotFit) {
   expect_steps_in_time({1, 0, 1, 0});
 }
 
-// The mesh of a motion, which the first file of a series holds, and its motion, which the second one has.
+// A series with the mesh in the first file and the motion in the second.
 class HostileMotions : public HostileSizes {
  protected:
-  // Comes to the motion's step so many times.
+  // Selects the step of the motion this many times.
   void expect_moved_in_time(const testkit::Mesh& mesh, std::vector<MovingRegion> regions,
                             std::size_t times = 1) {
     testkit::File base = reader_test::file_at(0);
@@ -200,7 +200,7 @@ class HostileMotions : public HostileSizes {
     return {count, {.names = {name}, .actions = {}}};
   }
 
-  // A mesh of that many nodes and as many elements as `elements`, all of them in the volume "all".
+  // A mesh with this many nodes and elements, all in the volume "all".
   static testkit::Mesh mesh_of(int nodes, int elements) {
     testkit::Mesh mesh = reader_test::numbered_nodes(nodes);
     std::vector<std::int32_t> all;

@@ -16,7 +16,7 @@ void count(std::ptrdiff_t bytes) {
 
 }  // namespace
 
-// clang tells in its own way that AddressSanitizer is there.
+// clang has its own way to detect AddressSanitizer.
 #ifdef __has_feature
 #if __has_feature(address_sanitizer) && !defined(__SANITIZE_ADDRESS__)
 #define __SANITIZE_ADDRESS__
@@ -25,7 +25,7 @@ void count(std::ptrdiff_t bytes) {
 
 #ifdef __SANITIZE_ADDRESS__
 
-// g++ has no header for these of AddressSanitizer's.
+// g++ has no header for these AddressSanitizer functions.
 // NOLINTBEGIN(bugprone-reserved-identifier)
 extern "C" {
 int __sanitizer_install_malloc_and_free_hooks(void (*malloc_hook)(const volatile void*, std::size_t),
@@ -63,7 +63,7 @@ void uncount(void* block) {
 
 }  // namespace
 
-// The C library lets a program bring its own allocator, which here is its own again with a count.
+// Replaces the C library's allocation functions by counting wrappers.
 // NOLINTBEGIN(bugprone-reserved-identifier,readability-inconsistent-declaration-parameter-name)
 extern "C" {
 void* __libc_malloc(std::size_t size);

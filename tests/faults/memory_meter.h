@@ -1,5 +1,4 @@
-// How much memory this process holds at most between two moments, counted request by request, so that what
-// another allocation takes over counts once.
+// Peak memory of this process in a time span, counted per allocation.
 #pragma once
 
 #include <cstddef>
@@ -8,9 +7,9 @@ namespace faults {
 
 class MemoryMeter {
  public:
-  // Starts at the memory held now.
+  // Starts with the memory allocated now.
   MemoryMeter();
-  // Bytes held beyond that, at most so far and now.
+  // Additional bytes: the peak so far, and now.
   std::ptrdiff_t peak() const;
   std::ptrdiff_t held() const;
 

@@ -1,4 +1,4 @@
-// How many file descriptors this process has open.
+// The number of open file descriptors of this process.
 #pragma once
 
 #include <cstddef>

@@ -1,4 +1,4 @@
-// What the reader has written to the standard error stream, wherever a program keeps it.
+// The text that the reader has written to stderr.
 #pragma once
 
 #include <cstddef>
@@ -11,7 +11,7 @@ class SpokenLines {
   virtual ~SpokenLines() = default;
   // Characters so far.
   virtual std::size_t length() const = 0;
-  // What was written when there were `begin` characters.
+  // The text after the first `begin` characters.
   virtual std::string since(std::size_t begin) const = 0;
 };
 

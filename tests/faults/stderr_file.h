@@ -1,5 +1,4 @@
-// Leads the standard error stream of this process into memory while it lives, for programs that run very many
-// calls.
+// Redirects stderr of this process to memory while it lives, for programs with very many calls.
 #pragma once
 
 #include <string>
@@ -10,18 +9,18 @@ namespace faults {
 
 class StderrFile : public SpokenLines {
  public:
-  // Throws std::system_error when the system gives no memory file.
+  // Throws std::system_error.
   StderrFile();
   ~StderrFile() override;
   StderrFile(const StderrFile&) = delete;
   StderrFile& operator=(const StderrFile&) = delete;
 
-  // Both count from the last call of take().
+  // Both start at the last call of take().
   std::size_t length() const override;
   std::string since(std::size_t begin) const override;
-  // What was written since the last call.
+  // The text since the last call.
   std::string take();
-  // Writes to the stream that the process had before.
+  // Writes to the original stderr.
   void say(const std::string& text) const;
 
  private:

@@ -19,12 +19,12 @@
 namespace faults {
 namespace {
 
-// Of processor time, so that a busy machine does not count.
+// CPU time, so that the load of the machine does not matter.
 constexpr std::clock_t kTimeLimit = CLOCKS_PER_SEC;
 constexpr std::ptrdiff_t kMemoryFloor = std::ptrdiff_t{16} << 20;
 constexpr std::ptrdiff_t kMemoryPerByte = 8;
 
-// Ends the process when a case does not come back; the test runner then shows which one it was.
+// Ends the process if a case hangs; the test runner then shows which one.
 class Watchdog {
  public:
   Watchdog() { set(20); }
@@ -47,14 +47,14 @@ Sweep::Sweep() : library_(FLD_THROWING_PLUGIN_FILE), good_(directory_ / "good.fl
   good_digest_ = ending.digest;
 }
 
-// What the two sessions leave behind, beside what they say. Nothing may stay: what the reader makes once was
-// made by the session in the constructor.
+// Also checks what the two sessions leave behind: nothing, because the session in the constructor made the
+// one-time allocations.
 Sweep::Case Sweep::try_file(const std::filesystem::path& path, std::size_t size,
                             const SessionOptions& options) {
   const std::ptrdiff_t descriptors = open_descriptors();
   const MemoryMeter meter;
   Case tried = judge_sessions(path, size, options);
-  // A complaint takes memory itself.
+  // A complaint takes memory too.
   if (tried.complaint.empty() && meter.held() != 0)
     tried.complaint = std::to_string(meter.held()) + " bytes of memory are lost";
   const std::ptrdiff_t lost_descriptors = open_descriptors() - descriptors;

@@ -1,5 +1,5 @@
-// Goes through a family of damages with whole sessions of the loaded plug-in in one process, each followed by
-// a session over a good dataset, and judges every one of them.
+// Tries a family of damages with whole sessions of the loaded plug-in in one process, each followed by a
+// session over a valid dataset, and judges every session.
 #pragma once
 
 #include <cstddef>
@@ -16,21 +16,20 @@ namespace faults {
 
 class Sweep {
  public:
-  // The plug-in whose assertions throw, and a good dataset to compare with.
+  // The plug-in whose assertions throw, and a valid dataset to compare with.
   Sweep();
 
-  // Where the damaged file is written; what else belongs to its dataset may be put beside it.
+  // The path of the damaged file; other files of its dataset can be written next to it.
   std::filesystem::path in(std::string_view name) const { return directory_ / name; }
 
-  // Tries every `stride`-th damage of the file `name`, which holds the damaged bytes. After those with odd
-  // numbers the good dataset is opened without USERD_exit_routine in between. Each case that is not as it
-  // should be is a failure of the current test.
+  // Writes every `stride`-th damage to the file `name` and tries it. After odd numbers the valid dataset is
+  // opened without USERD_exit_routine in between. Every wrong case is a failure of the current test.
   Tally run(const Damages& damages, std::string_view name, std::size_t stride, SessionOptions options = {});
 
  private:
   struct Case {
     Outcome outcome;
-    std::string complaint;  // empty: as it should be
+    std::string complaint;  // empty if correct
   };
   Case try_file(const std::filesystem::path& path, std::size_t size, const SessionOptions& options);
   Case judge_sessions(const std::filesystem::path& path, std::size_t size, const SessionOptions& options);
@@ -41,8 +40,8 @@ class Sweep {
   std::uint64_t good_digest_ = 0;
 };
 
-// The share of the cases that this run tries: 1 is all of them. The environment variable FLD_SWEEP tells:
-// "complete", or nothing for a part.
+// The stride of this run: 1 (all cases) if the environment variable FLD_SWEEP is "complete", otherwise
+// `partial`.
 std::size_t sweep_stride(std::size_t partial);
 
 }  // namespace faults

@@ -1,4 +1,4 @@
-// How the cases of a sweep ended.
+// The outcomes of the cases of a sweep.
 #pragma once
 
 #include <array>

@@ -27,7 +27,7 @@ class Rows : public host::SeparateRows<T> {
       : host::SeparateRows<T>(static_cast<std::size_t>(count), static_cast<std::size_t>(width)) {}
 };
 
-// The numbers from `first` on, `count` of them, or kMost evenly spread ones.
+// `count` numbers from `first`, or kMost evenly spaced ones of them.
 std::vector<int> chosen(int first, int count) {
   std::vector<int> numbers;
   for (int i = 0; i < std::min(count, kMost); ++i) {
@@ -56,7 +56,7 @@ class Session {
   }
 
  private:
-  // Calls an entry point and notes how that ended; -1 when an exception left it, 0 when it gives no result.
+  // Calls an entry point and notes its outcome. Returns -1 after an exception, 0 if there is no result.
   template <class Result, class... Parameters, class... Arguments>
   int call(const host::EntryPoint<Result(Parameters...)>& entry_point, Arguments... arguments) {
     int result = -1;
@@ -82,7 +82,7 @@ class Session {
     return result;
   }
 
-  // The same for a count, which is none after a failure.
+  // The same for a count, which is 0 after a failure.
   template <class... Parameters, class... Arguments>
   int count(const host::EntryPoint<int(Parameters...)>& entry_point, Arguments... arguments) {
     return std::max(0, call(entry_point, arguments...));
@@ -185,7 +185,7 @@ class Session {
     call(api_.get_part_element_ids_by_type, part, slot, ids.data());
     if (call(api_.get_part_elements_by_type, part, slot, rows.rows()) < 0) return;
     mix(rows);
-    // Where a node cannot be given the row says 1, also when the part has no node at all.
+    // Missing nodes are given as node 1, even if the part has no nodes.
     const auto nodes = static_cast<unsigned>(std::max(1, nodes_of(part)));
     for (std::size_t e = 0; e < rows.count(); ++e) {
       for (std::size_t i = 0; i < rows.width(); ++i) {

@@ -1,6 +1,5 @@
-// A host's whole session over one dataset, whatever is wrong with it: opens it, asks for everything at every
-// step in arrays of exactly the promised sizes, and ends it. A call that fails does not keep the later ones
-// from being made.
+// A host's whole session over one dataset, valid or not: opens it, requests everything at every step in
+// arrays of exactly the announced sizes, and ends it. It continues after a failed call.
 #pragma once
 
 #include <cstdint>
@@ -14,24 +13,23 @@
 
 namespace faults {
 
-// How a call may end, the better ones first.
+// The outcome of a call, from best to worst.
 enum class Outcome {
-  kServed,         // success, or "there is nothing of that here"
+  kServed,         // success, or "not available"
   kFailed,         // the documented failure result
   kException,      // an FLDException
   kOutOfMemory,    // std::bad_alloc
   kAssertion,      // a failed assertion, where these throw
-  kBrokenPromise,  // an answer that no host could use: a result or count outside its range, a node number of
-                   // no node
+  kBrokenPromise,  // an unusable answer: a result, count or node number out of range
 };
 inline constexpr int kOutcomes = 6;
 const char* name_of(Outcome outcome);
 
-// How a call ended that was not served.
+// The outcome of a call that was not served.
 struct CallEnding {
   Outcome outcome;
-  std::string detail;  // the entry point, and what the exception says
-  std::string lines;   // of a failure result: what the reader wrote meanwhile
+  std::string detail;  // the entry point and the exception's text
+  std::string lines;   // for a failure result: the reader's messages
 
   bool operator<(const CallEnding& other) const {
     return std::tie(outcome, detail, lines) < std::tie(other.outcome, other.detail, other.lines);
@@ -40,10 +38,10 @@ struct CallEnding {
 
 struct Ending {
   Outcome outcome = Outcome::kServed;  // the worst of all calls
-  std::string detail{};                // of the first call that ended so
-  std::set<CallEnding> unserved{};     // calls that ended alike once
+  std::string detail{};                // of the first call with this outcome
+  std::set<CallEnding> unserved{};     // without duplicates
   bool is_open = false;                // whether the opening succeeded
-  std::uint64_t digest = 0;            // of all answers, arrays included: the same session has the same
+  std::uint64_t digest = 0;            // of all answers, including arrays
 
   void note(CallEnding call);
 };
@@ -52,11 +50,10 @@ struct SessionOptions {
   bool simplify_sequential = false;    // "Simplify reading sequential FLD files"
   bool group_parts = true;             // "Make group of parts"
   bool ends = true;                    // whether USERD_exit_routine ends it
-  const SpokenLines* lines = nullptr;  // where the reader's lines are found
+  const SpokenLines* lines = nullptr;  // the reader's messages
 };
 
-// Exceptions other than those above leave it, with the session where it was. Of more than 64 steps, parts or
-// variables 64 are asked for, evenly.
+// Other exceptions propagate. Of more than 64 steps, parts or variables, 64 evenly spaced ones are requested.
 Ending whole_session(const host::EntryPoints& api, const std::filesystem::path& path,
                      const SessionOptions& options = {});
 

@@ -15,7 +15,7 @@ using testkit::Rule;
 
 using Reader = void (*)(FILE*, int, char*);
 
-// What a reader leaves in a buffer of `size` bytes that was full of '#'.
+// The content of a buffer of `size` bytes, filled with '#' before the read.
 std::string buffer_after(Reader read, const std::string& bytes, int n, size_t size) {
   const Input input(bytes + kNext);
   std::string buffer(size + 1, '#');
@@ -76,7 +76,7 @@ TEST(CharacterBlock, IsOneRecordWhateverTheRuleSays) {
 }
 
 TEST(CharacterBlock, HasAsManyCharactersAsTheRuleSays) {
-  // The record holds three more, which are then taken for its marker and what follows.
+  // The record holds three more, which are then read as its marker and so on.
   const Input input(bytes_of(Block::characters("abcdefg").with_rule({1, 3, 1})));
   std::string buffer = "#########";
   fld::FLDV4_I_CHARarray(input.stream(), 8, buffer.data());
@@ -155,7 +155,7 @@ TEST(CharacterField, LongerThanAnnouncedIsCut) {
 }
 
 TEST(CharacterField, ShorterThanAnnouncedKeepsItsBlanks) {
-  // Behind it the field holds NULs, and a NUL stops the trimming.
+  // The rest of the field is NULs, and a NUL stops the trimming.
   EXPECT_EQ(field(bytes_of(Block::characters("ab  ")), 8), "ab  ");
 }
 

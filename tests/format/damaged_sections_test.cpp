@@ -1,5 +1,4 @@
-// Every section with damage anywhere: what comes out is an error of the family or a section that can be read,
-// and nothing is left behind.
+// Sections damaged at any byte: the result is an FLDException or a readable section, and nothing leaks.
 #include <functional>
 #include <gtest/gtest.h>
 #include <limits>

@@ -1,4 +1,4 @@
-// How many nodes the shapes have.
+// Number of nodes per shape.
 #include "format/element_codes.h"
 
 #include <gtest/gtest.h>

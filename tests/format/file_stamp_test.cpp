@@ -1,4 +1,4 @@
-// Telling whether a file is still the one that was read.
+// Detecting that a file has changed.
 #include "format/file_stamp.h"
 
 #include <filesystem>

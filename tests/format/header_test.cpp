@@ -20,7 +20,7 @@ using testkit::Section;
 
 using Header = EmptyList;
 
-// The outputs, with what the caller puts there beforehand.
+// The outputs, with initial values.
 struct Outputs {
   int dimension = -2;
   int cycle = -3;

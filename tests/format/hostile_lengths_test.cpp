@@ -1,5 +1,5 @@
-// Lengths that fit into the file one by one, but not all together: memory has to stay within a small multiple
-// of the file's size.
+// Lengths that each fit in the file, but not together: memory must be bounded by a small multiple of the file
+// size.
 #include <cstdio>
 #include <cstdlib>
 #include <gtest/gtest.h>
@@ -30,7 +30,7 @@ long peak_kilobytes() {
   return usage.ru_maxrss;
 }
 
-// Runs in a process of its own. Whether the file is read or refused does not matter.
+// Runs in a child process. The file may be read or refused.
 template <class Read>
 [[noreturn]] void exit_telling_memory(Read read, long most_kilobytes) {
   const long before = peak_kilobytes();
@@ -85,7 +85,7 @@ TEST_F(HostileLengthsDeathTest, NamesOfMovingRegionsTakeOnlyWhatTheyHold) {
 }
 
 TEST_F(HostileLengths, GatheredNamesBeyondThirtyTwoBitsAreAnError) {
-  // The product does not fit a signed 32-bit number, though the file (mostly a hole) is as long as that.
+  // The product exceeds a signed 32-bit integer, although the file (mostly a hole) is that long.
   for (const int regions : {1 << 15, 1 << 16}) {
     const std::string bytes = integer(regions) + integer(1 << 16) + bytes_of(Block::characters("x"));
     const Input input(bytes);

@@ -1,4 +1,4 @@
-// Files for the format's readers.
+// Input files for the format readers.
 #pragma once
 
 #include <initializer_list>
@@ -12,8 +12,7 @@
 #include "testkit/record_writer.h"
 #include "testkit/section.h"
 
-// A temporary file of these bytes, open at its beginning. The readers compare counts with the size of a file,
-// so it is a real one.
+// A temporary file with these bytes. It is a real file because the readers compare counts with the file size.
 class Input {
  public:
   explicit Input(std::string_view bytes) : stream_(tmpfile()) {
@@ -23,7 +22,7 @@ class Input {
 
   FILE* stream() const { return stream_.get(); }
   long position() const { return ftell(stream()); }
-  // What has not been read yet.
+  // The bytes after the read position.
   std::string rest() const {
     std::string bytes;
     for (int c = fgetc(stream()); c != EOF; c = fgetc(stream())) bytes += static_cast<char>(c);
@@ -37,7 +36,7 @@ class Input {
   std::unique_ptr<FILE, Close> stream_;
 };
 
-// Stands behind what is read, to see that nothing of it is.
+// Bytes after the input, to check that they are not read.
 inline constexpr char kNext[] = "NEXT";
 
 // The bytes of records that `write` makes with a RecordWriter.
@@ -61,7 +60,7 @@ inline std::string bytes_of(const testkit::Block& block) {
   return written([&](testkit::RecordWriter& writer) { writer.block(block); });
 }
 
-// What the reader of a section reads: the blocks and the end rule, not the title and the leading integer.
+// The body of a section: the blocks and the end rule, without the title and the leading integer.
 inline std::string body_of(const testkit::Section& section) {
   return written([&](testkit::RecordWriter& writer) {
     for (const testkit::Block& block : section.blocks) writer.block(block);

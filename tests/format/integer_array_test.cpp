@@ -25,7 +25,7 @@ using SingleInt = EmptyList;
 
 const testkit::Ints kOneToTen = {1, 2, 3, 4, 5, 6, 7, 8, 9, 10};
 
-// `n` values read into an array that held -7 everywhere, with two more behind.
+// `n` values read into an array filled with -7, with two more entries after it.
 std::vector<int> ints(const std::string& bytes, int n) {
   const Input input(bytes + kNext);
   std::vector<int> values(static_cast<size_t>(n) + 2, -7);

@@ -38,7 +38,7 @@ TEST_F(MatOfElements, GiveOneNumberPerElement) {
 }
 
 TEST_F(MatOfElements, AreCopiedUnchanged) {
-  // Which numbers are allowed is settled when the geometry is assembled.
+  // The range of the numbers is checked when the geometry is assembled.
   const auto materials = read(testkit::materials_section({-5, 10000, 0}));
   EXPECT_EQ(std::vector<int>(materials->mat, materials->mat + 3), (std::vector<int>{-5, 10000, 0}));
 }

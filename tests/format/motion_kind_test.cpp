@@ -1,4 +1,4 @@
-// Which motion an action's name means.
+// The motion of an action's keyword.
 #include <cstring>
 #include <gtest/gtest.h>
 #include <string>

@@ -94,7 +94,7 @@ TEST_F(Nodes, WithMoreOrFewerAxesFail) {
   Section section = testkit::nodes_section(two_nodes());
   section.blocks.push_back(section.blocks.back());
   EXPECT_EQ(error_of(section), "ERROR IN FLDV4_I_END");
-  section.blocks.resize(3);  // the end rule stands in the place of z
+  section.blocks.resize(3);  // end rule instead of z
   EXPECT_EQ(error_of(section), "ERROR IN FLDV4_I_END");
 }
 

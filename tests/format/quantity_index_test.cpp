@@ -59,7 +59,7 @@ fld::FLDTITLE_Vector index(const Section& section, int dimension, long offset = 
   return list.at(0);
 }
 
-// Behind the section stands another title.
+// Another title follows the section.
 std::string scalar_error(const Section& section) {
   const Input input(body_of(section) + bytes_of(testkit::Title("OverlapEnd")));
   std::vector<fld::FLDTITLE_Scalar> list;
@@ -150,7 +150,7 @@ TEST_F(ScalarIndex, EntriesAreAppended) {
   EXPECT_EQ(list[1].m_seek, 88);
 }
 
-// Whether the index of the section says that stepping over it ends at the same place, which `rest` checks.
+// Whether indexing the section returns that skipping it ends at the same offset, which `rest` checks.
 bool agrees_with_stepping_over(const Section& section, bool ends_there) {
   const Input input(body_of(section) + kNext);
   std::vector<fld::FLDTITLE_Scalar> list;

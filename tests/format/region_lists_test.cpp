@@ -1,4 +1,4 @@
-// What the four readers of regions have in common: the list, the names, the counts.
+// The common behaviour of the four region readers: the list, the names, the counts.
 #include <gtest/gtest.h>
 #include <string>
 #include <utility>

@@ -1,4 +1,4 @@
-// The tags under which the arrays of each section are listed, as the leak report shows them: newest first.
+// The allocation tags of each section's arrays, in the order of the leak report: newest first.
 #include <gtest/gtest.h>
 #include <initializer_list>
 #include <string>
@@ -27,7 +27,7 @@ std::string report_of(std::initializer_list<int> tags) {
   return report;
 }
 
-// The report frees the arrays; their objects have to forget them.
+// The report frees the arrays, so their objects must release them.
 void forget(fld::SurfaceGeometry& surface) {
   surface.name = nullptr;
   surface.faceType = surface.faceLink = surface.faceNode = nullptr;

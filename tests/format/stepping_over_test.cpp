@@ -1,4 +1,4 @@
-// Stepping over data that is not wanted: a block, or the rest of a section.
+// Skipping a block or the rest of a section.
 #include <gtest/gtest.h>
 #include <limits>
 #include <string>
@@ -89,7 +89,7 @@ TEST(SteppingOverABlock, WithoutRecordsTakesItsRule) {
   EXPECT_EQ(input.rest(), kNext);
 }
 
-// For a block and for a section, whose errors are the same.
+// For a block and for a section, which have the same errors.
 class SteppingOver : public testing::TestWithParam<Step> {};
 
 INSTANTIATE_TEST_SUITE_P(Of, SteppingOver, testing::Values(kSection, kBlock),

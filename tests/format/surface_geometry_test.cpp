@@ -1,4 +1,4 @@
-// Surface regions, region after region and gathered.
+// Surface regions, region by region and as arrays.
 #include "format/surface_geometry.h"
 
 #include <gtest/gtest.h>
@@ -19,7 +19,7 @@ using testkit::Section;
 using Surfaces = std::vector<fld::smart_ptr<fld::SurfaceGeometry>>;
 using Ints = std::vector<int>;
 
-// For both forms, which have to give the same regions.
+// For both forms, which must give the same regions.
 class SurfaceGeometry : public EmptyList, public testing::WithParamInterface<RegionForm> {
  protected:
   static void read_from(FILE* stream, Surfaces& list) {

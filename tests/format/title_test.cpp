@@ -79,7 +79,7 @@ TEST(Title, CutOffAnywhereIsAnUnexpectedEnd) {
   }
 }
 
-// What FLDV4_I_TITLE gives.
+// The results of FLDV4_I_TITLE.
 std::string title_of(const std::string& text) {
   return Title(text).payload();
 }

@@ -1,4 +1,4 @@
-// Volume regions, region after region and gathered.
+// Volume regions, region by region and as arrays.
 #include "format/volume_geometry.h"
 
 #include <gtest/gtest.h>
@@ -18,7 +18,7 @@ using testkit::Section;
 using Volumes = std::vector<fld::smart_ptr<fld::VolumeGeometry>>;
 using Ints = std::vector<int>;
 
-// For both forms, which have to give the same regions.
+// For both forms, which must give the same regions.
 class VolumeGeometry : public EmptyList, public testing::WithParamInterface<RegionForm> {
  protected:
   static void read_from(FILE* stream, Volumes& list) {

@@ -1,4 +1,4 @@
-// Moving the nodes of one region set as a motion says.
+// Moving the nodes of one region set.
 #include <cmath>
 #include <cstring>
 #include <numbers>
@@ -17,7 +17,7 @@ using Place = std::array<double, 3>;
 
 fld::ALE_ACT action(const std::string& kind, std::initializer_list<double> data) {
   fld::ALE_ACT act;
-  // Kinds are kept as they are read, with the blanks of their field.
+  // Kinds keep the trailing blanks of their field.
   const std::string field = kind + std::string(8, ' ');
   memcpy(act.kind, field.data(), field.size());
   std::copy(data.begin(), data.end(), act.data.begin());
@@ -136,7 +136,7 @@ TEST_F(ActAle, RotateAboutEachAxis) {
   expect_at(3, {1, 0, 0});
 }
 
-// A third of a turn about the space diagonal carries x to y, y to z and z to x.
+// A third of a turn about the space diagonal maps x to y, y to z and z to x.
 TEST_F(ActAle, RotateAboutTheSpaceDiagonal) {
   act_on_a({rotate({0, 0, 0}, {3, 3, 3}, 2 * kPi / 3)});
   expect_at(1, {0, 1, 0});
@@ -153,7 +153,7 @@ TEST_F(ActAle, CentreOfARotationIsSubtractedAndNotAddedBack) {
   expect_at(0, {2, -1, -3});
 }
 
-// Without a direction only the cosine is left of the matrix.
+// Without an axis the matrix is the cosine times the identity.
 TEST_F(ActAle, AxisOfLength0ScalesByTheCosine) {
   act_on_a({rotate({0, 0, 0}, {0, 0, 0}, kPi / 3)});
   expect_at(1, {0.5, 0, 0}, 1e-15);
@@ -300,7 +300,7 @@ TEST_F(ActAle, SinglePrecisionIsRoundedAfterEveryAction) {
   EXPECT_EQ((Place{1, 0, 0}), at(0));
 }
 
-// In every mixture of widths: what is rounded to single precision tells it from what is not.
+// In every combination of widths; values rounded to single precision can be told from others.
 TEST_F(ActAle, EveryMotionKeepsThePrecisionOfEachAxis) {
   const double c = std::cos(1.0);
   const double s = std::sin(1.0);

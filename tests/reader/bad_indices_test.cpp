@@ -1,5 +1,5 @@
-// Node, element and face numbers that point outside their tables: they are left out, and rows that the counts
-// promise are given all the same, with node 1 where the file gives no node of the mesh.
+// Node and element indices that are out of range: they are ignored, and the rows are still written, with node
+// 1 in their place.
 #include <limits>
 #include <numeric>
 #include <string>
@@ -32,7 +32,7 @@ std::vector<int> with_ends(std::vector<int> row, int first, int last) {
 
 class BadIndices : public LoadedReader {
  protected:
-  // Opens the file, which has to succeed, and gives the lines of warning.
+  // Opens the file, which must succeed, and returns the warnings.
   std::string warnings_of(const testkit::File& file) {
     const auto path = write(file);
     const std::string text = stderr_of([&] { EXPECT_EQ(1, host.open(path)); });
@@ -62,7 +62,7 @@ TEST_F(BadIndices, NodesOfElementsOutsideTheMeshBecomeNode1) {
   EXPECT_EQ((Rows{{6, 1, 1, 5}, {1, 4, 1, 3}}), host.rows(2, 14));
 }
 
-// With index base 1 the number 0 is outside, and the smallest number must not become a large one.
+// With index base 1, index 0 is out of range, and the smallest integer must not wrap to a large one.
 TEST_F(BadIndices, IndexBaseIsSubtractedBeforeTheyAreLookedAt) {
   testkit::File file = file_of(numbered_mesh(6));
   file.header.set_bias(1);
@@ -98,7 +98,7 @@ TEST_F(BadIndices, MissingConnectivityGivesRowsOfNode1) {
   EXPECT_EQ((Rows{{1, 1, 1, 1}}), host.rows(2, 14));
 }
 
-// Whether there are nodes in front that are not the volume's, so that its numbers are not the mesh's, or not.
+// With and without nodes before those of the volume, so that its numbering differs from the mesh's or not.
 TEST_F(BadIndices, RowsOfEveryShapeHaveNode1ForNodesOutsideTheMesh) {
   for (const auto& [code, slot] : {std::pair{testkit::kTetrahedron, 14},
                                    {testkit::kPyramid, 18},
@@ -180,7 +180,7 @@ TEST_F(BadIndices, LinksOfFacesThatNameNoElementHaveNoMaterial) {
   testkit::Surface surface{.name = "wall"};
   for (const int link : {0, 1, -1, -2, kMax, kMin}) surface.add(testkit::kTriangleFace, {0, 1, 2}, link);
   mesh.surfaces = {surface};
-  // A link of -1 is right: the face belongs to no element.
+  // A link of -1 is valid: the face belongs to no element.
   EXPECT_EQ(warning(4, "ELEMENT NUMBERS OF FACES OUT OF RANGE"), warnings_of(file_of(mesh)));
   EXPECT_EQ((Floats{1, 0, 0, 0, 0, 0}), host.materials(1, 6));
 }

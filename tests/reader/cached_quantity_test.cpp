@@ -1,4 +1,4 @@
-// The quantities held for the next request, and the exceptions that leave a request for values.
+// The cached quantities, and the exceptions of a request for values.
 #include <string>
 
 #include "reader/globals.h"
@@ -27,7 +27,7 @@ class CachedQuantity : public LinkedReader {
     host.scalar(1, 1);
     host.vector(3, 1, 0);
   }
-  // The message of the exception that leaves a request for the scalar of that number.
+  // The message of the exception thrown by a request for this scalar.
   std::string exception_of(int variable) {
     try {
       stderr_of([&] { host.ask({.variable = variable, .part = 1}, 4); });

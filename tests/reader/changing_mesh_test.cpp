@@ -1,4 +1,4 @@
-// Steps that bring another mesh: more nodes, other elements, other regions.
+// Steps with another mesh: more nodes, other elements, other regions.
 #include <string>
 
 #include "tests/reader/loaded_reader.h"
@@ -28,7 +28,7 @@ class ChangingMesh : public LoadedReader {
   }
 };
 
-// `count` elements of one code over nodes of their own, all in the volume "fluid".
+// `count` elements of one code without shared nodes, all in the volume "fluid".
 testkit::Mesh elements_of(std::int32_t code, int count) {
   const int corners = testkit::corner_count(code);
   testkit::Mesh mesh = numbered_nodes(count * corners);
@@ -108,7 +108,7 @@ TEST_F(ChangingMesh, RegionSetThatWasTheSmallerOneMayBecomeTheLarger) {
   EXPECT_EQ((std::vector<int>{5, 6, 7, 8}), host.rows(2, 14)[1]);
 }
 
-// The file of the second step has nodes alone, and fewer of them than the elements that are kept refer to.
+// The file of the second step has only nodes, and fewer than the kept elements refer to.
 TEST_F(ChangingMesh, FewerNodesUnderTheSameElementsLeaveNoGaps) {
   write(file_at(1, {elements_of(testkit::kTetrahedron, 2)}), "case_1.fld");
   testkit::File second = file_at(2);

@@ -9,7 +9,7 @@ namespace {
 
 class CoordinateSystems : public LoadedReader {
  protected:
-  // Node 0 at radius 2, a quarter turn, z = 5; a surface and a volume that have it.
+  // Node 0 at radius 2, a quarter turn, z = 5; a surface and a volume that contain it.
   void open_with(std::optional<std::int32_t> system,
                  testkit::Precision precision = testkit::Precision::kSingle) {
     testkit::Mesh mesh = numbered_nodes(4);

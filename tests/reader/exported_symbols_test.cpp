@@ -1,4 +1,4 @@
-// What the plug-in shows to and takes from other libraries in the process.
+// The symbols that the plug-in exports and imports.
 #include "gtest/gtest.h"
 #include <algorithm>
 #include <array>
@@ -10,7 +10,7 @@
 
 namespace {
 
-// What a command prints, word after word, line after line.
+// The output of a command, as lines of words.
 std::vector<std::vector<std::string>> output_of(const std::string& command) {
   struct Close {
     void operator()(FILE* pipe) const { EXPECT_EQ(0, pclose(pipe)); }
@@ -27,7 +27,7 @@ std::vector<std::vector<std::string>> output_of(const std::string& command) {
   return lines;
 }
 
-// The names that the plug-in shows, in alphabetical order.
+// The exported names, sorted.
 std::vector<std::string> shown_names() {
   std::vector<std::string> names;
   for (const auto& words : output_of(FLD_NM " -D --defined-only '" FLD_PLUGIN_FILE "'")) {
@@ -37,7 +37,7 @@ std::vector<std::string> shown_names() {
   return names;
 }
 
-// Every one is a function; in the order of the C locale.
+// All are functions; in the order of the C locale.
 TEST(ExportedSymbols, EntryPointsAndSixDecoratedNamesAndNothingElse) {
   const std::vector<std::string> expected = {
       "USERD_bkup",

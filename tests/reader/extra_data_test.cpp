@@ -1,4 +1,4 @@
-// The exchange by which the host hands over its value for undefined results.
+// The exchange of the host's value for undefined results.
 #include "tests/reader/loaded_reader.h"
 #include "tests/reader/small_datasets.h"
 
@@ -7,7 +7,7 @@ namespace {
 
 class ExtraData : public LoadedReader {
  protected:
-  // A dataset with one scalar of four values, the last above its marker of undefined values.
+  // A dataset with one scalar of four values, the last of which is undefined.
   void open_with_an_undefined_value() {
     testkit::File file = testkit::file_of(testkit::one_tetrahedron());
     file.header.set_unused(1.0e30F, 1.0e30);

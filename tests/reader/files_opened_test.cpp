@@ -1,4 +1,4 @@
-// How often opening a series opens its files.
+// How often opening a series opens each file.
 #include <filesystem>
 
 #include "reader/globals.h"
@@ -42,8 +42,8 @@ TEST_F(FilesOpened, OnceEachAndOnceMoreForTheGeometry) {
 }
 
 TEST_F(FilesOpened, OnceMoreWhereReadingAQuantityEndsElsewhereThanSteppingOverIt) {
-  // The rule of the label announces fewer characters than its record holds, so that a reader of the label
-  // comes out inside the record.
+  // The rule of the label announces fewer characters than its record holds, so reading the label ends inside
+  // the record.
   testkit::Block& label = files_[1].region_sets[0].section("LS_Scalar:P").blocks[0];
   label = label.with_rule({.width = 1, .per_record = 28, .n_records = 1});
   write_series();

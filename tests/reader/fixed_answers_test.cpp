@@ -1,4 +1,4 @@
-// Entry points with fixed answers, which write nothing and do not depend on whether a dataset is open.
+// Entry points with constant answers, which write nothing and do not depend on a dataset.
 #include <algorithm>
 #include <array>
 
@@ -31,7 +31,7 @@ class FixedAnswers : public LoadedReader, public testing::WithParamInterface<Whe
     EXPECT_EQ(text_.data(), text_row_);
   }
 
-  // Calls it, which has to write nothing to the error stream.
+  // Calls it and expects nothing on stderr.
   template <class Call>
   auto quietly(Call call) {
     decltype(call()) result{};

@@ -1,4 +1,4 @@
-// Features that the host shall not find: they have only the names of C++ functions.
+// Features that a host must not find: they only have C++ names.
 #include <dlfcn.h>
 #include <string>
 
@@ -11,7 +11,7 @@ class HiddenFeatures : public LoadedReader {
  protected:
   template <class Function>
   Function* look_up(const char* name) {
-    // The fixture has it loaded already; this only finds it again.
+    // The fixture has loaded it already; this only gets a handle.
     void* library = dlopen(FLD_PLUGIN_FILE, RTLD_NOW | RTLD_LOCAL | RTLD_NOLOAD);
     EXPECT_NE(nullptr, library);
     void* symbol = dlsym(library, name);

@@ -26,7 +26,7 @@ bool are_untouched(const T* begin, std::size_t count) {
   return std::all_of(begin, begin + count, [](T value) { return value == kUntouched<T>; });
 }
 
-// An array of `size` entries with untouched ones behind.
+// An array of `size` entries followed by guard entries.
 template <class T>
 class GuardedArray {
  public:
@@ -46,7 +46,7 @@ class GuardedArray {
   std::size_t size_;
 };
 
-// `count` rows of `width` entries, each with untouched ones behind, and rows behind that are all untouched.
+// `count` rows of `width` entries, each followed by guard entries, and then guard rows.
 template <class T>
 class GuardedRows {
  public:

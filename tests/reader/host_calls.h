@@ -1,5 +1,4 @@
-// The entry points as a host calls them, with arrays of the host's sizes inside larger ones: whatever is
-// written beside the place that is meant is a test failure.
+// The entry points as a host calls them, with guarded arrays: a write out of bounds is a test failure.
 #pragma once
 
 #include <array>
@@ -13,12 +12,12 @@
 
 namespace reader_test {
 
-// What the arrays hold before a call.
+// The contents of the arrays before a call.
 inline constexpr int kUntouchedInt = -7654321;
 inline constexpr float kUntouchedFloat = -7654321.5F;
 inline constexpr char kUntouchedChar = '\x7e';
 
-// One part of the build information; `elements` are the counts of the slots that have any.
+// One part of the build information; `elements` has the non-zero counts by slot.
 struct PartInfo {
   int id = 0;
   int type = 0;
@@ -61,7 +60,7 @@ using Points = std::vector<std::array<float, 3>>;
 using Rows = std::vector<std::vector<int>>;
 using Floats = std::vector<float>;
 
-// Nothing here writes to the standard error stream by itself.
+// Nothing here writes to stderr by itself.
 class HostCalls {
  public:
   explicit HostCalls(const host::EntryPoints& api) : api_(&api) {}
@@ -76,24 +75,24 @@ class HostCalls {
   PartInfo part(int number) const;
   std::vector<std::string> part_names() const;
 
-  // All nodes of a part, or what is written when the host makes room for `nodes`.
+  // All nodes of a part, or the result with arrays for `nodes` nodes.
   Points coordinates(int part) const;
   Points coordinates(int part, int nodes) const;
 
-  // All elements of a part in a slot, or what is written when the host makes room for `count`.
+  // All elements of a part in a slot, or the result with room for `count` rows.
   Rows rows(int part, int slot) const;
   Rows rows(int part, int slot, int count) const;
 
   std::vector<VariableInfo> variables() const;
   Answer ask(const Request& request, int count) const;
-  // Values at all nodes of a part; the result has to be 1.
+  // Values at all nodes of a part; the result must be 1.
   Floats scalar(int variable, int part) const;
   Floats vector(int variable, int part, int component) const;
   // Material numbers of all elements of a part in a slot.
   Floats materials(int part, int slot) const;
 
   std::vector<float> times(int set) const;
-  // The block of part groups, taken with two calls as a host does; what they write is dropped.
+  // The part groups, requested with two calls as a host does; messages are dropped.
   std::string metadata() const;
 
  private:

@@ -1,4 +1,4 @@
-// Who the reader says it is.
+// The reader's identity.
 #include <algorithm>
 #include <array>
 
@@ -12,14 +12,14 @@ using Identity = LoadedReader;
 constexpr std::size_t kIdentityText = 20;
 constexpr std::size_t kDescriptionText = 255;
 
-// A host's buffer of `kSize` bytes with 8 more behind it.
+// A host's buffer of `kSize` bytes followed by 8 guard bytes.
 template <std::size_t kSize>
 class Buffer {
  public:
   Buffer() { bytes_.fill(kUntouchedChar); }
 
   char* data() { return bytes_.data(); }
-  // Everything that the buffer holds after `text`, its NULs and the bytes behind it included.
+  // The content of the buffer after `text`, including NULs and guard bytes.
   void expect(std::string text) const {
     text.resize(kSize, '\0');
     text.append(8, kUntouchedChar);

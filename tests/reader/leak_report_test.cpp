@@ -1,4 +1,4 @@
-// The end of a session seen from inside: what is released when, and the report of what nobody released.
+// The end of a session, seen from inside: the order of release, and the leak report.
 #include <csignal>
 #include <string>
 #include <unistd.h>
@@ -72,7 +72,7 @@ TEST_F(LeakReport, ExitEmptiesEverything) {
   EXPECT_EQ(nullptr, fld::memory);
 }
 
-// Somebody else's share keeps the objects, and their blocks show up in the report.
+// Another reference keeps the objects alive, and their blocks appear in the report.
 TEST_F(LeakReport, NodesThatSomebodyElseHoldsOutliveTheDataset) {
   open_and_read();
   fld::smart_ptr<fld::Nodes> nodes = fld::g_fldgeo->geos[0].nodes;
@@ -81,7 +81,7 @@ TEST_F(LeakReport, NodesThatSomebodyElseHoldsOutliveTheDataset) {
   nodes->x.data = nodes->y.data = nodes->z.data = nullptr;  // the report has released them
 }
 
-// Says which objects are held still when the process is ended in the middle of the exit routine.
+// Prints which objects are still alive when the process is ended during the exit routine.
 void say_what_is_held(int) {
   const auto say = [](const char* text, std::size_t size) {
     if (write(STDERR_FILENO, text, size) < 0) _exit(1);
@@ -95,8 +95,7 @@ void say_what_is_held(int) {
   say(".\n", 2);
 }
 
-// A block that the allocator does not know ends the process where it is released; what is held at that moment
-// tells the order.
+// An unknown block ends the process when it is freed; the objects alive at that moment show the order.
 TEST_F(LeakReportDeathTest, GeometryIsReleasedAfterTheDatasetAndBeforeQuantitiesAndTables) {
   open_and_read();
   int unknown = 0;

@@ -1,5 +1,4 @@
-// The entry points of a program that is linked with the reader's modules, in the table that programs use for
-// a loaded reader.
+// The entry points of a program linked with the reader's modules, in the table for loaded readers.
 #pragma once
 
 #include "host/entry_points.h"

@@ -1,5 +1,5 @@
-// The fixture of the tests that are linked with the reader's modules: they call the same entry points, and
-// see the state behind them. Each test starts with the state of a fresh load.
+// The fixture of the tests linked with the reader's modules, which can access its state. Each test starts
+// with the state after loading.
 #pragma once
 
 #include "gtest/gtest.h"
@@ -17,7 +17,7 @@
 
 namespace reader_test {
 
-// Brings the reader's state to what it is after loading.
+// Resets the reader's state to that after loading.
 void reset_reader();
 
 class LinkedReader : public testing::Test {
@@ -39,7 +39,7 @@ class LinkedReader : public testing::Test {
   std::string select(int set, int step) {
     return stderr_of([&] { api().set_time_set_and_step(set, step); });
   }
-  // The geometry of these meshes, one region set each, as it is read from a file.
+  // The geometry of these meshes, one region set each, read from a file.
   fld::smart_ptr<fld::Geometry> geometry_of(const std::vector<testkit::Mesh>& meshes) const;
 
  private:

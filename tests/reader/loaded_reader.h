@@ -1,5 +1,4 @@
-// The fixture of the tests that see the reader as a host does: each test loads the plug-in anew, so that it
-// starts out with the state of a fresh load.
+// The fixture of the tests that use the reader as a host does. Each test loads the plug-in again.
 #pragma once
 
 #include "gtest/gtest.h"
@@ -20,7 +19,7 @@ class LoadedReader : public testing::Test {
  protected:
   const host::EntryPoints& api() const { return library_.entry_points(); }
 
-  // A place in a directory of the test's own.
+  // A path in the test's temporary directory.
   std::filesystem::path in(std::string_view name) const { return directory_ / name; }
 
   std::filesystem::path write(const testkit::File& file, std::string_view name = "case.fld") const {
@@ -28,13 +27,13 @@ class LoadedReader : public testing::Test {
     return in(name);
   }
 
-  // Opens a dataset, which has to succeed, and drops what that writes.
+  // Opens a dataset, which must succeed, and drops the messages.
   void open(const std::filesystem::path& path) {
     stderr_of([&] { ASSERT_EQ(1, host.open(path)); });
   }
   void write_and_open(const testkit::File& file) { open(write(file)); }
 
-  // What selecting a step of a time set writes.
+  // Selects a step and returns the messages.
   std::string select(int set, int step) {
     return stderr_of([&] { api().set_time_set_and_step(set, step); });
   }

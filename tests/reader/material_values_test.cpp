@@ -115,7 +115,7 @@ TEST_F(MaterialValues, ListLongerThanTheElementsIsNotFollowed) {
   EXPECT_EQ((Floats{10, 12}), host.materials(kWholeMesh, 14));
 }
 
-// Flat elements have places in the host's array, which must not stay unwritten.
+// Triangles and quadrilaterals have entries in the host's array, which must be written.
 TEST_F(MaterialValues, FlatElementsOfAMeshAreUndefined) {
   testkit::Mesh flat = numbered_nodes(8);
   add_element(flat, testkit::kTetrahedron, 0);

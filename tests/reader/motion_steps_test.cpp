@@ -1,4 +1,4 @@
-// Moving regions over the steps of a series. Where a node has to be follows from the motion.
+// Moving regions over the steps of a series. The expected positions follow from the motion.
 #include <cmath>
 #include <numbers>
 #include <string>
@@ -37,7 +37,7 @@ class MotionSteps : public LoadedReader {
   static constexpr int kStator = 3;
   static constexpr int kWholeMesh = 4;
 
-  // A file that has nothing but a motion of "rotor" in its only region set.
+  // A file with only a motion of "rotor" in its only region set.
   static testkit::File moved(int cycle, int base_cycle, const std::vector<Action>& actions) {
     testkit::File file = file_at(cycle);
     file.add_region_set().add(motion_of(base_cycle, {{.names = {"rotor"}, .actions = actions}}));
@@ -66,7 +66,7 @@ Points turned_rotor(double angle) {
 
 const Points kStatorNodes = {{10, 20, 30}, {11, 21, 31}, {12, 22, 32}, {13, 23, 33}};
 
-// Seven steps, each an eighth of a turn further, in every order: motions of different steps never add up.
+// Seven steps, each an eighth of a turn further, in any order: motions of different steps are not combined.
 TEST_F(MotionSteps, EveryStepStartsFromTheUnmovedGeometry) {
   write_step(0, file_at(0, {rotor_and_stator()}));
   for (int step = 1; step < 8; ++step) write_step(step, turned(step, step * kPi / 4));
@@ -112,7 +112,7 @@ TEST_F(MotionSteps, BaseMayBeAnyFileOfTheSeries) {
   EXPECT_EQ((Points{{0.5, 0, 5}, {1, 0, 5}, {0, 1, 5}, {0, 0, 6}}), host.coordinates(kRotor));
 }
 
-// The base cycle is looked up in the headers, not in the file names.
+// The base cycle refers to the headers, not to the file names.
 TEST_F(MotionSteps, BaseIsTheFirstFileWhoseHeaderHasThatCycle) {
   testkit::Mesh mesh = rotor_and_stator();
   for (const int name : {0, 1, 2}) {
@@ -156,7 +156,7 @@ TEST_F(MotionSteps, BaseWithoutNodesStartsFromTheUnmovedGeometryThatAppliesToIt)
   }
 }
 
-// The base has a motion itself: its own motion is not applied.
+// The motion of the base file itself is not applied.
 TEST_F(MotionSteps, BaseThatMovesItselfIsTakenUnmoved) {
   write_step(0, file_at(0, {rotor_and_stator()}));
   write_step(1, moved(1, 0, {Action::translate({100.0, 0.0, 0.0})}));

@@ -15,11 +15,11 @@ constexpr char kStale = 5;
 
 class NodeMarks : public LinkedReader {
  protected:
-  // Marks that are `count` long with two more behind, all stale.
+  // `count` marks and two more, all stale.
   static std::vector<char> stale_marks(int count) {
     return std::vector<char>(static_cast<std::size_t>(count) + 2, kStale);
   }
-  // What the marks have to be: 1 at these nodes, 0 at the others, stale behind.
+  // The expected marks: 1 at these nodes, 0 at the others, then two stale ones.
   static std::vector<char> marks_at(int count, const std::vector<int>& nodes) {
     std::vector<char> marks(static_cast<std::size_t>(count), 0);
     for (const int node : nodes) marks[static_cast<std::size_t>(node)] = 1;

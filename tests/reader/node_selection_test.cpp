@@ -1,4 +1,4 @@
-// The nodes of the part being served, and how long they are remembered.
+// The nodes of the selected part, and how long they are cached.
 #include "reader/node_selection.h"
 
 #include <numeric>
@@ -28,14 +28,14 @@ class NodeSelection : public LinkedReader {
     }
     return nodes;
   }
-  // Nodes 0 .. count - 1 but for the one left out.
+  // Nodes 0 .. count - 1 except one.
   static Nodes all_but(int left_out, int count) {
     Nodes nodes(static_cast<std::size_t>(count));
     std::iota(nodes.begin(), nodes.end(), 0);
     nodes.erase(nodes.begin() + left_out);
     return nodes;
   }
-  // A surface that has these nodes, three of them or more.
+  // A surface with these nodes (at least three).
   static void add_surface(testkit::Mesh& mesh, const std::string& name, const Nodes& nodes) {
     testkit::Surface surface{.name = name};
     for (std::size_t i = 2; i < nodes.size(); ++i) {
@@ -76,7 +76,7 @@ TEST_F(NodeSelection, OfAllNodesHasNoList) {
   }
 }
 
-// The connectivity of the whole mesh tells the nodes of a volume only when that has each element once ...
+// The connectivity of the whole mesh gives the nodes of a volume only if the volume has each element once ...
 TEST_F(NodeSelection, OfAVolumeAsLongAsTheMeshIsOfItsElements) {
   testkit::Mesh mesh = numbered_nodes(9);
   for (const int first : {0, 4}) add_element(mesh, testkit::kTetrahedron, first);
@@ -89,7 +89,7 @@ TEST_F(NodeSelection, OfAVolumeAsLongAsTheMeshIsOfItsElements) {
   EXPECT_EQ((Nodes{4, 5, 6, 7}), select_part(3));
 }
 
-// ... and holds nothing besides.
+// ... and the connectivity has no other entries.
 TEST_F(NodeSelection, LeavesOutNodesThatNoElementNames) {
   testkit::Mesh mesh = numbered_nodes(8);
   add_element(mesh, testkit::kTetrahedron, 0);
@@ -102,7 +102,7 @@ TEST_F(NodeSelection, LeavesOutNodesThatNoElementNames) {
   EXPECT_EQ((Nodes{0, 1, 2, 3}), select_part(1));
 }
 
-// Flat elements take no room in the offsets, so that the one behind begins where they do.
+// Triangles and quadrilaterals are not counted in the offsets, so the next element has the same offset.
 TEST_F(NodeSelection, FollowsTheOffsetsWhereThereAreFlatElements) {
   for (const auto& [code, expected] :
        {std::pair{testkit::kTriangle, Nodes{0, 4, 5, 6}}, {testkit::kQuadrilateral, Nodes{4, 5, 6, 7}}}) {

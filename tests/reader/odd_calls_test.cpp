@@ -1,5 +1,5 @@
-// Calls out of the ordinary order: before any opening and after the exit routine, every entry point answers
-// as for a dataset without files, parts and variables.
+// Calls in unusual order: before any opening and after the exit routine, every entry point answers as for a
+// dataset without files, parts and variables.
 #include <array>
 
 #include "tests/reader/loaded_reader.h"

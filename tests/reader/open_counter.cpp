@@ -19,7 +19,7 @@ OpenCounter::~OpenCounter() {
 }
 
 void OpenCounter::watch(const std::filesystem::path& path) {
-  // Closings too: two equal events in a row would arrive as one.
+  // Also watches close: inotify merges two equal consecutive events.
   const int watch = inotify_add_watch(queue_, path.c_str(), IN_OPEN | IN_CLOSE);
   if (watch < 0) throw std::system_error(errno, std::generic_category(), path.string());
   watches_[path] = watch;

@@ -1,4 +1,4 @@
-// How often files are opened, as the system sees it.
+// Counts how often files are opened, with inotify.
 #pragma once
 
 #include <filesystem>
@@ -8,16 +8,16 @@ namespace reader_test {
 
 class OpenCounter {
  public:
-  // Throws std::system_error when the system refuses.
+  // Throws std::system_error.
   OpenCounter();
   ~OpenCounter();
   OpenCounter(const OpenCounter&) = delete;
   OpenCounter& operator=(const OpenCounter&) = delete;
 
-  // Begins to count the openings of a file.
+  // Starts counting for a file.
   void watch(const std::filesystem::path& path);
 
-  // Openings of that file, or of all watched files, since the last call of that kind for it.
+  // Opens of this file, or of all watched files, since the last such call.
   int take(const std::filesystem::path& path);
   int take_all();
 

@@ -13,8 +13,8 @@ namespace {
 using testkit::Block;
 using testkit::file_of;
 
-// The dataset that is open first: two region sets with different elements, a surface and a volume, and a
-// scalar and a vector in two steps, of which the second has its own nodes.
+// The first dataset: two region sets with different elements, a surface and a volume, and a scalar and a
+// vector in two steps, the second of which has its own nodes.
 testkit::File first_dataset(int cycle) {
   testkit::Mesh mesh = numbered_nodes(9);
   add_element(mesh, testkit::kHexahedron, 1);
@@ -38,7 +38,7 @@ class OpeningAgain : public LoadedReader {
     open(in("first_1.fld"));
   }
 
-  // Everything that the first dataset answers, at both steps.
+  // All answers of the first dataset at both steps.
   void expect_first_dataset() {
     EXPECT_EQ((std::vector<PartInfo>{{1, 0, "wall", 3, {{6, 1}}},
                                      {2, 0, "fluid", 9, {{14, 1}, {26, 1}}},
@@ -144,7 +144,7 @@ TEST_F(OpeningAgain, AfterAFailureAndAnExit) {
   expect_first_dataset();
 }
 
-// Blocks of the first dataset are released while the list is that of the second, and the other way round.
+// Blocks of the first dataset are freed while the list is that of the second, and vice versa.
 TEST_F(OpeningAgain, NothingIsReportedAsLeakedAfterSeveralDatasets) {
   open_first_dataset();
   host.scalar(1, 1);
@@ -161,7 +161,7 @@ TEST_F(OpeningAgain, SelectedStepOutlivesTheDataset) {
   EXPECT_EQ(2000.0F, host.scalar(1, 3)[0]) << "the second file's value at node 0";
 }
 
-// Files that cannot be opened, each failing at another point.
+// Files that fail to open, each at another point.
 struct Failure {
   std::string name;
   std::function<void(const std::filesystem::path& path)> write;

@@ -1,4 +1,4 @@
-// Datasets that cannot be opened: the message of each, and the result.
+// Datasets that cannot be opened: message and result.
 #include <filesystem>
 #include <string>
 #include <sys/stat.h>
@@ -17,7 +17,7 @@ using testkit::one_tetrahedron;
 
 class OpeningFailures : public LoadedReader {
  protected:
-  // What an opening that answers -1 writes.
+  // The messages of an opening that returns -1.
   std::string failure(const std::filesystem::path& path) {
     return stderr_of([&] { EXPECT_EQ(-1, host.open(path)); });
   }
@@ -187,7 +187,7 @@ TEST_F(OpeningFailures, FileThatBreaksOffInItsSectionsThrows) {
   EXPECT_EQ(0, host.part_count());
 }
 
-// The text of the C library's report for an assertion of a module.
+// The C library's report of a failed assertion of a module.
 std::string report(const std::string& module, const std::string& function, const std::string& expression) {
   return module + ":[0-9]+: " + function + ": Assertion `" + expression + "' failed";
 }

@@ -1,4 +1,4 @@
-// Opening a dataset that is right.
+// Opening valid datasets.
 #include <filesystem>
 #include <string>
 
@@ -13,7 +13,7 @@ using testkit::one_tetrahedron;
 
 class Opening : public LoadedReader {
  protected:
-  // What a successful opening writes.
+  // The messages of a successful opening.
   std::string text_of_opening(const std::filesystem::path& path, const std::string& second = "") {
     return stderr_of([&] { EXPECT_EQ(1, host.open(path, second)); });
   }
@@ -60,7 +60,7 @@ TEST_F(Opening, NameWithoutACycleIsOneFileWhateverIsBesideIt) {
   EXPECT_EQ((std::vector<float>{9.0F}), host.times(2));
 }
 
-// The last four characters of a series' names are not looked at; letter case is ignored.
+// The last four characters of the names of a series are ignored, and so is letter case.
 TEST_F(Opening, SeriesTakesNamesInAnyCaseAndWithAnyExtension) {
   const testkit::Mesh mesh = numbered_mesh(4);
   write(file_at(1, {mesh}), "case_0100.fld");
@@ -170,7 +170,7 @@ TEST_F(Opening, UnknownSectionsAndBytesBehindTheEndAreNotLookedAt) {
   EXPECT_EQ(3, host.part_count());
 }
 
-// A set without nodes needs no tables; there is nothing that has to be found in them.
+// A region set without nodes needs no tables.
 TEST_F(Opening, MeshWithoutNodesOpensWithEmptyParts) {
   testkit::Mesh mesh;
   mesh.surfaces = {{.name = "nothing"}};

@@ -60,7 +60,7 @@ TEST_F(Options, PulldownAndFieldArgumentsAreNotTouched) {
   EXPECT_EQ(std::string(80, kUntouchedChar), std::string(text.data(), text.size()));
 }
 
-// The grouping option tells whether there is a block of part groups.
+// The grouping option switches the part groups on.
 TEST_F(Options, BothTogglesAreOffBeforeTheHostSetsThemAlthoughTheDefaultForGroupingIsOn) {
   int size = kUntouchedInt;
   EXPECT_EQ("", stderr_of([&] { EXPECT_EQ(1, api().get_metadata(&size, nullptr)); }));

@@ -1,4 +1,4 @@
-// Region sets with meshes of their own.
+// Region sets with different meshes.
 #include "tests/reader/loaded_reader.h"
 #include "tests/reader/small_datasets.h"
 
@@ -41,7 +41,7 @@ class Overset : public LoadedReader {
     write_and_open(file);
   }
 
-  // The parts of either set; the whole mesh of the prisms is `whole`.
+  // The parts of both sets; `whole` is the whole mesh of the prisms.
   void expect_prisms(int surface, int volume, int whole) {
     EXPECT_EQ((PartInfo{surface, 0, "prism side", 3, {{6, 1}}}), host.part(surface));
     EXPECT_EQ((Floats{2, 5, 8}), x_of(host.coordinates(surface)));
@@ -111,7 +111,7 @@ TEST_F(Overset, EachSetHasItsValuesWhenTheStepIsSelectedInBetween) {
   EXPECT_EQ((Floats{2202, 2209, 2215}), host.vector(2, 2, 2));
 }
 
-// On purpose: what is held is found by its name alone.
+// On purpose: the cache key is the name alone.
 TEST_F(Overset, SameNameInTheNextSetGetsTheValuesThatAreHeld) {
   open_sets({hexahedra(), prisms()});
   EXPECT_EQ((Floats{2, 9, 15}), host.scalar(1, 1));

@@ -1,4 +1,4 @@
-// Which parts there are and what each holds.
+// The parts and their counts.
 #include <string>
 #include <vector>
 
@@ -109,7 +109,7 @@ TEST_F(PartBuilding, BytesOfANameArePassedOnAsTheyStand) {
   EXPECT_EQ(shift_jis, host.part(1).name);
 }
 
-// Line 0-1, triangle 1-2-3: node 0 belongs to the line alone.
+// Line 0-1, triangle 1-2-3: node 0 belongs only to the line.
 TEST_F(PartBuilding, LineFacesCountNeitherNodesNorElements) {
   testkit::Mesh mesh = numbered_mesh(5);
   testkit::Surface surface{.name = "edge and face"};
@@ -154,8 +154,8 @@ TEST_F(PartBuilding, EveryShapeHasItsSlot) {
   EXPECT_EQ((PartInfo{2, 0, "ALL_ELEMENTS", 8, {{14, 1}, {18, 2}, {22, 3}, {26, 1}}}), host.part(2));
 }
 
-// The table of offsets knows the solid shapes alone; flat elements behind them are in their slots all the
-// same.
+// The offset table only counts solid shapes; triangles and quadrilaterals after them are still in their
+// slots.
 TEST_F(PartBuilding, FlatElementsAreCountedInTheirSlotsAndReported) {
   testkit::Mesh mesh = numbered_nodes(8);
   add_element(mesh, testkit::kTetrahedron, 0);

@@ -123,7 +123,7 @@ TEST_F(PartConnectivity, PartNumberOutsideTheRangeWritesNothing) {
   }
 }
 
-// The work tables hold one part at a time; which one was asked for before makes no difference.
+// The work tables hold one part at a time; the previous request makes no difference.
 TEST_F(PartConnectivity, PartsMayBeAskedForInAnyOrder) {
   testkit::Mesh mesh = numbered_nodes(300);
   for (int e = 0; e < 60; ++e) {

@@ -36,7 +36,7 @@ TEST_F(PartCoordinates, WholeMeshHasAllNodesAlsoThoseOfNoElement) {
   EXPECT_EQ((Floats{0, 1, 2, 3, 4, 5}), x_of(host.coordinates(1)));
 }
 
-// Parts that are small beside the mesh, and parts that are not.
+// Parts that are small compared with the mesh, and others.
 TEST_F(PartCoordinates, SmallPartOfALargeMeshIsTheSameAsALargePart) {
   testkit::Mesh mesh = numbered_nodes(10000);
   std::vector<std::int32_t> all;

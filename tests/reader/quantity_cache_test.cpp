@@ -1,4 +1,4 @@
-// How often quantities are read from disk: counted by the openings of the files that have them.
+// How often quantities are read from disk, counted by file opens.
 #include <filesystem>
 #include <string>
 
@@ -40,7 +40,7 @@ class QuantityCache : public LoadedReader {
   }
 
   std::filesystem::path path(int step) const { return in("case_" + std::to_string(step) + ".fld"); }
-  // Openings of any file since the last call.
+  // Opens of any file since the last call.
   int opened() { return openings_.take_all(); }
 
   void ask_scalar_for_all_parts(int variable) {
@@ -134,7 +134,7 @@ TEST_F(QuantityCache, StepWithoutAFileDropsItToo) {
   EXPECT_EQ(1, opened());
 }
 
-// A whole session over the series, quantity by quantity, as a host goes through it.
+// A whole session over the series, quantity by quantity, like a host.
 TEST_F(QuantityCache, EveryQuantityOfEveryStepIsReadOnceHoweverManyPartsAsk) {
   for (int step = 0; step < kSteps; ++step) {
     select(1, step);

@@ -1,4 +1,4 @@
-// Quantities that cannot be read when they are asked for: files that were changed since the opening.
+// Quantities that cannot be read because the file was changed after opening.
 #include <filesystem>
 #include <string>
 #include <sys/stat.h>
@@ -29,7 +29,7 @@ class QuantityFailures : public LoadedReader {
     open(path_);
   }
 
-  // The answer to a request for values at all four nodes, and what it writes.
+  // The answer to a request for values at all four nodes, and the messages.
   Answer ask(int variable, std::string* text = nullptr) {
     Answer answer;
     const std::string written = stderr_of([&] {
@@ -43,7 +43,7 @@ class QuantityFailures : public LoadedReader {
     EXPECT_EQ(kNothing, ask(variable, &text));
     EXPECT_EQ(expected, text);
   }
-  // What was read before is held still.
+  // The cached quantity is still valid.
   void expect_a_and_u_held() {
     std::string text = "untouched";
     EXPECT_EQ((Answer{1, {10, 11, 12, 13}}), ask(kScalarA, &text));

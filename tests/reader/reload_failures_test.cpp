@@ -102,7 +102,7 @@ TEST_F(ReloadFailures, FileThatBreaksOffIsReportedWithItsPlace) {
   expect_all_parts_served();
 }
 
-// What was read before the failure is kept; it has to be fit to be served.
+// The sections read before the failure are kept and must be servable.
 TEST_F(ReloadFailures, PartOfABrokenRegionSetIsServedWithoutHarm) {
   testkit::File file = file_at(2);
   testkit::Mesh mesh = numbered_nodes(40);
@@ -140,7 +140,7 @@ TEST_F(ReloadFailures, IndexBaseOfAHalfReadStepIsTakenOffOnce) {
   }
 }
 
-// A region set that was read in part is no file's, so that going back reads the first file again.
+// A partly read region set does not count as loaded, so going back reads the first file again.
 TEST_F(ReloadFailures, StepBeforeABrokenOneIsServedAsEver) {
   testkit::File file = file_at(2);
   testkit::Mesh mesh = numbered_mesh(6);
@@ -182,7 +182,7 @@ TEST_F(ReloadFailures, StepIsReadAgainWhenItsFileIsBack) {
   expect_all_parts_served();
 }
 
-// Where things stood when the dataset was opened plays no role for its geometry.
+// Offsets from the opening do not matter for geometry.
 TEST_F(ReloadFailures, FileWhoseHeaderGrewSinceTheOpeningIsReadAllTheSame) {
   testkit::File file = file_of_step(2);
   file.header.set(testkit::header_item("Comments", {Block::characters("a longer one", 500)}));
@@ -202,7 +202,7 @@ TEST_F(ReloadFailures, LongHeaderOfAFileThatHasChangedIsCheckedAgain) {
   select(1, 0);
   file.version = 5;
   write_step(2, file);
-  // The clock of the file system may not have moved on since the dataset was opened.
+  // The file system's clock may not have advanced since the dataset was opened.
   std::filesystem::last_write_time(path(2),
                                    std::filesystem::last_write_time(path(2)) + std::chrono::seconds(10));
   EXPECT_EQ(trace(path(2)) + "FLD FILE VERSION HAS TO BE 4.\n" + failed(2), select(1, 1));

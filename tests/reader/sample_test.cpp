@@ -31,7 +31,7 @@ struct Measure {
     for (std::size_t i = 0; i < 3; ++i) area[i] += normal[i];
     volume += dot(a, cross(b, c));
   }
-  // A face of three or more corners, as triangles round its middle.
+  // A face with three or more corners, as triangles around its centre.
   void add_face(std::span<const Vec3> corners) {
     Vec3 middle{};
     for (const Vec3& corner : corners) {

@@ -20,7 +20,7 @@ class OversetSample : public SampleTest {
     background_ = count - 1;
     ring_ = count;
   }
-  // So that values of the other region set are not served from what is held.
+  // Clears the cache, so that the other region set's values are not returned.
   void drop_held_values() {
     select(2, 1);
     select(2, 0);

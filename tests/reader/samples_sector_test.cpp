@@ -79,7 +79,7 @@ TEST_F(SectorSample, PrismsAreInsideAndHexahedraOutside) {
   EXPECT_EQ(inner.begin()->second, 2 * outer.begin()->second) << "two prisms in the place of a hexahedron";
 }
 
-// The formulas want Cartesian places; the whole mesh gives the stored ones in single precision exactly.
+// The formulas take Cartesian positions; the whole mesh gives the stored ones in single precision exactly.
 TEST_F(SectorSample, QuantitiesAreTheFormulas) {
   const int whole = part_named("ALL_ELEMENTS");
   std::vector<double> pressure;

@@ -24,7 +24,7 @@ class TankSample : public SampleTest {
   }
 };
 
-// A node of the impeller at a step, from where it is in the first file.
+// A node of the impeller at a step, from its position in the first file.
 std::array<double, 3> turned(const std::array<double, 3>& p, int step) {
   const double angle = tank::angle(tank::time_of_step(step));
   return {std::cos(angle) * p[0] - std::sin(angle) * p[1], std::sin(angle) * p[0] + std::cos(angle) * p[1],
@@ -112,7 +112,7 @@ TEST_F(TankSample, VolumeOfTheZonesIsThatOfTheFirstStep) {
   }
 }
 
-// The formulas are taken where the nodes are at that time, in double precision from the mesh.
+// The formulas are evaluated at the nodes' positions at that time, in double precision.
 TEST_F(TankSample, QuantitiesAreTheFormulasAtTheMovedNodes) {
   const testkit::Mesh mesh = tank::mesh();
   const int whole = part_named("ALL_ELEMENTS");
@@ -158,12 +158,12 @@ TEST_F(TankSample, ValuesOfAPartAreThoseOfTheWholeMeshAtItsNodes) {
     const Points nodes = nodes_of(name);
     std::vector<double> expected;
     for (const auto& p : nodes) expected.push_back(tank::temperature(p[0], p[1], p[2], time));
-    // At places that were rounded to single precision; the steepest change is about 200 K/m.
+    // At positions rounded to single precision; the steepest gradient is about 200 K/m.
     expect_close(expected, scalar_on("Temperature", part_named(name)), 1000.0);
   }
 }
 
-// However many parts ask, and whatever the order of the steps.
+// For any number of parts and any order of steps.
 TEST_F(TankSample, EveryQuantityIsReadFromDiskOncePerStep) {
   OpenCounter openings;
   for (int step = 0; step < tank::kSteps; ++step) openings.watch(path(step));

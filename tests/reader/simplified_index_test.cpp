@@ -26,7 +26,7 @@ class SimplifiedIndex : public LoadedReader {
   void write_three_alike() {
     for (const int cycle : {1, 2, 3}) write_step(cycle, with_scalars(cycle, {"P", "T"}));
   }
-  // What opening the series writes.
+  // The messages of opening the series.
   std::string opening() {
     return stderr_of([&] { EXPECT_EQ(1, host.open(path(1))); });
   }
@@ -101,7 +101,7 @@ TEST_F(SimplifiedIndex, QuantityBehindTheEndOfAShorterFileIsNotFound) {
   EXPECT_EQ((Floats{200, 201, 202, 203}), host.scalar(1, 1));
 }
 
-// The title has to begin with the expected name; nothing says that it ends there.
+// The title must begin with the expected name; it may be longer.
 TEST_F(SimplifiedIndex, QuantityWhoseNameIsLongerIsTakenForTheExpectedOne) {
   write_step(1, with_scalars(1, {"P"}));
   write_step(2, with_scalars(2, {"P_total"}));

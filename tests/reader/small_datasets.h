@@ -1,4 +1,4 @@
-// Meshes and files of a few nodes whose coordinates and values tell the node's number.
+// Meshes and files of a few nodes, with coordinates and values that encode the node's index.
 #pragma once
 
 #include <cstdint>
@@ -16,8 +16,8 @@ namespace reader_test {
 // Nodes 0 .. count - 1, node i at (i, 10 i, -i), and nothing else.
 testkit::Mesh numbered_nodes(int count);
 
-// The same with one element, the tetrahedron of the first four nodes, of material 1, so that the mesh can be
-// opened.
+// The same with one element, so that the mesh can be opened: the tetrahedron of the first four nodes,
+// material 1.
 testkit::Mesh numbered_mesh(int count);
 
 // An element of any code over consecutive nodes from `first`.
@@ -30,7 +30,7 @@ void add_volume(testkit::Mesh& mesh, const std::string& name, std::vector<std::i
 void add_triangle_surface(testkit::Mesh& mesh, const std::string& name,
                           const std::vector<std::int32_t>& corners);
 
-// A scalar with the value `start` + i at node i; a vector with that as x, 100 more as y, 200 more as z.
+// A scalar with the value `start` + i at node i; a vector with this as x, 100 more as y, 200 more as z.
 testkit::Section numbered_scalar(const std::string& name, int count, double start = 0.0);
 testkit::Section numbered_vector(const std::string& name, int count, double start = 0.0);
 

@@ -1,4 +1,4 @@
-// The state that the entry points keep between calls.
+// The state kept between calls.
 #include <algorithm>
 #include <array>
 #include <iterator>

@@ -1,4 +1,4 @@
-// What a call writes to the standard error stream.
+// The messages of a call.
 #pragma once
 
 #include "gtest/gtest.h"
@@ -6,8 +6,8 @@
 
 namespace reader_test {
 
-// Calls `work` and returns what was written meanwhile, by this program or a library in it. An exception goes
-// on, with the text lost.
+// Calls `work` and returns what this process wrote to stderr meanwhile. Exceptions propagate and discard the
+// text.
 template <class Work>
 std::string stderr_of(Work work) {
   testing::internal::CaptureStderr();

@@ -10,7 +10,7 @@ namespace {
 
 class Teardown : public LoadedReader {
  protected:
-  // A dataset of two steps, with everything of it asked for once.
+  // A dataset of two steps, with everything requested once.
   void go_through_a_dataset() {
     for (const int cycle : {1, 2}) {
       testkit::File file = file_at(cycle, {testkit::one_of_each(), testkit::one_tetrahedron()});
@@ -91,7 +91,7 @@ TEST_F(Teardown, FilesAreNotKeptOpen) {
   go_through_a_dataset();
   std::filesystem::remove(in("case_1.fld"));
   std::filesystem::remove(in("case_2.fld"));
-  // A file that is still open somewhere shows up as deleted.
+  // A file that is still open is listed as deleted.
   for (const auto& descriptor : std::filesystem::directory_iterator("/proc/self/fd")) {
     std::error_code gone;
     const auto target = std::filesystem::read_symlink(descriptor.path(), gone).string();
@@ -99,7 +99,7 @@ TEST_F(Teardown, FilesAreNotKeptOpen) {
   }
 }
 
-// Without the exit routine before it; what is held is released by the library itself.
+// Without the exit routine; the library itself releases everything.
 TEST_F(Teardown, LibraryMayBeUnloadedWithADatasetOpen) {
   std::optional<host::Library> library(FLD_PLUGIN_FILE);
   const auto path = write(testkit::file_of(testkit::one_of_each()));

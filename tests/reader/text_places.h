@@ -1,4 +1,4 @@
-// Offsets in messages: where a fault is noticed inside a section is not the tests' business.
+// Offsets in messages: the tests do not depend on where in a section an error is detected.
 #pragma once
 
 #include "gtest/gtest.h"
@@ -9,7 +9,7 @@
 
 namespace reader_test {
 
-// The text with the number behind "AT BYTE " replaced by "<inside>", if it lies behind the section's title.
+// The text with the number after "AT BYTE " replaced by "<inside>" if it is after the section's title.
 inline std::string with_byte_checked(const std::string& text, const testkit::Place& section) {
   constexpr std::string_view kBefore = "AT BYTE ";
   const std::size_t before = text.find(kBefore);

@@ -15,7 +15,7 @@ constexpr int kVariables = 2;
 
 class TimeSets : public LoadedReader {
  protected:
-  // Adds a file to the series. `geometry`: with node coordinates in its region set.
+  // Adds a file to the series. `geometry`: with node coordinates.
   void write_step(int cycle, double time, bool geometry = true, bool overset = false) {
     testkit::File file = file_at(cycle, time);
     auto& set = file.add_region_set();

@@ -1,4 +1,4 @@
-// Selecting a step: which geometry is read, and what is served then.
+// Selecting a step: which geometry is read and served.
 #include <limits>
 #include <optional>
 #include <string>
@@ -23,7 +23,7 @@ class TimeSteps : public LoadedReader {
  protected:
   std::filesystem::path step_path(int cycle) const { return in("case_" + std::to_string(cycle) + ".fld"); }
   void write_step(int cycle, const testkit::File& file) { write(file, step_path(cycle).filename().string()); }
-  // A file with geometry in each region set that has a mark.
+  // A file with geometry in every region set that has a mark.
   void write_marks(int cycle, const std::vector<std::optional<double>>& marks) {
     testkit::File file = file_at(cycle);
     for (const auto& mark : marks) {
@@ -37,7 +37,7 @@ class TimeSteps : public LoadedReader {
 
   std::string trace_of(int cycle) const { return trace(step_path(cycle)); }
 
-  // The mark of region set `g` of two as it is served now.
+  // The current mark of region set `g` of two.
   float mark(int part) { return host.coordinates(part)[0][0]; }
 };
 using TimeStepsDeathTest = TimeSteps;
@@ -140,7 +140,7 @@ TEST_F(TimeSteps, ValuesComeFromTheFileOfTheSelectedStep) {
   }
 }
 
-// Steps of the geometry's set are counted without the files that have none; values are not.
+// Steps of the geometry's set skip files without geometry; steps for values do not.
 TEST_F(TimeSteps, ValuesAfterAStepOfTheGeometryComeFromTheFileAtThatPlaceOfTheSeries) {
   write_marks(1, {100.0});
   write_marks(2, {std::nullopt});
@@ -151,8 +151,8 @@ TEST_F(TimeSteps, ValuesAfterAStepOfTheGeometryComeFromTheFileAtThatPlaceOfTheSe
   EXPECT_EQ(2.0F, host.scalar(1, 1)[0]);
 }
 
-// A file with nodes alone: the elements and regions of the file before are kept, and not brought to
-// zero-based numbering a second time.
+// A file with only nodes: the elements and regions of the file before are kept, and the index base is not
+// subtracted again.
 TEST_F(TimeSteps, FileWithNodesAloneKeepsElementsAndRegions) {
   testkit::Mesh mesh = marked_mesh(100.0);
   add_triangle_surface(mesh, "wall", {3, 1, 2});

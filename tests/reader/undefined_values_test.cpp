@@ -1,4 +1,4 @@
-// Values above 99 hundredths of the file's marker reach the host as its undefined value.
+// Values above 0.99 times the file's marker become the host's undefined value.
 #include <cmath>
 #include <limits>
 
@@ -20,7 +20,7 @@ class UndefinedValues : public LoadedReader {
     api().get_extra_data(&request, nullptr, nullptr, nullptr, nullptr, &value);
   }
 
-  // What becomes of these values, with these markers in the header.
+  // The host's values for these values and markers.
   Floats served(const std::vector<double>& values, Precision precision, float single_marker,
                 double double_marker) {
     testkit::File file = testkit::file_of(numbered_mesh(static_cast<int>(values.size())));
@@ -56,8 +56,8 @@ TEST_F(UndefinedValues, DoublePrecisionIsComparedWithTheDoublePrecisionMarker) {
             served({50.0, 150.0, 1.0e6, 2.0e6}, Precision::kDouble, 100.0F, 1.0e6));
 }
 
-// A double is rounded to float before it is compared: slightly above 99 it becomes 99, which is kept;
-// slightly below 99.1 * 0.99 it may become the larger neighbour, which is not.
+// A double is rounded to float before the comparison: slightly above 99 it becomes 99, which is kept;
+// slightly below 99.1 * 0.99 it may be rounded up, which is not.
 TEST_F(UndefinedValues, DoublePrecisionIsRoundedToSingleBeforeItIsCompared) {
   const double limit = 0.99 * 99.1;
   const auto rounded_up = static_cast<double>(static_cast<float>(limit));

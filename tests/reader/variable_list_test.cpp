@@ -1,4 +1,4 @@
-// Which variables there are, and how they are described.
+// The variables and their descriptions.
 #include <array>
 #include <string>
 
@@ -124,8 +124,7 @@ TEST_F(VariableList, TextsOfVariablesAreFilledUpWithTerminators) {
   expect(2, "");
 }
 
-// Descriptions and types do not depend on the count that was asked for before; the rest covers as many
-// entries as that.
+// Descriptions and types do not depend on the last reported count; the other arrays have that many entries.
 TEST_F(VariableList, AskedBeforeTheCountOnlyTypesAndDescriptionsAreWritten) {
   write_and_open(with_quantities(0, {{"P", "p"}}, {{"V", "v"}}));
   std::array<std::array<char, 80>, 9> texts;

@@ -34,7 +34,7 @@ class VariableValues : public LoadedReader {
   }
   void open_numbered() { open_with(numbered_scalar("T", 10), numbered_vector("U", 10)); }
 
-  // The answer to a request for two values, nothing of which is written.
+  // The answer to a request for two values that writes nothing.
   static Answer nothing(int result) { return {result, {kUntouchedFloat, kUntouchedFloat}}; }
 };
 
@@ -249,8 +249,7 @@ TEST_F(VariableValues, CoordinatesAndConnectivityInBetweenChangeNothing) {
   EXPECT_EQ((Floats{103, 105, 109}), host.vector(kVector, kSurface, 1));
 }
 
-// A vector of a file whose dimension is neither 2 nor 3 is stepped over with two components, but read with
-// three.
+// A vector of a file whose dimension is neither 2 nor 3 is skipped with two components, but read with three.
 TEST_F(VariableValues, VectorWithTwoComponentsCannotBeRead) {
   testkit::File file = testkit::file_of(mesh());
   file.header.set_dimension(1);

@@ -1,4 +1,4 @@
-// Which volume region a motion's name means.
+// The volume region that a motion's name refers to.
 #include "reader/volume_names.h"
 
 #include <cstring>

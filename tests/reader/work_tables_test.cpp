@@ -151,7 +151,7 @@ TEST_F(WorkTables, OffsetsFollowTheElementsOfAStep) {
   EXPECT_EQ((std::vector<long>{0, 8}), heads(2)) << "filled for other elements before";
 }
 
-// Each step has prisms where the one before had pyramids; in the last one the meshes are larger as well.
+// Steps alternate between prisms and pyramids; in the last one the meshes are also larger.
 TEST_F(WorkTables, OffsetsOfVeryManyRegionSetsFollowTheElementsOfAStep) {
   constexpr int kSets = 100;
   const auto code_of = [](int cycle, int set) {
@@ -275,7 +275,7 @@ TEST_F(WorkTables, RequestsForPartsAllocateNothing) {
 }
 
 #ifndef FLD_SANITIZED
-// Lets the process have no more than `megabytes` from now on.
+// Limits the process to `megabytes` from now on.
 void limit_memory(rlim_t megabytes) {
   const rlimit limit = {megabytes << 20U, megabytes << 20U};
   if (setrlimit(RLIMIT_AS, &limit) != 0) std::exit(99);

@@ -23,8 +23,7 @@ using fld::MemoryAllocException;
 
 using AllocationFailures = EmptyList;
 
-// A first allocation asks for memory three times: for its node, for the block and for the table that finds
-// blocks.
+// The first allocation makes three requests: the node, the block and the hash table.
 constexpr int kRequestsOfTheFirst = 3;
 
 void expect_failures(const std::function<void*()>& allocate) {
@@ -70,7 +69,7 @@ TEST_F(AllocationFailures, MoreThanTheMachineHasThrows) {
 }
 
 TEST_F(AllocationFailures, BlocksAreStillFoundWhenNoLargerTableCanBeMade) {
-  // Some of these allocations want a larger table; none gets one.
+  // Some of these allocations try to grow the table; all fail.
   std::vector<void*> blocks = {cv_maloc(8, 0)};
   int refused = 0;
   for (int i = 1; i < 2000; ++i) {

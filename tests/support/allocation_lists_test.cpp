@@ -1,4 +1,4 @@
-// A new list of blocks for every dataset, while owners still hold blocks of the ones before.
+// A new list of blocks for every dataset, while blocks of the previous ones are still in use.
 #include <cstring>
 #include <gtest/gtest.h>
 #include <string>

@@ -1,4 +1,4 @@
-// Assertions of the reader, in whatever build type this is.
+// The reader's assertions, in every build type.
 #include "support/assertion.h"
 
 #include <gtest/gtest.h>

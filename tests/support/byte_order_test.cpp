@@ -1,4 +1,4 @@
-// Byte order, and the reads that turn it round.
+// Byte order, and reads with byte swap.
 #include "support/byte_order.h"
 
 #include <array>
@@ -13,7 +13,7 @@
 
 namespace {
 
-// `n` elements of `size` bytes, as they lie in memory after reading.
+// `n` elements of `size` bytes, as in memory after reading.
 std::string elements_of(const std::string& file, size_t size, size_t n) {
   RecordingStream source(file);
   std::string out(size * n, '?');

@@ -6,7 +6,7 @@
 
 #include "support/tracked_allocation.h"
 
-// What free_memory writes.
+// The output of free_memory.
 inline std::string leak_report() {
   testing::internal::CaptureStderr();
   fld::free_memory();

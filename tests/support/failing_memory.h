@@ -1,10 +1,10 @@
-// Memory that runs out when a test wants it. The program is linked so that every malloc, calloc and realloc
-// of its objects comes by here first.
+// Injected allocation failures. The program is linked so that every malloc, calloc and realloc of its objects
+// goes through here.
 #pragma once
 
 #include "tests/support/fault_plan.h"
 
-// While it lives, the `request`-th request from its construction on, counted from 1, finds no memory.
+// While it lives, the `request`-th request, from 1, fails.
 class FailingMemory {
  public:
   explicit FailingMemory(int request, FaultPlan::Lasting lasting = FaultPlan::Lasting::kOnce) {
@@ -17,6 +17,6 @@ class FailingMemory {
   // Whether that request was made.
   static bool has_failed() { return plan().has_struck(); }
 
-  // What all requests are held against.
+  // The plan for all requests.
   static FaultPlan& plan();
 };

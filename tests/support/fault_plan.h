@@ -1,4 +1,4 @@
-// When something that a test makes fail does fail: at one request, or from that one on.
+// When an injected fault occurs: at one request, or from that one on.
 #pragma once
 
 #include <cstddef>
@@ -7,7 +7,7 @@ class FaultPlan {
  public:
   enum class Lasting { kOnce, kForEver };
 
-  // The `request`-th request from now on, counted from 1, is the first that fails.
+  // The `request`-th request from now on, from 1, is the first to fail.
   void begin(int request, Lasting lasting = Lasting::kOnce) {
     *this = FaultPlan();
     left_ = request;

@@ -1,5 +1,5 @@
-// A stream over bytes in memory that keeps the size of every read. The program is linked so that each fread
-// and fread_unlocked of its objects comes by here first.
+// A stream over bytes in memory that records the size of every read. The program is linked so that each fread
+// and fread_unlocked of its objects goes through here.
 #pragma once
 
 #include <cstddef>
@@ -16,13 +16,12 @@ class RecordingStream {
   RecordingStream(const RecordingStream&) = delete;
   RecordingStream& operator=(const RecordingStream&) = delete;
 
-  // At this offset the source answers once with nothing (as at the end of a file), or with an error, and goes
-  // on with its bytes after that.
+  // At this offset the source once returns nothing (as at the end of a file) or an error, and then continues.
   void end_once_at(std::size_t offset) { interruption_ = {offset, 0}; }
   void fail_once_at(std::size_t offset) { interruption_ = {offset, -1}; }
 
   FILE* stream() { return stream_; }
-  // Bytes asked for, read by read.
+  // The size of each read.
   const std::vector<std::size_t>& reads() const { return reads_; }
   void record(std::size_t bytes) { reads_.push_back(bytes); }
 

@@ -1,5 +1,5 @@
-// What a read leaves behind when the file gives less than was asked for. Those who read look at the stream's
-// state; what they find in the buffer is at least always the same.
+// The buffer after a short read. Callers check the stream's state; the buffer's content is at least
+// deterministic.
 #include <array>
 #include <cstdint>
 #include <gtest/gtest.h>
@@ -38,7 +38,7 @@ TEST(ShortReads, AnEmptyFileGivesTheStagingBufferAlone) {
 }
 
 TEST(ShortReads, NoFurtherChunkIsReadAfterOne) {
-  // Three chunks are asked for; the source dries up for a moment 44 bytes into the second.
+  // Three chunks are requested; the source returns nothing once, 44 bytes into the second.
   RecordingStream source(std::string(256, '\x11') + std::string(512, '\x22'));
   source.end_once_at(300);
   std::vector<uint32_t> values(192);

@@ -1,4 +1,4 @@
-// Containers whose memory the system zeroes.
+// Containers with lazily zeroed memory.
 #include <cstddef>
 #include <gtest/gtest.h>
 #include <limits>

@@ -50,7 +50,7 @@ TEST(FileWriter, WritesSectionsWithLeadingIntegerAndEndRule) {
   testkit::RegionSet& set = file.add_region_set();
   set.add(testkit::Section{.title = "LS_Whatever", .blocks = {Block::integer(2)}, .leading = 9});
   const std::string bytes = testkit::to_bytes(file);
-  // Behind identification, version and two titles, and before the last one.
+  // After identification, version and two titles, and before the last one.
   EXPECT_BYTES(bytes.substr(108, bytes.size() - 148),
                "00000020 'LS_Whatever                     ' 00000020"
                "0000000c 00000004 00000001 00000001 0000000c 00000004 00000009 00000004"

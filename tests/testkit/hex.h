@@ -31,7 +31,7 @@ inline std::string hex(std::string_view text) {
   return bytes;
 }
 
-// The other way round, so that a failed comparison can be read: 4 bytes a word, 4 words a line.
+// The inverse, for readable failures: 4 bytes per word, 4 words per line.
 inline std::string to_hex(std::string_view bytes) {
   constexpr std::string_view kDigits = "0123456789abcdef";
   std::string text;

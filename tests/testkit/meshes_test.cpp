@@ -1,4 +1,4 @@
-// The mesh helpers: volumes add up, faces match, huge meshes are the same as small ones.
+// The mesh helpers: volumes add up, faces match, huge meshes equal small ones.
 #include <cmath>
 #include <gtest/gtest.h>
 #include <map>
@@ -94,7 +94,7 @@ TEST(MeshCheck, FindsEveryKindOfFault) {
   EXPECT_EQ(faults_after([](Mesh& m) { m.surfaces[1].node.values()[0] = 0; }).at(0),
             "no element has face 0 of surface @between");
   EXPECT_EQ(faults_after([](Mesh& m) { m.surfaces[0].name = "&VFG_x"; }).size(), 12U);
-  // A face that turns inwards is not one of its element's.
+  // An inward-facing face is not a face of its element.
   EXPECT_EQ(faults_after([](Mesh& m) {
               auto& nodes = m.surfaces[0].node.values();
               std::swap(nodes[1], nodes[3]);

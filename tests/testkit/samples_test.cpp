@@ -1,5 +1,5 @@
-// The sample datasets: their meshes fit together and hold what they say, their formulas describe a flow, and
-// their files are there.
+// The sample datasets: the meshes are consistent and match their description, the formulas describe a flow,
+// and the files exist.
 #include "samples/samples.h"
 
 #include <algorithm>
@@ -60,7 +60,7 @@ std::set<std::int32_t> nodes_of_volume(const Mesh& mesh, std::size_t volume) {
   return nodes;
 }
 
-// The sum of the vectorial areas of some surfaces: zero for those that close.
+// The sum of the area vectors of some surfaces: zero if they are closed.
 Vec3 total_area(const Mesh& mesh, const std::vector<std::string>& names) {
   Vec3 sum{};
   const auto point = [&](std::int32_t node) {
@@ -154,7 +154,7 @@ TEST(ChannelSample, TemperatureHasAHole) {
   EXPECT_LT(unknown, mesh.nodes.size() / 10);
 }
 
-// How near any node comes to a place where a formula jumps.
+// The smallest distance of a node to a discontinuity of a formula.
 template <class Distance>
 double nearest(const Mesh& mesh, Distance distance) {
   const auto all = testkit::at_nodes(mesh.nodes, distance);
@@ -170,7 +170,7 @@ TEST(Samples, RoundingDoesNotDecideWhereValuesAreUndefined) {
     return std::min(std::abs(std::hypot(x, y) - 0.38), std::abs(std::hypot(x, y) - 0.46));
   });
   EXPECT_GT(from_circles, 1e-4);
-  // The circles are where the formulas jump.
+  // The formulas are discontinuous at the circles.
   EXPECT_TRUE(samples::overset::is_blanked(0.3799, 0.0));
   EXPECT_FALSE(samples::overset::is_blanked(0.3801, 0.0));
   EXPECT_EQ(samples::overset::background_fringe(0.4599, 0.0, 0.0), 1.0);
@@ -236,14 +236,15 @@ TEST(TankSample, ImpellerTurnsAndCarriesTheFlowWithIt) {
   using namespace samples::tank;
   EXPECT_EQ(angle(time_of_step(0)), 0.0);
   EXPECT_NEAR(angle(time_of_step(1)), std::numbers::pi / 12.0, 1e-12);
-  // A sixth of a turn later the blades' wave is where it was; in between it is not.
+  // After a sixth of a turn the blades' wave is the same; in between it is not.
   const double passage = 0.1;
   const auto wave = [](double time) {
     return velocity(0.08, 0.0, 0.18, time)[1] / velocity(0.08, 0.0, 0.4, time)[1];
   };
   EXPECT_NEAR(wave(passage), wave(2.0 * passage), 1e-9);
   EXPECT_GT(std::abs(wave(passage) - wave(1.5 * passage)), 0.1);
-  // Seen from the impeller the flow only grows faster, everywhere alike; far above there is no wave.
+  // In the impeller's frame the flow only gets faster, everywhere by the same factor; far above there is no
+  // wave.
   const double turned = angle(0.04);
   const double faster = velocity(0.08, 0.0, 0.4, 0.04)[1] / velocity(0.08, 0.0, 0.4, 0.0)[1];
   EXPECT_NEAR(velocity(0.08 * std::cos(turned), 0.08 * std::sin(turned), 0.17, 0.04)[2] /

@@ -16,7 +16,7 @@ using testkit::Section;
 using testkit::Surface;
 using testkit::Volume;
 
-// The bytes of a section behind its title record.
+// The bytes of a section after its title record.
 std::string body(const Section& section, std::int32_t shift = 0) {
   testkit::StringSink sink;
   testkit::RecordWriter writer(sink);
