@@ -19,7 +19,7 @@
 namespace render {
 namespace {
 
-constexpr int kMostTicks = 6;
+constexpr int kMostTicks = 7;
 
 // Rectangles side by side from left to right, each of one colour.
 void add_rectangles(vtkRenderer* renderer, const Area& area, const std::vector<Colour>& colours) {
@@ -116,7 +116,7 @@ class Legend {
 
   // As many as have room beside each other.
   std::vector<Tick> fitting_ticks(double low, double high) const {
-    constexpr double kGap = 0.8;  // of the letters
+    constexpr double kGap = 1.5;  // of the height of the letters
     for (int most = kMostTicks; most > 2; --most) {
       std::vector<Tick> ticks = make_ticks(low, high, most);
       const double half = half_width(ticks);

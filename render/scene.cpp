@@ -21,7 +21,7 @@ namespace render {
 namespace {
 
 constexpr Colour kFaint = {0.45, 0.5, 0.55};
-constexpr double kFaintOpacity = 0.16;
+constexpr double kFaintOpacity = 0.1;
 // Of parts without a scalar, in turn.
 constexpr std::array<Colour, 8> kPartColours = {{{0.60, 0.70, 0.80},
                                                  {0.85, 0.68, 0.50},
