@@ -1,6 +1,7 @@
 // Files of a megabyte with as many items of one kind as fit: the time of a call is proportional to the file
 // size, not to the product of two counts.
 #include <array>
+#include <cstdint>
 #include <ctime>
 #include <filesystem>
 #include <gtest/gtest.h>
@@ -130,7 +131,7 @@ TEST_F(HostileSizes, StepsOfManyRegionSetsOnceThereWereManyParts) {
 // Every element of an unknown type is reported with a message of its own.
 TEST_F(HostileSizes, ElementsOfUnknownTypes) {
   testkit::Mesh mesh = testkit::one_tetrahedron();
-  mesh.elements.type = testkit::Ints(std::size_t{1} << 18, 99);
+  mesh.elements.type = std::vector<std::int32_t>(std::size_t{1} << 18, 99);
   mesh.elements.conn = testkit::Ints{};
   mesh.materials = {};
   write("types.fld", testkit::file_of(mesh));
