@@ -29,6 +29,10 @@ class Error : public std::runtime_error {
   // The step of the variables' time set that was being read; none while a dataset is opened.
   std::optional<int> step() const { return step_; }
 
+  // what(), followed by the file if it is known: "USERD_set_filenames: NOT ENOUGH MEMORY (in
+  // /data/case_10.fld)".
+  std::string text_with_file() const { return file_.empty() ? what() : what() + (" (in " + file_ + ")"); }
+
   // Sets the file and the step, unless they are set already.
   void locate(const std::string& file, std::optional<int> step) {
     if (file_.empty()) file_ = file;

@@ -197,7 +197,7 @@ bool StepReader::try_to_read(const std::string& what, const std::function<void()
     return true;
   } catch (const host::Error& error) {
     if (session_.is_lost()) throw;
-    problems_.push_back("cannot read " + what + ": " + error.what());
+    problems_.push_back("cannot read " + what + ": " + error.text_with_file());
     return false;
   }
 }

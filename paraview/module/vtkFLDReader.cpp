@@ -39,6 +39,11 @@ void offer(vtkDataArraySelection* selection, const Items& items, IsOn is_on) {
   selection->CopySelections(offered);
 }
 
+std::string text_of(const std::exception& error) {
+  const auto* located = dynamic_cast<const host::Error*>(&error);
+  return located != nullptr ? located->text_with_file() : error.what();
+}
+
 }  // namespace
 
 struct vtkFLDReader::State {
@@ -178,7 +183,7 @@ std::string vtkFLDReader::OpenOnReadingRank() {
     return "";
   } catch (const std::exception& error) {
     state.forget_dataset();
-    return "cannot open " + state.file_names.front() + ": " + error.what();
+    return "cannot open " + state.file_names.front() + ": " + text_of(error);
   }
 }
 
@@ -312,7 +317,7 @@ bool vtkFLDReader::ReadStep(int step, int piece, int pieces) {
     ReportWarnings();
     return true;
   } catch (const std::exception& error) {
-    failure = error.what();
+    failure = text_of(error);
   }
   vtkErrorMacro(<< "cannot read step " << step << " of " << state.file_names.front() << ": " << failure);
   return false;

@@ -70,6 +70,7 @@ TEST_F(Exceptions, OfAnOpeningNameTheFileThatWasReadLast) {
   const host::Error error = opening_error(fake::kFails, true);
   EXPECT_EQ(error.file(), fake::file(fake::kFails));
   EXPECT_FALSE(error.step().has_value());
+  EXPECT_TRUE(error.text_with_file().ends_with(" (in " + error.file() + ")")) << error.text_with_file();
   // Nothing was traced, or nothing captured.
   EXPECT_EQ(opening_error(fake::kThrowsReader, true).file(), "");
   EXPECT_EQ(opening_error(fake::kFails).file(), "");

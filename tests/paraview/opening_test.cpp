@@ -86,6 +86,17 @@ TEST_F(Opening, SaysNothingOfFilesThatTheReaderDoesNotTell) {
   }
 }
 
+TEST_F(Opening, AnErrorNamesTheFileOfItsStep) {
+  Reader reader(sample("tank"));
+  ASSERT_TRUE(reader.open());
+  const std::filesystem::path cut = sample("tank").parent_path() / "tank_30.fld";
+  std::filesystem::resize_file(cut, 2000);
+  reader.update(reader.times()[3]);
+  const std::vector<std::string> errors = reader.take_errors();
+  ASSERT_FALSE(errors.empty());
+  EXPECT_NE(errors[0].find("(in " + cut.string() + ")"), std::string::npos) << errors[0];
+}
+
 TEST_F(Opening, TellsWhyItFails) {
   EXPECT_NE(error_of("/no/such/file.fld").find("cannot open /no/such/file.fld: "), std::string::npos);
   std::ofstream(directory_ / "text.fld") << "plain text, and more of it than a record needs";
