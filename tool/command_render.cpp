@@ -103,7 +103,10 @@ std::array<int, 2> parse_size(const std::string& text) {
 
 std::array<double, 2> parse_range(const std::string& text) {
   const std::array<double, 2> range = render::parse_pair(text);
-  if (!(range[0] < range[1])) throw std::invalid_argument("not a range");
+  constexpr double kNarrowest = 1e-300;  // single precision ends long before
+  constexpr double kWidest = 1e300;
+  const double width = range[1] - range[0];
+  if (!(width >= kNarrowest && width <= kWidest)) throw std::invalid_argument("not a range");
   return range;
 }
 

@@ -249,7 +249,10 @@ TEST_F(Render, RejectsWrongOptions) {
       "-90 to 90 (see fldtool render --help)");
   expect_error({"--background", "red"}, 2,
                "--background: 'red' is not white, grey, black or #rrggbb (see fldtool render --help)");
-  expect_error({"--range", "2,1"}, 2, "--range: '2,1' is not LOW,HIGH (see fldtool render --help)");
+  for (const std::string range : {"2,1", "1,1", "1", "1,1e400", "-1e308,1e308", "1e-320,2e-320"}) {
+    expect_error({"--range", range}, 2,
+                 "--range: '" + range + "' is not LOW,HIGH (see fldtool render --help)");
+  }
   expect_error({"--colours", "jet"}, 2,
                "--colours: jet not in {viridis,inferno,cool-warm,turbo,grey} (see fldtool render --help)");
   expect_error({"--font", dataset.path()}, 2, dataset.path() + ": not a font file");
