@@ -1,6 +1,7 @@
 #include "reader/parts.h"
 
 #include <algorithm>
+#include <new>
 #include <vector>
 
 #include "format/element_codes.h"
@@ -30,11 +31,15 @@ Ends ends_of(std::vector<Entry> FLDGEO::*list) {
   return ends;
 }
 
-const PartIndex& index_of_parts() {
-  if (!part_index.is_made) {
+// False if memory is exhausted: a request for a part must not fail because of the index.
+bool make_part_index() {
+  if (part_index.is_made) return true;
+  try {
     part_index = {true, ends_of(&FLDGEO::surfaces), ends_of(&FLDGEO::volumes)};
+  } catch (const std::bad_alloc&) {
+    return false;
   }
-  return part_index;
+  return true;
 }
 
 // Entry `index` of the concatenated lists of all region sets, or null with `index` less their length.
@@ -48,6 +53,20 @@ Entry find_entry(const Ends& ends, std::vector<Entry> FLDGEO::*list, unsigned lo
   geoIndex = static_cast<int>(end - ends.begin());
   const auto& entries = g_fldgeo->geos[static_cast<size_t>(geoIndex)].*list;
   return entries[index - (*end - entries.size())];
+}
+
+smart_ptr<SurfaceGeometry> find_surface(unsigned long& index, int& geoIndex) {
+  if (make_part_index()) return find_entry(part_index.surfaces, &FLDGEO::surfaces, index, geoIndex);
+  auto surface = g_fldgeo->getSurfaceGeometry(index, geoIndex);
+  if (!surface) index -= g_fldgeo->nsurface();
+  return surface;
+}
+
+smart_ptr<VolumeGeometry> find_volume(unsigned long& index, int& geoIndex) {
+  if (make_part_index()) return find_entry(part_index.volumes, &FLDGEO::volumes, index, geoIndex);
+  auto volume = g_fldgeo->getVolumeGeometry(index, geoIndex);
+  if (!volume) index -= g_fldgeo->nvolume();
+  return volume;
 }
 
 }  // namespace
@@ -65,13 +84,12 @@ Part find_part(int number) {
   if (!g_fldgeo || number < 1) return part;
   part.number = number;
   auto index = static_cast<unsigned long>(number) - 1;
-  const PartIndex& parts = index_of_parts();
-  part.surface = find_entry(parts.surfaces, &FLDGEO::surfaces, index, part.geoIndex);
+  part.surface = find_surface(index, part.geoIndex);
   if (part.surface) {
     part.kind = Part::Kind::surface;
     return part;
   }
-  part.volume = find_entry(parts.volumes, &FLDGEO::volumes, index, part.geoIndex);
+  part.volume = find_volume(index, part.geoIndex);
   if (part.volume) {
     part.kind = Part::Kind::volume;
     return part;
