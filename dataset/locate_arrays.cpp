@@ -20,7 +20,7 @@ Layout locate_quantity(const std::string& path, const FLDTITLE& title, const cha
   char found[kTitleLength + 1];
   FLDV4_I_TITLE(file.stream(), found);
   if (!title_starts_with(found, (std::string(prefix) + title.m_name).c_str())) {
-    throw FLDReadException("ANOTHER SECTION STANDS WHERE THE QUANTITY WAS.");
+    throw FLDReadException("THE QUANTITY IS NOT AT ITS INDEXED OFFSET.");
   }
   read_int(file.stream());
   Layout layout;
