@@ -15,7 +15,7 @@ std::string reason_of(int status) {
     case -1:
       return "it cannot be opened";
     case -2:
-      return "it is no FLD file";
+      return "This is not FLD file.";
     default:
       return "its version is not 4, or it is two-dimensional";
   }
