@@ -1,4 +1,4 @@
-// Opening: what is told of it, and several datasets at once.
+// Opening: information and messages, and several datasets at once.
 #include <fstream>
 #include <gtest/gtest.h>
 #include <vtkCallbackCommand.h>
