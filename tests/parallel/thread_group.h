@@ -1,10 +1,10 @@
 // A process group whose ranks are threads of this process.
 #pragma once
 
-#include <barrier>
+#include <condition_variable>
 #include <cstring>
 #include <functional>
-#include <memory>
+#include <mutex>
 #include <thread>
 #include <vector>
 
@@ -30,6 +30,31 @@ class ThreadGroup {
 
  private:
   using Sent = std::vector<std::span<const std::byte>>;
+
+  // Threads that sleep while they wait: there are more of them than processors.
+  class Barrier {
+   public:
+    explicit Barrier(int size) : size_(size) {}
+
+    void arrive_and_wait() {
+      std::unique_lock lock(mutex_);
+      const long round = round_;
+      if (++arrived_ == size_) {
+        arrived_ = 0;
+        ++round_;
+        all_arrived_.notify_all();
+      } else {
+        all_arrived_.wait(lock, [&] { return round_ != round; });
+      }
+    }
+
+   private:
+    int size_;
+    int arrived_ = 0;
+    long round_ = 0;
+    std::mutex mutex_;
+    std::condition_variable all_arrived_;
+  };
 
   class Rank : public parallel::Communicator {
    public:
@@ -62,7 +87,7 @@ class ThreadGroup {
   };
 
   int size_;
-  std::barrier<> barrier_;
+  Barrier barrier_;
   std::vector<const Sent*> sent_;
   std::string* broadcast_ = nullptr;
 };
