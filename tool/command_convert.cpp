@@ -2,19 +2,23 @@
 #include <filesystem>
 #include <memory>
 #include <string>
+#include <system_error>
 #include <vector>
 #include <vtkObject.h>
 
+#include "fmt/format.h"
 #include "host/error.h"
 #include "host/text_encoding.h"
 #include "tool/choice.h"
 #include "tool/commands.h"
 #include "tool/dataset_options.h"
 #include "tool/exit_status.h"
+#include "tool/file_names.h"
 #include "tool/interrupt.h"
 #include "tool/named_values.h"
 #include "tool/output.h"
 #include "tool/progress.h"
+#include "tool/read_error.h"
 #include "tool/vtk_series.h"
 
 namespace tool {
@@ -22,20 +26,21 @@ namespace {
 
 constexpr char kManual[] =
     R"(Writes the dataset that FILE belongs to as VTK files, which ParaView and other programs open. OUT is the file NAME.pvd
-to open, or a folder, in which it is named like FILE. The data go beside it:
+to open, or a folder, in which it is named like FILE. The data go next to it:
 
   NAME.pvd                      the series: a time and a composite dataset for each step
   NAME/step_N.vtm               the step's parts under Surfaces, Volumes and Whole mesh, the groups of surfaces as folders
   NAME/step_N/part_P_NAME.vtu   a part: its nodes and elements with the values of the variables
 
-Values per node become point data, those per element cell data; where a value is undefined stands NaN. The elements are
+Values per node become point data, those per element cell data; an undefined value is NaN. The elements are
 in the order tri, quad, tet, pyramid, prism, hex. Names are in UTF-8; when several parts have the same name, their numbers
 follow it. Each part also has its time (TimeValue) and the labels of the variables (Labels) as field data. The data is
 binary, appended without encoding, with 64-bit offsets.
 
-Without --parts it is surfaces and volumes: the whole mesh has the elements of the volumes again. The parts are written
-one after the other, so memory follows the largest of them. What was there under these names is replaced step by step.
-When the work is interrupted, or a later step cannot be read, NAME.pvd has all steps that were completed before.
+The default parts are surfaces and volumes; the whole mesh has the elements of the volumes again. The parts are written
+one after the other, so memory follows the largest of them. Files with these names are replaced step by step. Files of an
+earlier run that this run does not write are removed, by the list that convert keeps in NAME/.fldtool-files; all other files
+stay. When the work is interrupted, or a later step cannot be read, NAME.pvd has all steps that were completed before.
 
 )";
 
@@ -51,11 +56,21 @@ struct ConvertOptions {
 
 std::filesystem::path collection_path(const ConvertOptions& options) {
   std::filesystem::path output = options.output;
-  if (output.extension() == ".pvd") return output;
+  if (extension_of(options.output) == ".pvd") return output;
+  // A number after a dot, or a folder that is there, is not a kind of file.
+  const std::string extension = extension_of(options.output);
+  const bool is_number = extension.find_first_not_of(".0123456789") == std::string::npos;
+  std::error_code ignored;
+  if (!extension.empty() && !is_number && !std::filesystem::is_directory(output, ignored)) {
+    throw CommandError(
+        ExitStatus::usage, options.output,
+        fmt::format("cannot write '{}' files: OUT is NAME.pvd, or a folder (NAME/)", extension));
+  }
   return output / std::filesystem::path(options.dataset.file).filename().replace_extension(".pvd");
 }
 
 void run_convert(const ConvertOptions& options) {
+  const std::filesystem::path collection = collection_path(options);
   vtkObject::GlobalWarningDisplayOff();  // errors are told in one line of our own
   OpenDataset dataset(options.dataset);
   host::Session& session = dataset.session();
@@ -65,7 +80,6 @@ void run_convert(const ConvertOptions& options) {
     const SeriesOptions choices{choose_parts(session, options.parts),
                                 choose_variables(session, options.variables), options.precision,
                                 options.compression};
-    const std::filesystem::path collection = collection_path(options);
     VtkSeries series(session, collection, choices);
     Progress progress("parts", steps.size() * choices.parts.size(), ProgressUnit::steps);
     std::size_t done = 0;
@@ -78,12 +92,13 @@ void run_convert(const ConvertOptions& options) {
         stop_if_interrupted();
       });
     }
+    series.finish();
     progress.erase();
     Output output("");
     output.write(collection.string() + "\n");
     output.finish();
   } catch (const host::Error& error) {
-    throw CommandError(ExitStatus::unreadable, options.dataset.file, host::message_to_utf8(error.reason()));
+    throw read_error(error, dataset.session());
   }
 }
 
@@ -94,7 +109,8 @@ void add_convert_command(CLI::App& app) {
   CLI::App* command = app.add_subcommand("convert", "Write a dataset as VTK files");
   add_dataset_options(*command, options->dataset);
   command->add_option("OUT", options->output, "The .pvd file to write, or the folder to write it into")
-      ->required();
+      ->required()
+      ->check(file_name());
   add_steps_option(*command, options->steps, "The steps to write (default: all)");
   add_parts_option(*command, options->parts, "The parts to write")->capture_default_str();
   add_variables_option(*command, options->variables, "The variables to write (default: all)");

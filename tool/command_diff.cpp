@@ -29,24 +29,28 @@ coordinates, connectivity, variables and their values. Parts are matched by thei
 and variables by their names; connectivity is compared by the parts' own node numbers, and values in the order in which
 the reader gives them.
 
-Without --step and --step-b all steps are compared, each with the one of the same number. --step compares one step of
-both; --step-b takes another step of the second dataset, or of FILE itself when there is no second one.
+Without --step and --step-b all steps are compared, each with the one of the same number. --step chooses steps of both;
+--step-b chooses those of the second dataset, or of FILE itself when there is no second one: as many, which are paired in
+their order, or a single one for all.
 
 Numbers are equal when they differ by at most --abs, or by at most --rel times the larger of the two. Undefined values
-equal each other only, and so do values that are not a number. An infinite value equals itself only.
+equal each other only, and so do NaN. An infinite value equals itself only.
 
-One line per difference tells the step, the part, the variable and what differs, with A's side first; for lists, how many
-places differ, the first of them and the one where the two are furthest apart. The last line counts the differences.
+One line per difference names the step, the part (number, kind and name), the variable and what differs, as A -> B; for
+arrays, how many entries differ, the first of them and the one with the largest difference. The last line counts the
+differences.
 
 --json prints one JSON object:
   a, b           the files
   absolute, relative
                  the tolerances
   differences    per difference: kind (steps, time, region_sets, part, variable, nodes, elements, coordinates,
-                 connectivity, availability or values), step_a, step_b, part, variable, component (or the elements'
-                 shape; null where there is none), a, b (both sides, of what is no list; else null), list
-  list           differing, compared (how many), row (node or element), first, most: the row (from 1), the entry in it
-                 (of connectivity, from 1), a and b (null without a finite number), undefined_a, undefined_b
+                 connectivity, availability or values), step_a, step_b, part (its name), part_kind (surface, volume
+                 or whole), part_a, part_b (its numbers), variable, component (or the elements' shape), a, b (both
+                 sides, unless they are lists), list; null is what does not apply
+  list           differing, compared (how many), row (node or element), first, most (the largest difference): the row
+                 (from 1), the entry in it (of connectivity, from 1), a and b (null unless finite), undefined_a,
+                 undefined_b
   problems       what could not be read, and so not compared: file, reason; the exit status is then 3
 
 )";
@@ -80,11 +84,18 @@ Json text_or_null(const std::string& text) {
   return text.empty() ? Json(nullptr) : Json(text);
 }
 
+Json number_or_null(const std::optional<int>& number) {
+  return number ? Json(*number) : Json(nullptr);
+}
+
 Json difference_json(const Difference& difference) {
   Json json{{"kind", difference.kind},
-            {"step_a", difference.step_a ? Json(*difference.step_a) : Json(nullptr)},
-            {"step_b", difference.step_b ? Json(*difference.step_b) : Json(nullptr)},
-            {"part", text_or_null(difference.part)},
+            {"step_a", number_or_null(difference.step_a)},
+            {"step_b", number_or_null(difference.step_b)},
+            {"part", difference.part ? Json(difference.part->name) : Json(nullptr)},
+            {"part_kind", difference.part ? Json(difference.part->kind) : Json(nullptr)},
+            {"part_a", difference.part ? number_or_null(difference.part->number_a) : Json(nullptr)},
+            {"part_b", difference.part ? number_or_null(difference.part->number_b) : Json(nullptr)},
             {"variable", text_or_null(difference.variable)},
             {"component", text_or_null(difference.component)},
             {"a", text_or_null(difference.a)},
@@ -121,10 +132,11 @@ class Printer {
     ++count_;
   }
 
-  void finish(const std::vector<std::pair<std::string, std::string>>& problems) {
+  void finish(const std::vector<ReadProblem>& problems) {
     if (is_json_) {
       Json list = Json::array();
-      for (const auto& [file, reason] : problems) list.push_back({{"file", file}, {"reason", reason}});
+      for (const ReadProblem& problem : problems)
+        list.push_back({{"file", problem.file}, {"reason", problem.reason}});
       output_.write(fmt::format("\n],\n\"problems\": {}\n}}\n", json_text(list, -1)));
     } else if (count_ == 0) {
       output_.write(problems.empty() ? "no differences\n" : "no differences in what could be read\n");
@@ -192,10 +204,8 @@ void run_diff(DiffOptions options) {
   comparison.run();
   progress.reset();
   printer.finish(comparison.problems());
-  if (!comparison.problems().empty()) {
-    const auto& [file, reason] = comparison.problems().front();
-    throw CommandError(ExitStatus::unreadable, file, reason);
-  }
+  if (!comparison.problems().empty())
+    throw CommandError(ExitStatus::unreadable, comparison.problems().front().text());
   if (printer.count() > 0) throw QuietExit(ExitStatus::findings);
 }
 

@@ -10,6 +10,7 @@
 #include "tool/dataset_options.h"
 #include "tool/exit_status.h"
 #include "tool/output.h"
+#include "tool/read_error.h"
 #include "tool/remains.h"
 #include "tool/summary.h"
 
@@ -21,9 +22,10 @@ constexpr char kManual[] =
 parts with node and element counts, their groups, and the variables. No values are read for that.
 
 --ranges adds the bounding boxes of the parts, what moves, and the ranges of the variables over the whole mesh; values that
-the files mark as undefined are left out of the ranges and counted. --step shows parts and variables at another step than
-the first; the geometry is the last one at or before it. --all-steps shows the variables of every step and the boxes of the
-parts that move, with ranges. A part counts as moving when its coordinates differ between the first and the last geometry
+the files mark as undefined are left out of the ranges and counted. The box of a whole mesh in cylindrical coordinates is
+that of r, theta and z. --step shows parts and variables at another step than the first; the geometry is the last one at or
+before it. --all-steps, or --steps with several, shows the variables of all these steps and the boxes of the parts that
+move, with ranges. A part counts as moving when its coordinates differ between the first and the last geometry
 step, or between any two with --all-steps; one that only some steps have, between those.
 
 Of a dataset that the reader refuses, the files of the series that have errors are shown, or FILE if none has any: their
@@ -42,12 +44,12 @@ and --all-steps only:
   region_sets               region_set (from 0), part (the number of its whole mesh), nodes, elements (shape: count)
   groups                    name, parts (names)
   parts                     number, name, name_bytes_hex (if the file's bytes are not ASCII), kind (surface, volume or
-                            whole), region_set (null if the reader does not tell), group, nodes, elements, bounds
-                            (lowest and highest corner; null without nodes)
+                            whole), region_set (null if the reader does not tell), group, nodes, elements, axes (r,
+                            theta, z, if bounds are of these), bounds (lowest and highest corner; null without nodes)
   variables                 number, name, label, type (scalar or vector), per (node or element), availability (given, not
                             in this step, not offered or failed), reason (if failed), ranges (per component: minimum,
                             maximum, mean, undefined, not_numbers; the first three null without numbers)
-  all_steps                 with --all-steps, per step: step, bounds (one for each of parts; null if the step lacks it),
+  all_steps                 of several steps, per step: step, bounds (one for each of parts; null if the step lacks it),
                             variables (number, name, availability, reason, ranges)
   warnings                  what the reader found doubtful about the geometry, in words
   problems                  what could not be read, in words; the exit status is then 3
@@ -64,12 +66,14 @@ Shapes are tri, quad, tet, pyramid, prism and hex. Steps and region sets count f
 struct InfoOptions {
   DatasetOptions dataset;
   std::vector<std::string> steps = {"0"};
+  std::vector<std::string> parts = {"all"};
+  std::vector<std::string> variables;
   bool json = false;
   bool ranges = false;
   bool all_steps = false;
 
-  SummaryDetail detail() const {
-    if (all_steps) return SummaryDetail::all_steps;
+  SummaryDetail detail(std::size_t chosen_steps) const {
+    if (all_steps || chosen_steps > 1) return SummaryDetail::all_steps;
     return ranges ? SummaryDetail::ranges : SummaryDetail::structure;
   }
 };
@@ -79,10 +83,16 @@ DatasetSummary read_summary(const InfoOptions& options) {
   OpenDataset dataset(options.dataset);
   try {
     host::Session& session = dataset.session();
-    session.select_step(choose_steps(session, options.steps).front());
-    return summarize(session, dataset.library().path().string(), options.detail());
+    SummaryChoice choice;
+    choice.steps = choose_steps(session, options.all_steps ? std::vector<std::string>{} : options.steps);
+    // With --all-steps, --step is the one whose parts are shown.
+    session.select_step(options.all_steps ? choose_steps(session, options.steps).front()
+                                          : choice.steps.front());
+    choice.parts = choose_parts(session, options.parts);
+    choice.variables = choose_variables(session, options.variables);
+    return summarize(session, dataset.library().path().string(), options.detail(choice.steps.size()), choice);
   } catch (const host::Error& error) {
-    throw CommandError(ExitStatus::unreadable, options.dataset.file, host::message_to_utf8(error.reason()));
+    throw read_error(error, dataset.session());
   }
 }
 
@@ -95,10 +105,9 @@ void print(const std::string& text) {
 // Prints what is still there of a dataset that the reader refused. The result is the error to end with, which
 // tells the files that are broken.
 CommandError print_remains(const InfoOptions& options, const CommandError& error) {
-  const std::string& file = options.dataset.file;
-  const Remains remains = find_remains(file, std::string(error.what()).substr(file.size() + 2));
+  const Remains remains = find_remains(options.dataset.file, error.file(), error.reason());
   if (!remains.files.empty()) print(options.json ? remains_json(remains) : remains_text(remains));
-  return {error.status(), file, reason_with_files(remains)};
+  return {error.status(), error.file(), reason_with_files(remains)};
 }
 
 void run_info(const InfoOptions& options) {
@@ -106,12 +115,13 @@ void run_info(const InfoOptions& options) {
   try {
     summary = read_summary(options);
   } catch (const CommandError& error) {
-    if (error.status() == ExitStatus::unreadable) throw print_remains(options, error);
+    if (error.status() == ExitStatus::unreadable && !error.file().empty())
+      throw print_remains(options, error);
     throw;
   }
   print(options.json ? summary_json(summary) : summary_text(summary));
   if (!summary.problems.empty()) {
-    throw CommandError(ExitStatus::unreadable, options.dataset.file, summary.problems.front());
+    throw CommandError(ExitStatus::unreadable, summary.problems.front());
   }
 }
 
@@ -121,13 +131,16 @@ void add_info_command(CLI::App& app) {
   const auto options = std::make_shared<InfoOptions>();
   CLI::App* command = app.add_subcommand("info", "Print what is in a dataset");
   add_dataset_options(*command, options->dataset);
-  add_steps_option(*command, options->steps, "The step to show")->capture_default_str();
+  add_steps_option(*command, options->steps, "The step to show; several are shown with ranges")
+      ->capture_default_str();
+  add_parts_option(*command, options->parts, "The parts to show")->capture_default_str();
+  add_variables_option(*command, options->variables, "The variables to show (default: all)");
   command->add_flag("--ranges", options->ranges,
                     "Show boxes, ranges and what moves; reads the values for it");
   command->add_flag("--all-steps", options->all_steps,
                     "Show the ranges, and the boxes of moving parts, at every step");
   command->add_flag("--json", options->json, "Print JSON for programs");
-  command->footer(std::string(kManual) + kExitStatusText);
+  command->footer(std::string(kManual) + kChoiceText + kExitStatusText);
   command->callback([options] { run_info(*options); });
 }
 

@@ -27,6 +27,7 @@
 #include "tool/output.h"
 #include "tool/picture_parts.h"
 #include "tool/progress.h"
+#include "tool/read_error.h"
 #include "vtk/points.h"
 
 namespace tool {
@@ -323,7 +324,7 @@ void run_render(const RenderOptions& options) {
   try {
     Renderer(dataset.session(), options).draw_all();
   } catch (const host::Error& error) {
-    throw CommandError(ExitStatus::unreadable, options.dataset.file, host::message_to_utf8(error.reason()));
+    throw read_error(error, dataset.session());
   }
 }
 

@@ -13,6 +13,7 @@
 #include "host/text_encoding.h"
 #include "tool/choice.h"
 #include "tool/commands.h"
+#include "tool/coordinate_names.h"
 #include "tool/dataset_options.h"
 #include "tool/exit_status.h"
 #include "tool/file_names.h"
@@ -20,6 +21,7 @@
 #include "tool/number_range.h"
 #include "tool/output.h"
 #include "tool/progress.h"
+#include "tool/read_error.h"
 #include "tool/value_table.h"
 #include "tool/value_writer.h"
 #include "tool/vector_components.h"
@@ -40,7 +42,8 @@ npy  A NumPy file: a two-dimensional float32 array without the row numbers; the 
 With several steps, a column step comes first; with several parts, the columns part (the number) and name, of which a NumPy
 file has the number. The values of a variable that a step lacks are undefined then.
 
-An element's x, y and z are the means of its nodes'. Elements are numbered through the shapes of the part in the order
+On the whole mesh of a mesh in cylindrical coordinates the coordinates are r, theta and z, and the columns have these names
+if it is the first part; all other parts have x, y and z. An element's x, y and z are the means of its nodes'. Elements are numbered through the shapes of the part in the order
 tri, quad, tet, pyramid, prism, hex. Without --output, CSV goes to the standard output stream. A file appears under its
 name when it is complete.
 
@@ -123,7 +126,8 @@ class ValuesRun {
       session_.select_step(step);
       parts_.tell_missing(session_, progress);
       for (const int part : parts_.at(session_)) {
-        const ValueTable table = make_value_table(session_, columns_, part);
+        const ValueTable table =
+            make_value_table(session_, columns_, part, names_.of(session_, session_.part(part)));
         check_missing(table, part);
         writer->add(table, rows_of(part), {step, part, host::to_utf8(session_.part(part).name)});
       }
@@ -174,6 +178,7 @@ class ValuesRun {
   ChosenParts parts_;
   std::vector<ChosenComponent> columns_;
   OriginColumns origin_;
+  CoordinateNames names_;
 };
 
 void run_values(const ValuesOptions& options) {
@@ -182,7 +187,7 @@ void run_values(const ValuesOptions& options) {
   try {
     ValuesRun(options, format, dataset.session()).run();
   } catch (const host::Error& error) {
-    throw CommandError(ExitStatus::unreadable, options.dataset.file, host::message_to_utf8(error.reason()));
+    throw read_error(error, dataset.session());
   }
 }
 

@@ -7,6 +7,7 @@
 #include "host/error.h"
 #include "host/text_encoding.h"
 #include "tool/choice.h"
+#include "tool/read_error.h"
 #include "tool/summary.h"
 #include "tool/vector_components.h"
 
@@ -32,15 +33,13 @@ bool DatasetComparison::reads(OpenDataset& dataset, Read read) {
     read(dataset.session());
     return true;
   } catch (const host::Error& error) {
-    note_problem(dataset, host::message_to_utf8(error.reason()));
+    note_problem(read_problem(error, dataset.session()));
     return false;
   }
 }
 
-void DatasetComparison::note_problem(OpenDataset& dataset, const std::string& reason) {
-  const std::string step = steps_ ? fmt::format("step {}: ", dataset.session().step()) : "";
-  const std::pair problem(dataset.file(), step + reason);
-  if (problems_.empty() || problems_.back() != problem) problems_.push_back(problem);
+void DatasetComparison::note_problem(const ReadProblem& problem) {
+  if (problems_.empty() || !(problems_.back() == problem)) problems_.push_back(problem);
 }
 
 void DatasetComparison::tell(Difference difference) {
@@ -65,15 +64,21 @@ std::vector<DatasetComparison::Pair> DatasetComparison::match_parts() {
     const std::string name = host::to_utf8(identity.name);
     const auto found = in_b.find(identity);
     if (found != in_b.end()) {
-      pairs.push_back({in_a.at(identity), found->second, name});
+      pairs.push_back({in_a.at(identity), found->second, name, kind_word(identity.kind)});
     } else {
-      tell({.kind = "part", .part = name, .a = kind_word(identity.kind), .b = kMissing});
+      tell({.kind = "part",
+            .part = DifferingPart{in_a.at(identity), std::nullopt, kind_word(identity.kind), name},
+            .a = kind_word(identity.kind),
+            .b = kMissing});
     }
   }
   for (const PartIdentity& identity : part_identities(b_.session())) {
     if (!parts_.contains(identity) || in_a.contains(identity)) continue;
-    tell(
-        {.kind = "part", .part = host::to_utf8(identity.name), .a = kMissing, .b = kind_word(identity.kind)});
+    tell({.kind = "part",
+          .part = DifferingPart{std::nullopt, in_b.at(identity), kind_word(identity.kind),
+                                host::to_utf8(identity.name)},
+          .a = kMissing,
+          .b = kind_word(identity.kind)});
   }
   return pairs;
 }
@@ -96,7 +101,7 @@ void DatasetComparison::match_variables() {
     if (variable.kind != other.kind || variable.location != other.location) {
       tell({.kind = "variable", .variable = name, .a = variable_words(variable), .b = variable_words(other)});
     } else {
-      variables_.push_back({number, other.number, name});
+      variables_.push_back({number, other.number, name, {}});
     }
   }
   if (!choice_.variables.empty()) return;
@@ -167,7 +172,7 @@ void DatasetComparison::compare_steps(int step_a, int step_b) {
     const host::Part& in_b = b_.session().part(part.b);
     if (in_a.nodes != in_b.nodes) {
       tell({.kind = "nodes",
-            .part = part.name,
+            .part = DifferingPart{part.a, part.b, part.kind, part.name},
             .a = std::to_string(in_a.nodes),
             .b = std::to_string(in_b.nodes)});
     }
@@ -175,7 +180,7 @@ void DatasetComparison::compare_steps(int step_a, int step_b) {
       const auto slot = static_cast<std::size_t>(shape.slot);
       if (in_a.elements[slot] == in_b.elements[slot]) continue;
       tell({.kind = "elements",
-            .part = part.name,
+            .part = DifferingPart{part.a, part.b, part.kind, part.name},
             .component = std::string(shape.name),
             .a = std::to_string(in_a.elements[slot]),
             .b = std::to_string(in_b.elements[slot])});
@@ -201,11 +206,16 @@ void DatasetComparison::compare_mesh(const Pair& part) {
       !reads(b_, [&](host::Session& session) { in_b = session.coordinates(part.b); })) {
     return;
   }
+  const AxisNames& axes = names_.of(a_.session(), a_.session().part(part.a));
   for (std::size_t axis = 0; axis < 3; ++axis) {
     const ListDifference list =
         compare_values(in_a.axes[axis].values(), in_b.axes[axis].values(), choice_.tolerance);
     if (list.any())
-      tell({.kind = "coordinates", .part = part.name, .component = kAxes[axis], .row = "node", .list = list});
+      tell({.kind = "coordinates",
+            .part = DifferingPart{part.a, part.b, part.kind, part.name},
+            .component = axes[axis],
+            .row = "node",
+            .list = list});
   }
 }
 
@@ -221,7 +231,7 @@ void DatasetComparison::compare_elements(const Pair& part) {
     const ListDifference list = compare_numbers(in_a[i].nodes, in_b[i].nodes);
     if (list.any()) {
       tell({.kind = "connectivity",
-            .part = part.name,
+            .part = DifferingPart{part.a, part.b, part.kind, part.name},
             .component = std::string(in_a[i].shape.name),
             .row = "element",
             .row_length = static_cast<std::size_t>(in_a[i].shape.nodes),
@@ -249,13 +259,12 @@ bool DatasetComparison::compare_component(const Pair& variable, const Pair& part
   }
   for (const auto& [dataset, values] : {std::pair(&a_, &in_a), std::pair(&b_, &in_b)}) {
     if (values->availability != host::Availability::failed) continue;
-    note_problem(*dataset,
-                 fmt::format("variable {}: {}", variable.name, host::message_to_utf8(values->reason)));
+    note_problem(read_problem(*values, dataset->session(), "variable " + variable.name));
     return false;
   }
   if (in_a.availability != in_b.availability) {
     tell({.kind = "availability",
-          .part = part.name,
+          .part = DifferingPart{part.a, part.b, part.kind, part.name},
           .variable = variable.name,
           .a = availability_word(in_a.availability),
           .b = availability_word(in_b.availability)});
@@ -266,7 +275,7 @@ bool DatasetComparison::compare_component(const Pair& variable, const Pair& part
   if (list.any()) {
     const host::Variable& described = a_.session().variable(variable.a);
     tell({.kind = "values",
-          .part = part.name,
+          .part = DifferingPart{part.a, part.b, part.kind, part.name},
           .variable = variable.name,
           .component =
               described.kind == host::VariableKind::vector ? kAxes[static_cast<std::size_t>(component)] : "",

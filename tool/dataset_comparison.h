@@ -10,8 +10,10 @@
 
 #include "host/session.h"
 #include "tool/chosen_parts.h"
+#include "tool/coordinate_names.h"
 #include "tool/dataset_options.h"
 #include "tool/difference.h"
+#include "tool/read_error.h"
 
 namespace tool {
 
@@ -34,8 +36,8 @@ class DatasetComparison {
   // Throws CommandError for choices that are none.
   void run();
 
-  // What could not be read, and so not compared: file and reason.
-  const std::vector<std::pair<std::string, std::string>>& problems() const { return problems_; }
+  // What could not be read, and so not compared: the file, the step and the reason.
+  const std::vector<ReadProblem>& problems() const { return problems_; }
 
  private:
   // What is in both, by the numbers in each.
@@ -43,6 +45,7 @@ class DatasetComparison {
     int a;
     int b;
     std::string name;  // UTF-8
+    std::string kind;  // of a part, in words
   };
 
   std::vector<Pair> match_parts();
@@ -57,8 +60,7 @@ class DatasetComparison {
   // before.
   template <typename Read>
   bool reads(OpenDataset& dataset, Read read);
-  // With the step in front, once steps are being compared.
-  void note_problem(OpenDataset& dataset, const std::string& reason);
+  void note_problem(const ReadProblem& problem);
   void tell(Difference difference);
   void advance();
 
@@ -69,10 +71,11 @@ class DatasetComparison {
   Progress progress_;
   ChosenParts parts_;  // of the first dataset, at its first step
   std::vector<Pair> variables_;
+  CoordinateNames names_;
   std::optional<std::pair<int, int>> steps_;  // those that are being compared
   std::uint64_t done_ = 0;
   std::uint64_t total_ = 0;
-  std::vector<std::pair<std::string, std::string>> problems_;
+  std::vector<ReadProblem> problems_;
 };
 
 }  // namespace tool

@@ -11,6 +11,8 @@
 #include "host/text_encoding.h"
 #include "tool/exit_status.h"
 #include "tool/file_names.h"
+#include "tool/read_error.h"
+#include "tool/remains.h"
 
 namespace tool {
 namespace {
@@ -58,7 +60,9 @@ OpenDataset::OpenDataset(const DatasetOptions& options, Globals globals)
     open(options);
   } catch (const host::Error& error) {
     close();
-    throw CommandError(ExitStatus::unreadable, options.file, host::message_to_utf8(error.reason()));
+    const std::string reason = host::message_to_utf8(error.reason());
+    const std::string file = error.file().empty() ? refused_file(options.file, reason) : error.file();
+    throw CommandError(ExitStatus::unreadable, shown_path(file, options.file), reason);
   }
 }
 

@@ -33,15 +33,23 @@ bool are_equal(float a, float b, const Tolerance& tolerance) {
 
 std::string value_text(double value) {
   if (host::is_undefined(static_cast<float>(value))) return "undefined";
-  return std::isnan(value) ? "not a number" : fmt::format("{:.9g}", value);
+  return std::isnan(value) ? "NaN" : fmt::format("{:.9g}", value);
 }
 
 std::string place_text(const Difference& difference, const DifferingPlace& place) {
   const std::size_t row = difference.first_row + place.index / difference.row_length + 1;
   const std::string entry =
       difference.row_length > 1 ? fmt::format(" entry {}", place.index % difference.row_length + 1) : "";
-  return fmt::format("{} {}{} ({}, {})", difference.row, row, entry, value_text(place.a),
+  return fmt::format("{} {}{}: {} -> {}", difference.row, row, entry, value_text(place.a),
                      value_text(place.b));
+}
+
+// "part 3 (surface blade)"; with both numbers where they are different ones.
+std::string part_text(const DifferingPart& part) {
+  const int number = part.number_a ? *part.number_a : part.number_b.value_or(0);
+  const bool is_renumbered = part.number_a && part.number_b && part.number_a != part.number_b;
+  const std::string other = is_renumbered ? fmt::format(" and {}", *part.number_b) : "";
+  return fmt::format("part{} {}{} ({} {})", is_renumbered ? "s" : "", number, other, part.kind, part.name);
 }
 
 }  // namespace
@@ -93,19 +101,19 @@ std::string difference_text(const Difference& difference) {
                 ? fmt::format("step {}: ", *difference.step_a)
                 : fmt::format("steps {} and {}: ", *difference.step_a, *difference.step_b);
   }
-  if (!difference.part.empty()) text += fmt::format("part {}: ", difference.part);
+  if (difference.part) text += part_text(*difference.part) + ": ";
   if (!difference.variable.empty()) text += fmt::format("variable {}: ", difference.variable);
   // Of a part or variable that is in one of them only, its name says enough.
   if (difference.kind == "part" || difference.kind == "variable")
-    return text + fmt::format("{}, {}", difference.a, difference.b);
+    return text + fmt::format("{} -> {}", difference.a, difference.b);
   text += difference.kind;
   if (!difference.component.empty()) text += " " + difference.component;
-  if (!difference.list) return text + fmt::format(": {}, {}", difference.a, difference.b);
+  if (!difference.list) return text + fmt::format(": {} -> {}", difference.a, difference.b);
   const ListDifference& list = *difference.list;
-  text += fmt::format(": {} of {} differ, first {}", list.differing, list.compared,
+  text += fmt::format(": {} of {} differ; first {}", list.differing, list.compared,
                       place_text(difference, list.first));
   if (list.differing > 1 && difference.kind != "connectivity")
-    text += fmt::format(", most {}", place_text(difference, list.most));
+    text += fmt::format("; most {}", place_text(difference, list.most));
   return text;
 }
 

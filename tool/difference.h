@@ -38,15 +38,23 @@ struct ListDifference {
 ListDifference compare_values(std::span<const float> a, std::span<const float> b, const Tolerance& tolerance);
 ListDifference compare_numbers(std::span<const int> a, std::span<const int> b);
 
+// A part that a difference is about.
+struct DifferingPart {
+  std::optional<int> number_a;  // none where it is missing
+  std::optional<int> number_b;
+  std::string kind;  // "surface", "volume" or "whole"
+  std::string name;  // UTF-8
+};
+
 struct Difference {
   // What differs: "steps", "time", "region_sets", "part", "variable", "nodes", "elements", "coordinates",
   // "connectivity", "availability" or "values".
   std::string kind{};
   std::optional<int> step_a{};
   std::optional<int> step_b{};
-  std::string part{};       // UTF-8, as the next two; empty if it is not about a part
-  std::string variable{};   // empty if it is not about a variable
-  std::string component{};  // "x", "y", "z", or the shape of elements; empty without one
+  std::optional<DifferingPart> part{};
+  std::string variable{};   // UTF-8; empty if it is not about a variable
+  std::string component{};  // the axis, or the shape of elements; empty without one
   std::string a{};          // in words, of what is no list
   std::string b{};
   std::string row{};           // of a list: "node" or "element"

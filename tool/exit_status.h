@@ -27,12 +27,20 @@ class CommandError : public std::runtime_error {
       : std::runtime_error(message), status_(status) {}
   // About a file: the line is "fldtool: file: message".
   CommandError(ExitStatus status, const std::string& file, const std::string& message)
-      : CommandError(status, file + ": " + message) {}
+      : CommandError(status, file + ": " + message) {
+    file_ = file;
+    reason_ = message;
+  }
 
   ExitStatus status() const { return status_; }
+  // The file that it is about and the message without it; empty unless they were given.
+  const std::string& file() const { return file_; }
+  const std::string& reason() const { return reason_; }
 
  private:
   ExitStatus status_;
+  std::string file_;
+  std::string reason_;
 };
 
 // Ends the program with a status and no line: the output has said it all.

@@ -99,8 +99,8 @@ Json file_json(const FileRemains& remains) {
 
 }  // namespace
 
-Remains find_remains(const std::string& file, const std::string& reason) {
-  Remains remains{file, reason, {}};
+Remains find_remains(const std::string& file, const std::string& failed_file, const std::string& reason) {
+  Remains remains{file, failed_file, reason, {}};
   for (const inspect::SeriesFile& other : inspect::find_series(file)) {
     stop_if_interrupted();
     FileRemains found = remains_of(other.path);
@@ -113,12 +113,27 @@ Remains find_remains(const std::string& file, const std::string& reason) {
   return remains;
 }
 
+std::string refused_file(const std::string& file, const std::string& reason) {
+  const std::vector<inspect::SeriesFile> series = inspect::find_series(file);
+  std::string refused;
+  for (const inspect::SeriesFile& other : series) {
+    stop_if_interrupted();
+    inspect::check_files({other.path}, {}, [&](const inspect::FileReport& report) {
+      const bool has_errors = !report.reason.empty() || report.findings.count(inspect::Severity::error) > 0;
+      if (has_errors && refused.empty()) refused = other.path;
+    });
+    if (!refused.empty()) return refused;
+  }
+  const bool lacks_geometry = reason.find("IN THE FIRST FLD FILE") != std::string::npos;
+  return lacks_geometry && !series.empty() ? series.front().path : file;
+}
+
 std::string reason_with_files(const Remains& remains) {
   std::vector<std::string> broken;
   for (const FileRemains& file : remains.files) {
     if (file.has_errors) broken.push_back(file.file);
   }
-  if (broken.empty() || broken == std::vector{remains.file}) return remains.reason;
+  if (broken.empty() || broken == std::vector{remains.failed_file}) return remains.reason;
   constexpr std::size_t kMostNames = 3;
   const std::size_t shown = std::min(broken.size(), kMostNames);
   const std::string more = broken.size() > shown ? fmt::format(" and {} more", broken.size() - shown) : "";

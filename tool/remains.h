@@ -28,16 +28,21 @@ struct FileRemains {
 };
 
 struct Remains {
-  std::string file;    // the one that was given
-  std::string reason;  // of the reader
+  std::string file;         // the one that was given
+  std::string failed_file;  // the one that the reader names
+  std::string reason;       // why it refused it
   std::vector<FileRemains> files;
 };
 
 // Of the files with errors in the series that the file belongs to, or else of the file itself; none if that
 // cannot be opened or is not an FLD file.
-Remains find_remains(const std::string& file, const std::string& reason);
+Remains find_remains(const std::string& file, const std::string& failed_file, const std::string& reason);
 
-// The reason, with the names of the files with errors unless that is the given one alone.
+// The file of the series that the reader's reason to refuse a dataset is about, if it does not name one: the
+// first one with errors, or the first one of all where that lacks the geometry; else the given one.
+std::string refused_file(const std::string& file, const std::string& reason);
+
+// The reason, with the names of the files with errors unless that is the failed one alone.
 std::string reason_with_files(const Remains& remains);
 
 std::string remains_text(const Remains& remains);

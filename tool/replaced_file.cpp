@@ -4,6 +4,7 @@
 #include <system_error>
 #include <unistd.h>
 
+#include "fmt/format.h"
 #include "tool/exit_status.h"
 
 namespace tool {
@@ -38,11 +39,13 @@ ReplacedFile::ReplacedFile(const fs::path& path) : path_(path), target_(followed
     return;
   }
   if (is_regular && access(target_.c_str(), W_OK) != 0) fail(errno);
-  fs::path beside = target_;
-  beside += ".tmp";
-  fs::remove(beside, ignored);  // of a program that was killed
-  file_.reset(std::fopen(beside.c_str(), "wbx"));
-  if (!file_) fail(errno);
+  // A name that nothing has: a file that is there may be the user's.
+  fs::path beside;
+  for (int i = 0; !file_; ++i) {
+    beside = folder_of(target_) / fmt::format(".{}.{}-{}", target_.filename().string(), getpid(), i);
+    file_.reset(std::fopen(beside.c_str(), "wbx"));
+    if (!file_ && errno != EEXIST) fail(errno);
+  }
   temporary_ = beside;
   if (is_regular) fs::permissions(temporary_, before.permissions(), ignored);
 }

@@ -14,9 +14,9 @@
 #include "host/diagnostic_text.h"
 #include "host/error.h"
 #include "host/text_encoding.h"
-#include "tool/chosen_parts.h"
 #include "tool/interrupt.h"
 #include "tool/progress.h"
+#include "tool/read_error.h"
 
 namespace tool {
 namespace {
@@ -59,36 +59,48 @@ std::vector<host::PartGroup> readable_groups(host::Session& session) {
 }
 
 std::vector<PartSummary> summarize_parts(const host::Session& session,
-                                         const std::vector<host::PartGroup>& groups) {
+                                         const std::vector<host::PartGroup>& groups,
+                                         const std::vector<int>& chosen) {
   std::map<std::string, std::string> group_of;
   for (const host::PartGroup& group : groups) {
     for (const std::string& part : group.parts) group_of[part] = group.name;
   }
   std::vector<PartSummary> parts;
-  for (const host::Part& part : session.parts()) {
+  for (const int number : chosen) {
+    const host::Part& part = session.part(number);
     std::string name = host::to_utf8(part.name);
     // Groups hold surfaces only.
     const auto group = part.kind == host::PartKind::surface ? group_of.find(name) : group_of.end();
-    parts.push_back({part, std::move(name), group == group_of.end() ? "" : group->second});
+    parts.push_back({part, std::move(name), group == group_of.end() ? "" : group->second, kAxes});
   }
   return parts;
 }
 
 class Summarizer {
  public:
-  // The parts at the session's step are those that are shown.
-  Summarizer(host::Session& session, DatasetSummary& summary, std::size_t requests)
+  // The parts chosen that the session's step has are those that are shown.
+  Summarizer(host::Session& session, DatasetSummary& summary, const SummaryChoice& choice,
+             std::size_t requests)
       : session_(session),
         summary_(summary),
-        shown_parts_(part_numbers(session)),
-        progress_("info", requests, ProgressUnit::steps) {}
+        choice_(choice),
+        progress_("info", requests, ProgressUnit::steps) {
+    for (const auto& [identity, number] : part_numbers(session)) {
+      if (choice.parts.contains(identity)) shown_parts_.emplace(identity, ShownPart{number, 0});
+    }
+    const std::vector<int> numbers = choice.parts.at(session);
+    for (auto& [identity, shown] : shown_parts_) {
+      const auto place = std::lower_bound(numbers.begin(), numbers.end(), shown.number);
+      shown.index = static_cast<std::size_t>(place - numbers.begin());
+    }
+  }
 
   // The names and kinds alone.
   StepContents structure() {
     StepContents contents;
     contents.step = session_.step();
-    for (const host::Variable& variable : session_.variables())
-      contents.variables.push_back(describe(variable));
+    for (const int variable : choice_.variables)
+      contents.variables.push_back(describe(session_.variable(variable)));
     return contents;
   }
 
@@ -98,16 +110,16 @@ class Summarizer {
     contents.boxes.resize(shown_parts_.size());
     for (const auto& [identity, number] : part_numbers(session_)) {
       const auto shown = shown_parts_.find(identity);
-      if (shown != shown_parts_.end())
-        contents.boxes[static_cast<std::size_t>(shown->second) - 1] = box(session_.part(number));
+      if (shown != shown_parts_.end()) contents.boxes[shown->second.index] = box(session_.part(number));
     }
-    for (const host::Variable& variable : session_.variables()) contents.variables.push_back(range(variable));
+    for (const int variable : choice_.variables)
+      contents.variables.push_back(range(session_.variable(variable)));
     return contents;
   }
 
   std::vector<StepContents> all_steps() {
     std::vector<StepContents> steps;
-    for (int step = 0; step < session_.step_count(); ++step) {
+    for (const int step : choice_.steps) {
       if (select(step)) steps.push_back(contents());
     }
     return steps;
@@ -121,12 +133,13 @@ class Summarizer {
     for (const int geometry_step : geometry_steps) {
       const int step = first_step_with(geometry_step);
       std::map<PartIdentity, Fingerprint> now;
-      if (!select(step) || !read("step " + std::to_string(step), [&] { now = fingerprints(); })) continue;
+      if (!select(step) || !read("", [&] { now = fingerprints(); })) continue;
       motion.compared_steps.push_back(geometry_step);
       first.insert(now.begin(), now.end());
       for (const auto& [identity, fingerprint] : now) {
         const auto shown = shown_parts_.find(identity);
-        if (shown != shown_parts_.end() && first.at(identity) != fingerprint) moving.insert(shown->second);
+        if (shown != shown_parts_.end() && first.at(identity) != fingerprint)
+          moving.insert(shown->second.number);
       }
     }
     motion.moving_parts.assign(moving.begin(), moving.end());
@@ -134,7 +147,12 @@ class Summarizer {
   }
 
  private:
-  // The coordinates of a part, boiled down: equal ones have equal fingerprints.
+  struct ShownPart {
+    int number = 0;
+    std::size_t index = 0;  // in the summary's parts
+  };
+
+  // A digest of a part's coordinates: equal ones have equal fingerprints.
   using Fingerprint = std::array<std::size_t, 3>;
 
   // To be called before something is read for one part or variable.
@@ -152,13 +170,13 @@ class Summarizer {
       read_it();
       return true;
     } catch (const host::Error& error) {
-      if (!was_lost) note(what + ": " + host::message_to_utf8(error.reason()));
+      if (!was_lost) note(read_problem(error, session_, what).text());
       return false;
     }
   }
 
   bool select(int step) {
-    return read("step " + std::to_string(step), [&] { session_.select_step(step); });
+    return read("", [&] { session_.select_step(step); });
   }
 
   int first_step_with(int geometry_step) const {
@@ -170,6 +188,7 @@ class Summarizer {
   std::map<PartIdentity, Fingerprint> fingerprints() {
     std::map<PartIdentity, Fingerprint> found;
     for (const auto& [identity, number] : part_numbers(session_)) {
+      if (!shown_parts_.contains(identity)) continue;
       advance();
       const host::Coordinates coordinates = session_.coordinates(number);
       Fingerprint fingerprint{};
@@ -205,23 +224,23 @@ class Summarizer {
     VariableSummary summary = describe(variable);
     summary.components.resize(static_cast<std::size_t>(variable.components()));
     summary.availability = host::Availability::not_in_this_step;
+    std::string problem;
     try {
-      add_ranges(summary);
+      problem = add_ranges(summary);
     } catch (const host::Error& error) {
       summary.availability = host::Availability::failed;
       summary.reason = error.reason();
+      problem = read_problem(error, session_, "variable " + summary.name).text();
     }
     if (summary.availability != host::Availability::given) summary.components.clear();
     summary.reason = host::message_to_utf8(summary.reason);
-    if (summary.availability == host::Availability::failed && !was_lost) {
-      note("variable " + summary.name + " at step " + std::to_string(session_.step()) + ": " +
-           summary.reason);
-    }
+    if (summary.availability == host::Availability::failed && !was_lost) note(problem);
     return summary;
   }
 
-  // Adds up the whole meshes of the region sets that have the variable.
-  void add_ranges(VariableSummary& summary) {
+  // Adds up the whole meshes of the region sets that have the variable. Returns what could not be read, in
+  // words.
+  std::string add_ranges(VariableSummary& summary) {
     for (const host::Part& part : session_.parts()) {
       if (part.kind != host::PartKind::whole) continue;
       for (std::size_t component = 0; component < summary.components.size(); ++component) {
@@ -233,10 +252,11 @@ class Summarizer {
         } else if (values.availability != host::Availability::not_in_this_step) {
           summary.availability = values.availability;
           summary.reason = values.reason;
-          return;
+          return read_problem(values, session_, "variable " + summary.name).text();
         }
       }
     }
+    return {};
   }
 
   void note(const std::string& problem) {
@@ -246,7 +266,8 @@ class Summarizer {
 
   host::Session& session_;
   DatasetSummary& summary_;
-  std::map<PartIdentity, int> shown_parts_;
+  const SummaryChoice& choice_;
+  std::map<PartIdentity, ShownPart> shown_parts_;
   Progress progress_;
   std::uint64_t done_ = 0;
 };
@@ -262,20 +283,20 @@ std::vector<int> steps_to_compare(int geometry_steps, SummaryDetail detail) {
 }
 
 // How often something is read for a part or a variable, if all steps have as many parts as this one.
-std::size_t count_requests(host::Session& session, SummaryDetail detail) {
+std::size_t count_requests(const host::Session& session, SummaryDetail detail, const SummaryChoice& choice) {
   if (detail == SummaryDetail::structure) return 0;
   const auto geometry_steps = static_cast<int>(session.geometry_times().times.size());
   const std::size_t compared = steps_to_compare(geometry_steps, detail).size();
-  const std::size_t shown =
-      detail == SummaryDetail::all_steps ? 1 + static_cast<std::size_t>(session.step_count()) : 1;
-  return shown * (session.parts().size() + session.variables().size()) + compared * session.parts().size();
+  const std::size_t shown = detail == SummaryDetail::all_steps ? 1 + choice.steps.size() : 1;
+  return shown * (choice.parts.size() + choice.variables.size()) + compared * choice.parts.size();
 }
 
 }  // namespace
 
-DatasetSummary summarize(host::Session& session, const std::string& library, SummaryDetail detail) {
+DatasetSummary summarize(host::Session& session, const std::string& library, SummaryDetail detail,
+                         const SummaryChoice& choice) {
   DatasetSummary summary;
-  Summarizer summarizer(session, summary, count_requests(session, detail));
+  Summarizer summarizer(session, summary, choice, count_requests(session, detail, choice));
   summary.file = session.path().string();
   summary.reader = session.reader();
   summary.library = library;
@@ -287,8 +308,15 @@ DatasetSummary summarize(host::Session& session, const std::string& library, Sum
   summary.changing_geometry = session.changing_geometry();
   summary.region_sets = session.region_set_count();
   summary.groups = readable_groups(session);
-  summary.parts = summarize_parts(session, summary.groups);
+  summary.parts = summarize_parts(session, summary.groups, choice.parts.at(session));
+  for (const host::Part& part : session.parts()) {
+    if (part.kind == host::PartKind::whole) summary.whole_meshes.push_back(part);
+  }
   summary.has_ranges = detail != SummaryDetail::structure;
+  CoordinateNames names;
+  for (PartSummary& part : summary.parts) {
+    if (summary.has_ranges) part.axes = names.of(session, part.part);
+  }
   summary.shown = summary.has_ranges ? summarizer.contents() : summarizer.structure();
   if (detail == SummaryDetail::all_steps) summary.all_steps = summarizer.all_steps();
   const auto geometry_steps = static_cast<int>(session.geometry_times().times.size());

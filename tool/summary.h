@@ -8,6 +8,8 @@
 #include "host/bounding_box.h"
 #include "host/session.h"
 #include "host/value_statistics.h"
+#include "tool/chosen_parts.h"
+#include "tool/coordinate_names.h"
 
 namespace tool {
 
@@ -23,8 +25,9 @@ struct StepSummary {
 
 struct PartSummary {
   host::Part part;
-  std::string name;   // UTF-8
-  std::string group;  // empty: none
+  std::string name;        // UTF-8
+  std::string group;       // empty: none
+  AxisNames axes = kAxes;  // of the box
 };
 
 // A variable at one step, over the whole mesh of every region set.
@@ -64,7 +67,8 @@ struct DatasetSummary {
   host::ChangingGeometry changing_geometry = host::ChangingGeometry::fixed;
   int region_sets = 0;
   std::vector<host::PartGroup> groups;  // names in UTF-8
-  std::vector<PartSummary> parts;       // at the step shown
+  std::vector<PartSummary> parts;       // those chosen, at the step shown
+  std::vector<host::Part> whole_meshes;
   StepContents shown;
   std::vector<StepContents> all_steps;  // empty unless asked for
   MotionSummary motion;
@@ -73,11 +77,19 @@ struct DatasetSummary {
 };
 
 // How much is looked at: the structure alone; the boxes and ranges of the shown step too, and the first and
-// the last geometry step, to find what moves; or those of all steps.
+// the last geometry step, to find what moves; or those of all steps chosen.
 enum class SummaryDetail { structure, ranges, all_steps };
 
+// What is shown of a dataset.
+struct SummaryChoice {
+  std::vector<int> steps;  // for SummaryDetail::all_steps
+  ChosenParts parts;
+  std::vector<int> variables;  // numbers
+};
+
 // Goes through the session's dataset, beginning with the selected step, which is shown.
-DatasetSummary summarize(host::Session& session, const std::string& library, SummaryDetail detail);
+DatasetSummary summarize(host::Session& session, const std::string& library, SummaryDetail detail,
+                         const SummaryChoice& choice);
 
 // The summary as text for a person, and as JSON for programs (command_info.cpp documents its fields).
 std::string summary_text(const DatasetSummary& summary);

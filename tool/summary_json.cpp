@@ -85,6 +85,7 @@ Json parts_json(const DatasetSummary& summary) {
     entry["group"] = part.group.empty() ? Json(nullptr) : Json(part.group);
     entry["nodes"] = part.part.nodes;
     entry["elements"] = counts_json(part.part);
+    if (summary.has_ranges && part.axes != kAxes) entry["axes"] = part.axes;
     if (summary.has_ranges) entry["bounds"] = bounds_json(summary.shown.boxes[i]);
     parts.push_back(std::move(entry));
   }
@@ -93,12 +94,11 @@ Json parts_json(const DatasetSummary& summary) {
 
 Json region_sets_json(const DatasetSummary& summary) {
   Json sets = Json::array();
-  for (const PartSummary& part : summary.parts) {
-    if (part.part.kind != host::PartKind::whole) continue;
-    sets.push_back({{"region_set", or_null(part.part.region_set)},
-                    {"part", part.part.number},
-                    {"nodes", part.part.nodes},
-                    {"elements", counts_json(part.part)}});
+  for (const host::Part& part : summary.whole_meshes) {
+    sets.push_back({{"region_set", or_null(part.region_set)},
+                    {"part", part.number},
+                    {"nodes", part.nodes},
+                    {"elements", counts_json(part)}});
   }
   return sets;
 }

@@ -1,5 +1,6 @@
 // The summary for a person.
 #include <algorithm>
+#include <array>
 #include <filesystem>
 #include <iterator>
 #include <string>
@@ -38,10 +39,15 @@ std::string counts_text(const host::Part& part) {
   return text.empty() ? "none" : text;
 }
 
-std::string box_text(const std::optional<host::BoundingBox>& box) {
+std::string corner_text(const std::array<float, 3>& corner, const AxisNames& axes) {
+  if (axes == kAxes) return fmt::format("({:.6g}, {:.6g}, {:.6g})", corner[0], corner[1], corner[2]);
+  return fmt::format("({} {:.6g}, {} {:.6g}, {} {:.6g})", axes[0], corner[0], axes[1], corner[1], axes[2],
+                     corner[2]);
+}
+
+std::string box_text(const std::optional<host::BoundingBox>& box, const PartSummary& part) {
   if (!box) return "-";
-  return fmt::format("({:.6g}, {:.6g}, {:.6g}) to ({:.6g}, {:.6g}, {:.6g})", box->lowest[0], box->lowest[1],
-                     box->lowest[2], box->highest[0], box->highest[1], box->highest[2]);
+  return corner_text(box->lowest, part.axes) + " to " + corner_text(box->highest, part.axes);
 }
 
 std::string time_text(const DatasetSummary& summary, int step) {
@@ -121,7 +127,7 @@ void add_parts(Text& text, const DatasetSummary& summary) {
     const PartSummary& part = summary.parts[i];
     add(text, "  {:>4}  {:<7}{}  {:<{}}  {:>9}  {}{}\n", part.part.number, kind_word(part.part.kind),
         set_text(summary, part), without_controls(part.name), width, part.part.nodes, counts_text(part.part),
-        summary.has_ranges ? "; " + box_text(summary.shown.boxes[i]) : "");
+        summary.has_ranges ? "; " + box_text(summary.shown.boxes[i], part) : "");
   }
 }
 
@@ -132,7 +138,7 @@ void add_range(Text& text, const host::ValueStatistics& range) {
     add(text, "no values");
   }
   if (range.undefined > 0) add(text, ", {} undefined", range.undefined);
-  if (range.not_numbers > 0) add(text, ", {} not a number", range.not_numbers);
+  if (range.not_numbers > 0) add(text, ", {} NaN", range.not_numbers);
 }
 
 void add_variable_line(Text& text, const VariableSummary& variable, bool with_range) {
@@ -168,9 +174,11 @@ void add_variables(Text& text, const DatasetSummary& summary, const StepContents
 void add_boxes(Text& text, const DatasetSummary& summary, const StepContents& contents) {
   if (summary.motion.moving_parts.empty()) return;
   add(text, "\nboxes of moving parts at step {}{}\n", contents.step, time_text(summary, contents.step));
-  for (const int part : summary.motion.moving_parts) {
-    const auto index = static_cast<std::size_t>(part) - 1;
-    if (index < contents.boxes.size()) add(text, "  {:>4}  {}\n", part, box_text(contents.boxes[index]));
+  const std::vector<int>& moving = summary.motion.moving_parts;
+  for (std::size_t i = 0; i < contents.boxes.size(); ++i) {
+    const int part = summary.parts[i].part.number;
+    if (std::find(moving.begin(), moving.end(), part) == moving.end()) continue;
+    add(text, "  {:>4}  {}\n", part, box_text(contents.boxes[i], summary.parts[i]));
   }
 }
 

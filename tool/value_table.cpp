@@ -8,6 +8,7 @@
 #include "host/undefined_value.h"
 #include "tool/exit_status.h"
 #include "tool/interrupt.h"
+#include "tool/read_error.h"
 #include "tool/vector_components.h"
 
 namespace tool {
@@ -82,7 +83,7 @@ class ColumnReader {
         throw CommandError(ExitStatus::failure, file,
                            fmt::format("the reader offers no values of variable {}", name));
       case host::Availability::failed:
-        throw CommandError(ExitStatus::unreadable, file, host::message_to_utf8(values.reason));
+        throw CommandError(ExitStatus::unreadable, read_problem(values, session_, "variable " + name).text());
     }
     return std::move(values.array);
   }
@@ -100,7 +101,8 @@ std::size_t row_count(const host::Variable& variable, const host::Part& part) {
                                                                                : part.nodes);
 }
 
-ValueTable make_value_table(host::Session& session, const std::vector<ChosenComponent>& chosen, int part) {
+ValueTable make_value_table(host::Session& session, const std::vector<ChosenComponent>& chosen, int part,
+                            const AxisNames& axes) {
   const host::Part& place = session.part(part);
   ValueTable table;
   host::Coordinates points = session.coordinates(part);
@@ -110,7 +112,7 @@ ValueTable make_value_table(host::Session& session, const std::vector<ChosenComp
     points = element_centres(points, session.elements(part), static_cast<std::size_t>(place.element_count()));
   }
   for (std::size_t axis = 0; axis < 3; ++axis)
-    table.columns.push_back({kAxes[axis], std::move(points.axes[axis])});
+    table.columns.push_back({axes[axis], std::move(points.axes[axis])});
   ColumnReader reader(session, place, table);
   for (const ChosenComponent& one : chosen) reader.add(one);
   return table;

@@ -8,6 +8,7 @@
 
 #include "host/session.h"
 #include "tool/choice.h"
+#include "tool/coordinate_names.h"
 
 namespace tool {
 
@@ -39,7 +40,9 @@ std::size_t row_count(const host::Variable& variable, const host::Part& part);
 // The table of variables on a part at the session's step: of a vector all components, or the chosen one or
 // the magnitude. All variables are given per node or all per element. Elements are numbered through the
 // part's shapes in the order of the reader (tri, quad, tet, pyramid, prism, hex), and their coordinates are
-// the means of their nodes'. Throws CommandError when values cannot be read.
-ValueTable make_value_table(host::Session& session, const std::vector<ChosenComponent>& chosen, int part);
+// the means of their nodes'. `axes` name the coordinates. Throws
+// CommandError when values cannot be read.
+ValueTable make_value_table(host::Session& session, const std::vector<ChosenComponent>& chosen, int part,
+                            const AxisNames& axes);
 
 }  // namespace tool

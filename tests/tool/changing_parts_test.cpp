@@ -86,10 +86,11 @@ TEST_F(ChangingParts, DiffTellsThePartThatOneStepLacks) {
     EXPECT_EQ(result.output, output);
   };
   expect({"--step", "1", "--step-b", "0", "-p", "lower"},
-         "steps 1 and 0: part lower: missing, volume\n1 difference\n");
+         "steps 1 and 0: part 3 (volume lower): missing -> volume\n1 difference\n");
   expect({"--step", "0", "--step-b", "1", "-p", "3"},
-         "steps 0 and 1: part lower: volume, missing\n1 difference\n");
-  expect({"--step", "0", "--step-b", "1"}, "steps 0 and 1: part lower: volume, missing\n1 difference\n");
+         "steps 0 and 1: part 3 (volume lower): volume -> missing\n1 difference\n");
+  expect({"--step", "0", "--step-b", "1"},
+         "steps 0 and 1: part 3 (volume lower): volume -> missing\n1 difference\n");
   EXPECT_EQ(run_fldtool({"diff", path, "--step", "0", "--step-b", "1", "-p", "upper,whole"}).output,
             "no differences\n");
   const json found =
@@ -106,7 +107,7 @@ TEST_F(ChangingParts, DiffMatchesPartsAtEveryStep) {
   whole.header.set_cycle(1, 1.0);
   testkit::write_file(whole, directory / "whole_1.fld");
   EXPECT_EQ(run_fldtool({"diff", path, (directory / "whole_0.fld").string()}).output,
-            "step 1: part lower: missing, volume\n1 difference\n");
+            "step 1: part 3 (volume lower): missing -> volume\n1 difference\n");
 }
 
 TEST_F(ChangingParts, InfoComparesAPartWithItself) {

@@ -108,7 +108,7 @@ TEST_F(Choice, EveryNameInEveryCommand) {
   for (const std::string part : {"-p", "--part", "--parts"}) {
     for (const std::string variable : {"--variable", "--variables"}) {
       for (const std::string step : {"--step", "--steps"}) {
-        for (const std::string command : {"stats", "values"}) {
+        for (const std::string command : {"info", "stats", "values"}) {
           EXPECT_EQ(run_fldtool({command, path(), part, "2", variable, "p", step, "1"}).status, 0)
               << command << part << variable << step;
         }

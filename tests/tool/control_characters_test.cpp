@@ -81,7 +81,7 @@ TEST_F(ControlCharacters, OfStats) {
 
 TEST_F(ControlCharacters, OfDiff) {
   const std::string text = text_of({"diff", file.path(), other.path()}, 1);
-  expect_in(text, "part fl uid: variable p [2J: values: 1 of 4 differ");
+  expect_in(text, " fl uid): variable p [2J: values: 1 of 4 differ");
 }
 
 TEST_F(ControlCharacters, OfValues) {

@@ -9,6 +9,7 @@
 #include <iterator>
 #include <map>
 #include <regex>
+#include <set>
 #include <spawn.h>
 #include <string>
 #include <sys/wait.h>
@@ -143,6 +144,14 @@ TEST_P(ConvertedSample, ReadsBackAsThePluginGivesIt) {
 
 INSTANTIATE_TEST_SUITE_P(Samples, ConvertedSample, testing::Range(0, 4));
 
+// Files and folders below a folder, relative to it.
+std::set<std::string> files_in(const fs::path& folder) {
+  std::set<std::string> files;
+  for (const fs::directory_entry& entry : fs::recursive_directory_iterator(folder))
+    files.insert(fs::relative(entry.path(), folder).string());
+  return files;
+}
+
 class Convert : public testing::Test {
  protected:
   Convert() : dataset(tool_test::one_of_each_file()), collection(dataset.directory() / "out.pvd") {}
@@ -228,7 +237,7 @@ TEST_F(Convert, LeavesAPartOutWhereAStepLacksIt) {
 
   EXPECT_EQ(run_fldtool({"convert", file, collection.string(), "--parts", "lower"}).status, 0);
   EXPECT_EQ(Composite(steps_of(collection)[1].file).places(), Names{});
-  EXPECT_TRUE(fs::is_empty(dataset.directory() / "out/step_1"));
+  EXPECT_FALSE(fs::exists(dataset.directory() / "out/step_1"));
 }
 
 TEST_F(Convert, CompressesWithoutLoss) {
@@ -294,8 +303,51 @@ TEST_F(Convert, ReplacesWhatWasThere) {
   convert(file, collection, {"--steps", "1", "--parts", "lower"});
   ASSERT_EQ(steps_of(collection).size(), 1U);
   EXPECT_EQ(Composite(steps_of(collection)[0].file).places(), Names{"Volumes/lower"});
-  for (const fs::directory_entry& entry : fs::recursive_directory_iterator(dataset.directory().path()))
-    EXPECT_NE(entry.path().extension(), ".tmp") << entry.path();
+  EXPECT_EQ(files_in(dataset.directory() / "out"),
+            (std::set<std::string>{".fldtool-files", "step_1", "step_1.vtm", "step_1/part_3_lower.vtu"}));
+}
+
+TEST_F(Convert, LeavesWhatItDidNotWrite) {
+  const std::string file = write_series(3);
+  const fs::path out = dataset.directory() / "out";
+  fs::create_directories(out / "step_9");
+  std::ofstream(out / "step_9/part_1_mine.vtu") << "mine";
+  fs::create_directories(out / "step_1.tmp");
+  std::ofstream(collection.string() + ".tmp") << "mine";
+  convert(file, collection);
+  std::ofstream(out / "step_1/mine.txt") << "mine";
+  std::ofstream(out / "step_2/mine.txt") << "mine";
+  convert(file, collection, {"--steps", "1", "--parts", "lower"});
+  EXPECT_EQ(files_in(out), (std::set<std::string>{".fldtool-files", "step_1", "step_1.tmp", "step_1.vtm",
+                                                  "step_1/mine.txt", "step_1/part_3_lower.vtu", "step_2",
+                                                  "step_2/mine.txt", "step_9", "step_9/part_1_mine.vtu"}));
+  EXPECT_TRUE(fs::exists(collection.string() + ".tmp"));
+}
+
+// A list that names other files is not believed.
+TEST_F(Convert, RemovesOnlyFilesOfSteps) {
+  const std::string file = write_series(2);
+  const fs::path out = dataset.directory() / "out";
+  fs::create_directories(out);
+  std::ofstream(out / "keep.txt") << "mine";
+  std::ofstream(out / ".fldtool-files") << "keep.txt\n../s_1.fld\nstep_1/../keep.txt\nstep_7.vtm\n";
+  std::ofstream(out / "step_7.vtm") << "of an earlier run";
+  convert(file, collection);
+  EXPECT_TRUE(fs::exists(out / "keep.txt"));
+  EXPECT_TRUE(fs::exists(dataset.directory() / "s_1.fld"));
+  EXPECT_FALSE(fs::exists(out / "step_7.vtm"));
+}
+
+TEST_F(Convert, RejectsOutputsOfAnotherFormat) {
+  expect_error({"convert", dataset.path(), "x.vtu"}, 2,
+               "x.vtu: cannot write '.vtu' files: OUT is NAME.pvd, or a folder (NAME/)");
+  expect_error({"convert", dataset.path(), ""}, 2,
+               "OUT: the file name is empty (see fldtool convert --help)");
+  EXPECT_FALSE(fs::exists("x.vtu"));
+  const fs::path folder = dataset.directory() / "run.1";
+  const Result result = run_fldtool({"convert", dataset.path(), folder.string()});
+  EXPECT_EQ(result.status, 0) << result.errors;
+  EXPECT_TRUE(fs::exists(folder / "case.pvd"));
 }
 
 TEST_F(Convert, RejectsWrongChoices) {
@@ -342,8 +394,7 @@ TEST_F(Convert, SaysWhenAFileIsFull) {
   const std::size_t size = fread(text, 1, sizeof text - 1, pipe);
   pclose(pipe);
   const std::string said(text, size);
-  EXPECT_TRUE(said.starts_with("fldtool: " + (dataset.directory() / "out/step_0.tmp/part_1_").string()))
-      << said;
+  EXPECT_TRUE(said.starts_with("fldtool: " + (dataset.directory() / "out/step_0/part_1_").string())) << said;
   EXPECT_TRUE(said.ends_with(": cannot write: the file is not complete\n")) << said;
   EXPECT_FALSE(fs::exists(collection));
 }
@@ -380,12 +431,13 @@ TEST_F(Convert, KeepsTheStepsBeforeABrokenOne) {
   testkit::write_file(broken, dataset.directory() / "s_2.fld");
   const Result result = run_fldtool({"convert", file, collection.string(), "--parts", "all"});
   EXPECT_EQ(result.status, 3);
-  EXPECT_TRUE(result.errors.starts_with("fldtool: " + file + ": ")) << result.errors;
+  EXPECT_TRUE(result.errors.starts_with("fldtool: " + (dataset.directory() / "s_2.fld").string() + ": "))
+      << result.errors;
   EXPECT_EQ(std::count(result.errors.begin(), result.errors.end(), '\n'), 1) << result.errors;
   host_test::Reader reader;
   reader.session().open(file);
   expect_steps(collection, reader.session(), {0, 1});
-  EXPECT_FALSE(fs::exists(dataset.directory() / "out/step_2.tmp"));
+  EXPECT_EQ(files_in(dataset.directory() / "out").count("step_2"), 0U);
 }
 
 // Without the whole mesh.
@@ -418,7 +470,7 @@ TEST_P(InterruptedConvert, LeavesTheStepsDone) {
   } else {
     EXPECT_EQ(WEXITSTATUS(status), 130);
     for (const fs::directory_entry& entry : fs::directory_iterator(directory / "out"))
-      EXPECT_NE(entry.path().extension(), ".tmp") << entry.path();
+      EXPECT_FALSE(entry.path().filename().string().starts_with(".step")) << entry.path();
   }
   const std::vector<CollectionStep> steps = steps_of(collection);
   EXPECT_GE(steps.size(), 1U);

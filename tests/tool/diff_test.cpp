@@ -65,8 +65,9 @@ TEST_F(Diff, ValuesWhereTheyDifferFirstAndMost) {
   p[2] = 2.5;
   p[7] = 0;
   expect(other,
-         {"step 0: part ALL_ELEMENTS: variable p: values: 2 of 11 differ, first node 3 (2, 2.5), most node 8 "
-          "(7, 0)"},
+         {"step 0: part 5 (whole ALL_ELEMENTS): variable p: values: 2 of 11 differ; first node 3: 2 -> 2.5; "
+          "most node 8: "
+          "7 -> 0"},
          {"-p", "whole"});
 }
 
@@ -77,9 +78,12 @@ TEST_F(Diff, WithinTolerance) {
   p[1] = 1.25;
   expect(other, {}, {"--abs", "0.5"});
   expect(other, {}, {"--rel", "0.2"});
-  expect(other, {"step 0: part ALL_ELEMENTS: variable p: values: 1 of 11 differ, first node 11 (10, 10.5)"},
-         {"-p", "whole", "--abs", "0.25"});
-  expect(other, {"step 0: part ALL_ELEMENTS: variable p: values: 1 of 11 differ, first node 2 (1, 1.25)"},
+  expect(
+      other,
+      {"step 0: part 5 (whole ALL_ELEMENTS): variable p: values: 1 of 11 differ; first node 11: 10 -> 10.5"},
+      {"-p", "whole", "--abs", "0.25"});
+  expect(other,
+         {"step 0: part 5 (whole ALL_ELEMENTS): variable p: values: 1 of 11 differ; first node 2: 1 -> 1.25"},
          {"-p", "whole", "--rel", "0.1"});
 }
 
@@ -88,13 +92,14 @@ TEST_F(Diff, UndefinedAndNotANumberEqualThemselvesOnly) {
   reals(other, "LS_Scalar:p", 2)[1] = kUndefined;
   reals(other, "LS_Scalar:p", 2)[2] = 100;
   expect(other,
-         {"step 0: part ALL_ELEMENTS: variable p: values: 2 of 11 differ, first node 2 (1, undefined), most "
-          "node 2 (1, undefined)"},
+         {"step 0: part 5 (whole ALL_ELEMENTS): variable p: values: 2 of 11 differ; first node 2: 1 -> "
+          "undefined; most "
+          "node 2: 1 -> undefined"},
          {"-p", "whole"});
   reals(other, "LS_Scalar:p", 2)[1] = std::nan("");
   reals(other, "LS_Scalar:p", 2)[2] = 2;
   expect(other,
-         {"step 0: part ALL_ELEMENTS: variable p: values: 1 of 11 differ, first node 2 (1, not a number)"},
+         {"step 0: part 5 (whole ALL_ELEMENTS): variable p: values: 1 of 11 differ; first node 2: 1 -> NaN"},
          {"-p", "whole"});
   const std::string path = write(other, "nan.fld");
   EXPECT_EQ(run_fldtool({"diff", path, path}).status, 0);
@@ -107,8 +112,10 @@ TEST_F(Diff, InfiniteValuesEqualThemselvesOnly) {
        {std::vector<std::string>{}, {"--rel", "0.5"}, {"--abs", "1000"}, {"--rel", "2", "--abs", "5"}}) {
     std::vector<std::string> options = {"-p", "whole"};
     options.insert(options.end(), tolerance.begin(), tolerance.end());
-    expect(other, {"step 0: part ALL_ELEMENTS: variable p: values: 1 of 11 differ, first node 4 (3, -inf)"},
-           options);
+    expect(
+        other,
+        {"step 0: part 5 (whole ALL_ELEMENTS): variable p: values: 1 of 11 differ; first node 4: 3 -> -inf"},
+        options);
   }
   const std::string path = write(other, "infinite.fld");
   EXPECT_EQ(run_fldtool({"diff", path, path, "--rel", "0.5"}).status, 0);
@@ -153,8 +160,9 @@ TEST_F(Diff, CoordinatesAndConnectivity) {
   EXPECT_EQ(connectivity["list"]["first"]["entry"], 1);
   EXPECT_EQ(found["problems"], json::array());
   expect(other,
-         {"step 0: part ALL_ELEMENTS: coordinates x: 1 of 11 differ, first node 5 (0, 0.5)",
-          "step 0: part ALL_ELEMENTS: connectivity hex: 2 of 8 differ, first element 4 entry 1 (1, 2)"},
+         {"step 0: part 5 (whole ALL_ELEMENTS): coordinates x: 1 of 11 differ; first node 5: 0 -> 0.5",
+          "step 0: part 5 (whole ALL_ELEMENTS): connectivity hex: 2 of 8 differ; first element 4 entry 1: 1 "
+          "-> 2"},
          {"-p", "whole", "--variables", "p"});
 }
 
@@ -166,8 +174,9 @@ TEST_F(Diff, PartsAndVariablesThatOneLacks) {
   set.remove("LS_VolumeGeometry");
   const Result result = run_fldtool({"diff", write(one_of_each_file(), "a.fld"), write(other, "b.fld")});
   EXPECT_EQ(result.status, 1);
-  for (const char* line : {"part lower: volume, missing\n", "variable p: scalar per node, missing\n",
-                           "variable q: missing, scalar per node\n"}) {
+  for (const char* line :
+       {"part 3 (volume lower): volume -> missing\n", "variable p: scalar per node -> missing\n",
+        "variable q: missing -> scalar per node\n"}) {
     EXPECT_NE(result.output.find(line), std::string::npos) << line << result.output;
   }
 }
@@ -176,8 +185,8 @@ TEST_F(Diff, CountsOfNodesAndElements) {
   const std::string one = write(testkit::file_of(testkit::one_tetrahedron()), "one.fld");
   const Result result = run_fldtool({"diff", write(one_of_each_file(), "a.fld"), one, "-p", "whole"});
   EXPECT_EQ(result.status, 1);
-  for (const char* line :
-       {"step 0: part ALL_ELEMENTS: nodes: 11, 4\n", "step 0: part ALL_ELEMENTS: elements hex: 1, 0\n"}) {
+  for (const char* line : {"step 0: parts 5 and 3 (whole ALL_ELEMENTS): nodes: 11 -> 4\n",
+                           "step 0: parts 5 and 3 (whole ALL_ELEMENTS): elements hex: 1 -> 0\n"}) {
     EXPECT_NE(result.output.find(line), std::string::npos) << line << result.output;
   }
 }
@@ -204,15 +213,16 @@ class DiffOfSeries : public Diff {
 TEST_F(DiffOfSeries, AllStepsWithoutOptions) {
   const Result result = run_fldtool({"diff", s(), t()});
   EXPECT_EQ(result.status, 1);
-  EXPECT_EQ(result.output, "steps: 3, 2\nstep 1: time: 0.5, 0.25\n2 differences\n");
+  EXPECT_EQ(result.output, "steps: 3 -> 2\nstep 1: time: 0.5 -> 0.25\n2 differences\n");
 }
 
 TEST_F(DiffOfSeries, TwoStepsOfOneDataset) {
   const Result result = run_fldtool({"diff", s(), "--step", "1", "--step-b", "2", "-p", "whole"});
   EXPECT_EQ(result.status, 1);
   EXPECT_EQ(result.output,
-            "steps 1 and 2: part ALL_ELEMENTS: variable p: values: 10 of 11 differ, first node 2 (101, 201), "
-            "most node 2 (101, 201)\n1 difference\n");
+            "steps 1 and 2: part 5 (whole ALL_ELEMENTS): variable p: values: 10 of 11 differ; first node 2: "
+            "101 -> 201; "
+            "most node 2: 101 -> 201\n1 difference\n");
   EXPECT_EQ(run_fldtool({"diff", s(), "--step", "2", "--step-b", "2"}).status, 0);
 }
 
@@ -264,10 +274,11 @@ TEST_F(DiffOfSeries, AStepThatCannotBeReadIsNotCompared) {
   write(broken, "t_1.fld");
   const Result result = run_fldtool({"diff", s(), t(), "--step", "1"});
   EXPECT_EQ(result.status, 3);
-  EXPECT_EQ(result.errors.find("fldtool: " + t() + ": step 1: "), 0U) << result.errors;
+  const std::string file = (directory / "t_1.fld").string();
+  EXPECT_EQ(result.errors.find("fldtool: " + file + ": step 1: "), 0U) << result.errors;
   EXPECT_EQ(result.output, "no differences in what could be read\n");
   const json found = json::parse(run_fldtool({"diff", s(), t(), "--step", "1", "--json"}).output);
-  EXPECT_EQ(found["problems"][0]["file"], t());
+  EXPECT_EQ(found["problems"][0]["file"], file);
 }
 
 TEST_F(DiffOfSeries, AFullDiskAndATerminal) {

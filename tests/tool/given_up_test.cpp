@@ -38,15 +38,16 @@ class GivenUp : public testing::Test {
   }
 
   std::string path() const { return (directory / "g_0.fld").string(); }
+  std::string failing() const { return (directory / "g_2.fld").string(); }
 
   static void expect_reason(const std::string& reason) {
     EXPECT_TRUE(reason.starts_with("step 2: the reader gave up: ")) << reason;
     EXPECT_TRUE(reason.ends_with("Assertion `ref_fldfile' failed.")) << reason;
   }
-  // The last line, which is about the dataset.
+  // The last line, which is about the file of the step.
   void expect_error(const Result& result) const {
     EXPECT_EQ(result.status, 3);
-    const std::string beginning = "fldtool: " + path() + ": ";
+    const std::string beginning = "fldtool: " + failing() + ": ";
     ASSERT_TRUE(result.errors.starts_with(beginning)) << result.errors;
     ASSERT_TRUE(result.errors.ends_with("\n")) << result.errors;
     expect_reason(result.errors.substr(beginning.size(), result.errors.size() - beginning.size() - 1));
@@ -63,7 +64,9 @@ TEST_F(GivenUp, InfoShowsTheStepsBefore) {
   EXPECT_EQ(found["all_steps"][1]["step"], 1);
   EXPECT_EQ(found["all_steps"][1]["variables"][0]["ranges"][0]["maximum"], 1.0);
   ASSERT_EQ(found["problems"].size(), 1U);
-  expect_reason(found["problems"][0]);
+  const std::string problem = found["problems"][0];
+  ASSERT_TRUE(problem.starts_with(failing() + ": ")) << problem;
+  expect_reason(problem.substr(failing().size() + 2));
   const Result text = run_fldtool({"info", path(), "--all-steps"});
   expect_error(text);
   EXPECT_NE(text.output.find("\nvariables at step 1 (time 0.5)\n"), std::string::npos) << text.output;
@@ -76,7 +79,9 @@ TEST_F(GivenUp, StatsHaveTheStepsBefore) {
   ASSERT_EQ(found["steps"].size(), 2U);
   EXPECT_EQ(found["steps"][1]["variables"][0]["parts"][0]["components"][0]["mean"], 1.0);
   ASSERT_EQ(found["problems"].size(), 1U);
-  expect_reason(found["problems"][0]);
+  const std::string problem = found["problems"][0];
+  ASSERT_TRUE(problem.starts_with(failing() + ": ")) << problem;
+  expect_reason(problem.substr(failing().size() + 2));
   const json last = json::parse(run_fldtool({"stats", path(), "--json", "--steps", "2-3"}).output);
   EXPECT_EQ(last["steps"], json::array());
 }
@@ -87,7 +92,7 @@ TEST_F(GivenUp, DiffComparesTheStepsBefore) {
   const json found = json::parse(result.output);
   EXPECT_EQ(found["differences"], json::array());
   ASSERT_EQ(found["problems"].size(), 1U);
-  EXPECT_EQ(found["problems"][0]["file"], path());
+  EXPECT_EQ(found["problems"][0]["file"], failing());
   expect_reason(found["problems"][0]["reason"]);
   const Result steps = run_fldtool({"diff", path(), "--step", "2", "--step-b", "0"});
   EXPECT_EQ(steps.status, 3);
@@ -97,7 +102,8 @@ TEST_F(GivenUp, DiffComparesTheStepsBefore) {
 TEST_F(GivenUp, ACommandForOneStepSaysWhy) {
   const Result result = run_fldtool({"values", path(), "--step", "2", "-p", "1", "--variable", "p"});
   EXPECT_EQ(result.status, 3);
-  EXPECT_TRUE(result.errors.starts_with("fldtool: " + path() + ": the reader gave up: ")) << result.errors;
+  EXPECT_TRUE(result.errors.starts_with("fldtool: " + failing() + ": step 2: the reader gave up: "))
+      << result.errors;
   EXPECT_EQ(result.output, "");
   EXPECT_EQ(run_fldtool({"values", path(), "--step", "3", "-p", "1", "--variable", "p"}).status, 0);
 }

@@ -73,11 +73,15 @@ TEST_F(Replaced, TheOldOneStaysWhenItIsNot) {
   EXPECT_EQ(count(), 1U);
 }
 
-TEST_F(Replaced, WhatAKilledProgramLeftIsNoHindrance) {
-  make(path.string() + ".tmp", "half");
+TEST_F(Replaced, FilesBesideItStay) {
+  const std::string taken = "." + path.filename().string() + "." + std::to_string(getpid()) + "-0";
+  make(path.string() + ".tmp", "the user's");
+  make(directory / taken, "left by a program that was killed");
   replace_file(path, "new");
   EXPECT_EQ(text_of(path), "new");
-  EXPECT_EQ(count(), 1U);
+  EXPECT_EQ(text_of(path.string() + ".tmp"), "the user's");
+  EXPECT_EQ(text_of(directory / taken), "left by a program that was killed");
+  EXPECT_EQ(count(), 3U);
 }
 
 TEST_F(Replaced, KeepsThePermissions) {

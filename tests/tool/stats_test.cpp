@@ -1,15 +1,20 @@
 // fldtool stats: ranges, means and counts of values, on good, broken and empty input.
 #include "gtest/gtest.h"
+#include <algorithm>
 #include <cmath>
 #include <csignal>
+#include <cstddef>
+#include <sstream>
 #include <string>
 #include <vector>
 
 #include "nlohmann/json.hpp"
+#include "samples/sector.h"
 #include "testkit/box_dataset.h"
 #include "testkit/file_writer.h"
 #include "testkit/quantity.h"
 #include "testkit/small_meshes.h"
+#include "testkit/temporary_directory.h"
 #include "tests/tool/run_fldtool.h"
 #include "tests/tool/tool_datasets.h"
 
@@ -41,6 +46,10 @@ json stats(const std::string& path, std::vector<std::string> options = {}) {
 
 constexpr double kUndefined = 1.0e30;  // as the writer marks it
 
+json place(int row, const std::vector<double>& coordinates) {
+  return {{"row", row}, {"coordinates", coordinates}};
+}
+
 TEST(Stats, ScalarsAndVectorsWithMagnitude) {
   const OneFile file(
       tetrahedron_with({1, 2, kUndefined, std::nan("")}, {3, 0, kUndefined, -3}, {4, 0, 0, 0}));
@@ -62,7 +71,10 @@ TEST(Stats, ScalarsAndVectorsWithMagnitude) {
                                                                   {"maximum", 2.0},
                                                                   {"mean", 1.5},
                                                                   {"undefined", 1},
-                                                                  {"not_numbers", 1}}}));
+                                                                  {"not_numbers", 1},
+                                                                  {"deviation", 0.5},
+                                                                  {"minimum_at", place(1, {0, 0, 0})},
+                                                                  {"maximum_at", place(2, {1, 0, 0})}}}));
   const json& vector = variables[1]["parts"][0]["components"];
   ASSERT_EQ(vector.size(), 4U);
   EXPECT_EQ(vector[0]["component"], "x");
@@ -73,7 +85,10 @@ TEST(Stats, ScalarsAndVectorsWithMagnitude) {
                              {"maximum", 5.0},
                              {"mean", 8.0 / 3.0},
                              {"undefined", 1},
-                             {"not_numbers", 0}}));
+                             {"not_numbers", 0},
+                             {"deviation", std::sqrt(38.0 / 9.0)},
+                             {"minimum_at", place(2, {1, 0, 0})},
+                             {"maximum_at", place(1, {0, 0, 0})}}));
 }
 
 TEST(Stats, TextForPeople) {
@@ -82,20 +97,82 @@ TEST(Stats, TextForPeople) {
       run_fldtool({"stats", file.path(), "-p", "ALL_ELEMENTS", "--variables", "p", "--histogram", "2"});
   EXPECT_EQ(result.status, 0);
   EXPECT_EQ(result.errors, "");
-  const std::string number = result.output.substr(result.output.find("ALL_ELEMENTS") - 3, 1);
-  EXPECT_EQ(
-      result.output,
-      "step 0 (time 0)\n"
-      "  p, Pressure, per node\n"
-      "    part  name                      of             values  undefined  not numbers      minimum      "
-      "maximum         mean\n"
-      "       " +
-          number +
-          "  ALL_ELEMENTS                                  4          0            0            1            "
-          "6  "
-          "          3\n"
-          "                     1 to 3.5                   3  ########################################\n"
-          "                   3.5 to 6                     1  ##############\n");
+  for (const char* line :
+       {"step 0 (time 0)\n  p, Pressure, per node\n",
+        "    part  name                  of           values  undefined     NaN      minimum      maximum    "
+        "     "
+        "mean    deviation\n",
+        "  ALL_ELEMENTS                            4          0       0            1            6            "
+        "3 "
+        "     "
+        "1.87083\n",
+        "\n          minimum at node 1 (0, 0, 0), maximum at node 4 (0, 0, 1)\n",
+        "\n                     1 to 3.5                   3  ########################################\n"
+        "                   3.5 to 6                     1  ##############\n"}) {
+    EXPECT_NE(result.output.find(line), std::string::npos) << line << result.output;
+  }
+}
+
+TEST(Stats, CommaSeparated) {
+  const OneFile file(tetrahedron_with({1, 2, 3, 6}, {3, 0, 0, 0}, {4, 0, 0, 0}));
+  const Result result =
+      run_fldtool({"stats", file.path(), "--csv", "-p", "ALL_ELEMENTS", "--variables", "p,v.magnitude"});
+  EXPECT_EQ(result.status, 0) << result.errors;
+  const std::string header =
+      "step,time,part,kind,name,variable,component,per,availability,values,undefined,nan,minimum,maximum,"
+      "mean,"
+      "deviation,axes,minimum_at,minimum_x,minimum_y,minimum_z,maximum_at,maximum_x,maximum_y,maximum_z\n";
+  ASSERT_TRUE(result.output.starts_with(header)) << result.output;
+  const auto fields = [](const std::string& line) { return std::count(line.begin(), line.end(), ','); };
+  std::istringstream lines(result.output.substr(header.size()));
+  std::string p;
+  std::string v;
+  std::getline(lines, p);
+  std::getline(lines, v);
+  EXPECT_TRUE(
+      p.ends_with(",whole,ALL_ELEMENTS,p,,node,given,4,0,0,1,6,3,1.8708286933869707,x y z,1,0,0,0,4,0,0,1"))
+      << p;
+  EXPECT_TRUE(
+      v.ends_with(",whole,ALL_ELEMENTS,v,magnitude,node,given,4,0,0,0,5,1.25,2.165063509461097,x y z,"
+                  "2,1,0,0,1,0,0,0"))
+      << v;
+  EXPECT_EQ(fields(p), fields(header));
+  EXPECT_EQ(fields(v), fields(header));
+  EXPECT_FALSE(std::getline(lines, p));
+}
+
+TEST(Stats, CommaSeparatedWithoutNumbersHasEmptyFields) {
+  const OneFile file(
+      tetrahedron_with({kUndefined, kUndefined, kUndefined, kUndefined}, {3, 0, 0, 0}, {4, 0, 0, 0}));
+  const std::string output =
+      run_fldtool({"stats", file.path(), "--csv", "-p", "whole", "--variables", "p"}).output;
+  const std::size_t line = output.find('\n') + 1;
+  EXPECT_EQ(std::count(output.begin(), output.begin() + static_cast<std::ptrdiff_t>(line), ','),
+            std::count(output.begin() + static_cast<std::ptrdiff_t>(line), output.end(), ','))
+      << output;
+}
+
+TEST(Stats, AMinimumPerElementIsAtItsCentre) {
+  const OneFile file(one_of_each_file());
+  const json found = stats(file.path(), {"-p", "whole", "--variables", "MatOfElements"});
+  const json& component = found["steps"][0]["variables"][0]["parts"][0]["components"][0];
+  EXPECT_EQ(component["minimum_at"]["row"], 3);
+  EXPECT_EQ(component["minimum_at"]["coordinates"], json({1.3333334, 0.5, 0.5}));
+  EXPECT_EQ(component["maximum_at"], place(1, {1.125, 0.5, 1.25}));
+}
+
+TEST(Stats, CoordinatesOfACylindricalMeshHaveTheirNames) {
+  const testkit::TemporaryDirectory directory;
+  const std::string file = samples::sector::write(directory.path()).file.string();
+  const Result whole = run_fldtool({"stats", file, "-p", "whole", "--variables", "1"});
+  EXPECT_NE(whole.output.find("minimum at node "), std::string::npos) << whole.output;
+  EXPECT_NE(whole.output.find(" (r "), std::string::npos) << whole.output;
+  const Result surfaces = run_fldtool({"stats", file, "-p", "surfaces", "--variables", "1"});
+  EXPECT_EQ(surfaces.output.find(" (r "), std::string::npos) << surfaces.output;
+  EXPECT_TRUE(run_fldtool({"values", file, "-p", "whole", "--variable", "1", "--rows", "1"})
+                  .output.starts_with("node,r,theta,z,"));
+  EXPECT_TRUE(run_fldtool({"values", file, "-p", "1", "--variable", "1", "--rows", "1"})
+                  .output.starts_with("node,x,y,z,"));
 }
 
 TEST(Stats, HistogramsInJson) {
@@ -160,10 +237,11 @@ TEST(Stats, ValuesThatCannotBeRead) {
     testkit::write_file(file, directory / ("case_" + std::to_string(cycle) + ".fld"));
   }
   const std::string path = (directory / "case_1.fld").string();
+  const std::string second = (directory / "case_2.fld").string();
   const std::vector<std::string> arguments = {"stats", path, "--simplify", "--variables", "p", "-p", "whole"};
   const Result text = run_fldtool(arguments);
   EXPECT_EQ(text.status, 3);
-  EXPECT_EQ(text.errors, "fldtool: " + path + ": variable p at step 1: error : failed to seek fld file.\n");
+  EXPECT_EQ(text.errors, "fldtool: " + second + ": step 1: variable p: error : failed to seek fld file.\n");
   EXPECT_NE(text.output.find("failed: error : failed to seek fld file.\n"), std::string::npos) << text.output;
   std::vector<std::string> with_json = arguments;
   with_json.emplace_back("--json");
@@ -173,7 +251,8 @@ TEST(Stats, ValuesThatCannotBeRead) {
   EXPECT_EQ(failed["availability"], "failed");
   EXPECT_EQ(failed["reason"], "error : failed to seek fld file.");
   EXPECT_EQ(failed["components"], json::array());
-  EXPECT_EQ(found["problems"], json::array({"variable p at step 1: error : failed to seek fld file."}));
+  EXPECT_EQ(found["problems"],
+            json::array({second + ": step 1: variable p: error : failed to seek fld file."}));
 }
 
 TEST(Stats, AStepThatCannotBeReadIsLeftOut) {
@@ -185,7 +264,7 @@ TEST(Stats, AStepThatCannotBeReadIsLeftOut) {
     testkit::write_file(file, directory / ("case_" + std::to_string(cycle) + ".fld"));
   }
   const std::string path = (directory / "case_1.fld").string();
-  const std::string beginning = "fldtool: " + path + ": step 1: ";
+  const std::string beginning = "fldtool: " + (directory / "case_2.fld").string() + ": step 1: ";
   const std::string reason = "FAILED TO READ GEOMETRY DATA IN " + (directory / "case_2.fld").string() + ".";
   const Result result = run_fldtool({"stats", path, "--variables", "p", "-p", "whole"});
   EXPECT_EQ(result.status, 3);

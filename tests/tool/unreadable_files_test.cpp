@@ -141,14 +141,15 @@ TEST_F(UnreadableFiles, AQuantityThatCannotBeReadLeavesTheRest) {
   EXPECT_EQ(run_fldtool({"info", path, "--step", "1"}).status, 0);
   const Result result = run_fldtool({"info", path, "--step", "1", "--simplify", "--ranges"});
   EXPECT_EQ(result.status, 3);
-  EXPECT_EQ(result.errors, "fldtool: " + path + ": variable p at step 1: error : failed to seek fld file.\n");
+  EXPECT_EQ(result.errors, "fldtool: " + (directory / "case_2.fld").string() +
+                               ": step 1: variable p: error : failed to seek fld file.\n");
   EXPECT_NE(result.output.find("failed: error : failed to seek fld file."), std::string::npos)
       << result.output;
   EXPECT_NE(result.output.find("MatOfElements"), std::string::npos) << result.output;
   const Result values =
       run_fldtool({"values", path, "--step", "1", "--simplify", "-p", "1", "--variable", "p"});
   EXPECT_EQ(values.status, 3);
-  EXPECT_EQ(values.errors, "fldtool: " + path + ": error : failed to seek fld file.\n");
+  EXPECT_EQ(values.errors, result.errors);
 }
 
 TEST_F(UnreadableFiles, AStepWhoseGeometryCannotBeRead) {
@@ -171,6 +172,37 @@ TEST_F(UnreadableFiles, AStepWhoseGeometryCannotBeRead) {
   EXPECT_EQ(summary.status, 3);
   EXPECT_NE(summary.errors.find("step 1: "), std::string::npos) << summary.errors;
   EXPECT_NE(summary.output.find("variables at step 0"), std::string::npos) << summary.output;
+}
+
+// A damaged or missing file of a series is named, whichever file the command was given.
+TEST_F(UnreadableFiles, TheFileOfASeriesIsNamed) {
+  testkit::File file = tool_test::one_of_each_file();
+  for (int cycle = 0; cycle < 3; ++cycle) {
+    file.header.set_cycle(cycle, cycle);
+    testkit::write_file(file, directory / ("case_" + std::to_string(cycle) + ".fld"));
+  }
+  const std::string given = (directory / "case_0.fld").string();
+  const std::string cut = (directory / "case_1.fld").string();
+  std::filesystem::resize_file(cut, std::filesystem::file_size(cut) / 2);
+  for (const std::string command : {"stats", "info"}) {
+    const Result result = run_fldtool({command, given});
+    EXPECT_EQ(result.status, 3);
+    EXPECT_TRUE(result.errors.starts_with("fldtool: " + cut + ": ")) << result.errors;
+  }
+}
+
+TEST_F(UnreadableFiles, AMissingFirstFileIsNotTheOneGiven) {
+  testkit::File file = tool_test::one_of_each_file();
+  file.region_sets.front().remove("LS_Nodes");
+  file.region_sets.front().remove("LS_Elements");
+  for (int cycle = 1; cycle < 3; ++cycle) {
+    file.header.set_cycle(cycle, cycle);
+    testkit::write_file(file, directory / ("case_" + std::to_string(cycle) + ".fld"));
+  }
+  const Result result = run_fldtool({"stats", (directory / "case_2.fld").string()});
+  EXPECT_EQ(result.status, 3);
+  EXPECT_TRUE(result.errors.starts_with("fldtool: " + (directory / "case_1.fld").string() + ": "))
+      << result.errors;
 }
 
 }  // namespace
