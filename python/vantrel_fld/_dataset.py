@@ -73,7 +73,6 @@ class Dataset:
         # Times are single precision: the shortest number that says the same is what the solver meant.
         self._times = [float(str(np.float32(time))) for time in self._core.times()]
         self._geometry_steps = self._core.geometry_steps()
-        self._changing = self._core.changing_geometry()
         self._infos: dict[int, list[PartInfo]] = {}
         self._meshes = SharedMeshes(self)
 

@@ -40,8 +40,7 @@ class SharedMeshes:
         geometry = self._dataset._geometry_steps[index]
         of, held = self._cells.get(info.identity, (None, {}))
         old = {shape: array for shape, array in ((s, ref()) for s, ref in held.items()) if array is not None}
-        is_current = of == geometry or self._dataset._changing != "connectivity"
-        if old and len(old) == len(held) and is_current:
+        if old and len(old) == len(held) and of == geometry:
             return old
         new = self._dataset._core.cells(index, info.number)
         for shape, array in new.items():
