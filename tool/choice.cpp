@@ -155,7 +155,10 @@ void add_component(host::Session& session, const Items& items, const std::string
 
 CLI::Option* add_list_option(CLI::App& command, const std::string& names, std::vector<std::string>& lists,
                              const std::string& description) {
-  return command.add_option(names, lists, description)->type_name(kListType)->allow_extra_args(false);
+  CLI::Option* option =
+      command.add_option(names, lists, description)->type_name(kListType)->allow_extra_args(false);
+  if (!lists.empty()) option->default_str(fmt::format("{}", fmt::join(lists, ",")));
+  return option;
 }
 
 CLI::Option* add_steps_option(CLI::App& command, std::vector<std::string>& lists,

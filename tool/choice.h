@@ -32,7 +32,8 @@ kind and name is meant, whatever its number, and a message tells which parts a s
 
 )";
 
-// Each adds an option with all its names to the command, and stores the lists as they are given.
+// Each adds an option with all its names to the command, and stores the lists as they are given. Lists that
+// are there already are the default, and the help shows it.
 CLI::Option* add_steps_option(CLI::App& command, std::vector<std::string>& lists,
                               const std::string& description, const std::string& names = "--step,--steps");
 CLI::Option* add_parts_option(CLI::App& command, std::vector<std::string>& lists,

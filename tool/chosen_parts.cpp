@@ -5,7 +5,7 @@
 
 #include "fmt/format.h"
 #include "host/text_encoding.h"
-#include "tool/hopeful_write.h"
+#include "tool/best_effort_write.h"
 #include "tool/summary.h"
 
 namespace tool {

@@ -1,7 +1,7 @@
-// Parts that are chosen at one step and found again at others, whose part lists may be different ones.
+// Parts that are chosen at one step and found again at others, whose part lists may differ.
 //
-// A part goes by its kind and name, and where several have both alike by which of them it is. Its number says
-// nothing: it is another one as soon as a step has a part more or less before it.
+// A part is identified by its kind and name, and among parts with the same ones by their order. Numbers do
+// not identify parts: they shift when a step has more or fewer parts.
 #pragma once
 
 #include <cstddef>
@@ -26,7 +26,7 @@ struct PartIdentity {
   }
 };
 
-// Who the session's parts are, in the order of their numbers.
+// The identities of the session's parts, in the order of their numbers.
 std::vector<PartIdentity> part_identities(const host::Session& session);
 
 // The numbers that they have.
@@ -49,8 +49,8 @@ class ChosenParts {
   // The numbers, ascending, of those that the session's step has.
   std::vector<int> at(const host::Session& session) const;
 
-  // Tells, in one line on the standard error stream, which parts the session's step does not have; nothing
-  // when it has all. A step's parts are left out of the work then.
+  // Writes one line to the standard error stream that names the parts which the session's step lacks, if
+  // there are any.
   void tell_missing(const host::Session& session, Progress& progress) const;
 
  private:

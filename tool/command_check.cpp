@@ -21,19 +21,19 @@ namespace tool {
 namespace {
 
 constexpr char kManual[] =
-    R"(Says whether files are whole. It shares no code with the reader, and its memory does not grow with the file.
+    R"(Checks the integrity of files. It shares no code with the reader, and its memory does not grow with the file.
 
 Without --full the structure is checked: identification, version, header, titles and their order, the markers of every
-record, the sizes of all blocks against the counts before them, end rules, the end of the file. That takes no time.
+record, the sizes of all blocks against the counts before them, end rules, the end of the file. This is fast: the data are stepped over.
 
 --full reads everything: indices and codes of elements, faces and regions, counts that have to agree, material numbers,
-names, values that are not a number or infinite, motion. When FILE belongs to a series (a number after an underscore
-before the extension), all files of the series are checked, one by one and against each other; --alone leaves the other
-files out.
+names, values that are NaN or infinite, motion. When FILE belongs to a series (a number after an underscore
+before the extension), all files of the series are checked, one by one and against each other; --alone checks FILE
+only.
 
-One line per finding tells the file, the severity, the number, the offset in bytes, what is wrong and where, what was
-wanted and what was found; docs/findings.md explains every number. The last line for a file sums up. Errors make readers
-refuse or misread the file; warnings are doubtful; notes, shown with --notes, are nothing bad.
+One line per finding gives the file, the severity, the number, the offset in bytes, what is wrong and where, what was
+expected and what was found; docs/findings.md explains every number. The last line for a file is a summary. Errors make readers
+refuse or misread the file; warnings are doubtful; notes, shown with --notes, are harmless.
 
 --json prints one JSON object:
   full          whether the content was checked
@@ -85,11 +85,11 @@ void run_check(const CheckCommand& command) {
 
 void add_check_command(CLI::App& app) {
   const auto command = std::make_shared<CheckCommand>();
-  CLI::App* check = app.add_subcommand("check", "Say whether files are whole");
+  CLI::App* check = app.add_subcommand("check", "Check the integrity of files");
   check->add_option("FILE", command->files, "The files")->required()->check(file_name());
   check->add_flag("--full", command->options.full,
                   "Check the content as well, and the other files of a series");
-  check->add_flag("--alone", command->options.alone, "With --full: leave the other files of a series out");
+  check->add_flag("--alone", command->options.alone, "With --full: do not check the other files of a series");
   check->add_flag("--notes", command->notes, "Show notes too");
   check->add_option("--limit", command->options.limit, "How many findings of one kind to show per file")
       ->check(CLI::Range(std::size_t{1}, std::size_t{1000000}).description(""))

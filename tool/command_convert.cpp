@@ -26,7 +26,7 @@ namespace {
 
 constexpr char kManual[] =
     R"(Writes the dataset that FILE belongs to as VTK files, which ParaView and other programs open. OUT is the file NAME.pvd
-to open, or a folder, in which it is named like FILE. The data go next to it:
+to open, or a folder, in which it is named like FILE. The data files go next to it:
 
   NAME.pvd                      the series: a time and a composite dataset for each step
   NAME/step_N.vtm               the step's parts under Surfaces, Volumes and Whole mesh, the groups of surfaces as folders
@@ -112,7 +112,7 @@ void add_convert_command(CLI::App& app) {
       ->required()
       ->check(file_name());
   add_steps_option(*command, options->steps, "The steps to write (default: all)");
-  add_parts_option(*command, options->parts, "The parts to write")->capture_default_str();
+  add_parts_option(*command, options->parts, "The parts to write");
   add_variables_option(*command, options->variables, "The variables to write (default: all)");
   command
       ->add_option("--precision", options->precision,

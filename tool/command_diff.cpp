@@ -235,7 +235,7 @@ void add_diff_command(CLI::App& app) {
       ->add_option("--rel", options->tolerance.relative, "Numbers may differ by this share of the larger one")
       ->check(tolerance)
       ->capture_default_str();
-  add_parts_option(*command, options->parts, "The parts to compare")->capture_default_str();
+  add_parts_option(*command, options->parts, "The parts to compare");
   add_variables_option(*command, options->variables, "The variables to compare (default: all)");
   command->add_flag("--json", options->json, "Print JSON for programs");
   command->footer(std::string(kManual) + kChoiceText + kExitStatusText);

@@ -18,7 +18,7 @@ namespace tool {
 namespace {
 
 constexpr char kManual[] =
-    R"(Opens the dataset that FILE belongs to and prints what is in it: the steps with their times, cycles and files, the
+    R"(Opens the dataset that FILE belongs to and prints its contents: the steps with their times, cycles and files, the
 parts with node and element counts, their groups, and the variables. No values are read for that.
 
 --ranges adds the bounding boxes of the parts, what moves, and the ranges of the variables over the whole mesh; values that
@@ -28,9 +28,9 @@ before it. --all-steps, or --steps with several, shows the variables of all thes
 move, with ranges. A part counts as moving when its coordinates differ between the first and the last geometry
 step, or between any two with --all-steps; one that only some steps have, between those.
 
-Of a dataset that the reader refuses, the files of the series that have errors are shown, or FILE if none has any: their
-titles with the offsets, as far as the file can be followed, and where that ended; the exit status is 3 all the same.
-'fldtool check' tells more about such files.
+If the reader refuses the dataset, the files of the series that have errors are shown, or FILE if none has: their titles
+with the offsets, as far as the file can be followed, and where that ended. The exit status is 3 then. 'fldtool check' says
+more about such files.
 
 --json prints one JSON object, which follows docs/info.schema.json; bounds, availability and ranges are there with --ranges
 and --all-steps only:
@@ -129,11 +129,10 @@ void run_info(const InfoOptions& options) {
 
 void add_info_command(CLI::App& app) {
   const auto options = std::make_shared<InfoOptions>();
-  CLI::App* command = app.add_subcommand("info", "Print what is in a dataset");
+  CLI::App* command = app.add_subcommand("info", "Print the contents of a dataset");
   add_dataset_options(*command, options->dataset);
-  add_steps_option(*command, options->steps, "The step to show; several are shown with ranges")
-      ->capture_default_str();
-  add_parts_option(*command, options->parts, "The parts to show")->capture_default_str();
+  add_steps_option(*command, options->steps, "The step to show; several are shown with ranges");
+  add_parts_option(*command, options->parts, "The parts to show");
   add_variables_option(*command, options->variables, "The variables to show (default: all)");
   command->add_flag("--ranges", options->ranges,
                     "Show boxes, ranges and what moves; reads the values for it");

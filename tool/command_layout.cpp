@@ -21,14 +21,14 @@ namespace tool {
 namespace {
 
 constexpr char kManual[] =
-    R"(Prints what FILE consists of, record by record in file order: the offset and the length in bytes (with the two markers
+    R"(Prints the structure of FILE, record by record in file order: the offset and the length in bytes (with the two markers
 of 4 bytes), what it is, the bytes of an element and the number of elements. Titles stand at the margin, the blocks of a
 section below them, each with its rule record and its data records. Single integers and texts are shown as well. Where
 something is wrong, a line with !! and the number of the finding says so; docs/findings.md explains the numbers. The last
 line says where the file ended, or where reading stopped.
 
 --title shows the header items and sections of that title alone; it may have the wildcards * and ?, and may be given
-several times: --title 'LS_Scalar:*'. One that no title matches is a finding.
+several times: --title 'LS_Scalar:*'. A pattern without a match is a finding.
 
 --json prints one JSON object:
   file, size        the file as given, its bytes
@@ -40,7 +40,7 @@ several times: --title 'LS_Scalar:*'. One that no title matches is a finding.
                     count (elements, if the section's layout tells)
     record          width, count, value (of a single integer or a text)
     end_rule
-    skipped         a record that fits nowhere
+    skipped         a record that belongs to no known section
     problem         number, severity, offset, text, place, wanted, found; no length
   complete          whether reading came to the end
   ended_at          the offset where it ended
@@ -127,9 +127,9 @@ void run_layout(const LayoutOptions& options) {
 
 void add_layout_command(CLI::App& app) {
   const auto options = std::make_shared<LayoutOptions>();
-  CLI::App* command = app.add_subcommand("layout", "Print what a file consists of, with offsets and lengths");
+  CLI::App* command = app.add_subcommand("layout", "Print the structure of a file with offsets and lengths");
   command->add_option("FILE", options->file, "The file")->required()->check(file_name());
-  command->add_option("--title", options->titles, "Show what has this title alone; repeatable")
+  command->add_option("--title", options->titles, "Show only items with this title; repeatable")
       ->allow_extra_args(false);
   command->add_flag("--json", options->json, "Print JSON for programs");
   command->footer(std::string(kManual) + kExitStatusText);

@@ -17,12 +17,12 @@
 #include "host/text_encoding.h"
 #include "render/fonts.h"
 #include "render/scene.h"
+#include "tool/best_effort_write.h"
 #include "tool/choice.h"
 #include "tool/commands.h"
 #include "tool/dataset_options.h"
 #include "tool/exit_status.h"
 #include "tool/file_names.h"
-#include "tool/hopeful_write.h"
 #include "tool/interrupt.h"
 #include "tool/output.h"
 #include "tool/picture_parts.h"
@@ -338,7 +338,7 @@ void add_render_command(CLI::App& app) {
       ->add_option("-o,--output", options->output,
                    "The PNG file to write (default: the name of FILE with .png); - is standard output")
       ->check(file_name());
-  add_steps_option(*command, options->steps, "The steps to draw")->capture_default_str();
+  add_steps_option(*command, options->steps, "The steps to draw");
   add_parts_option(*command, options->parts, "The parts to show, in colours");
   add_list_option(*command, "--faint", options->faint, "The parts to show grey and translucent");
   command->add_option("--variable,--variables", options->variable,

@@ -187,7 +187,7 @@ void add_stats_command(CLI::App& app) {
   CLI::App* command = app.add_subcommand("stats", "Print ranges, means and histograms of values");
   add_dataset_options(*command, options->dataset);
   add_steps_option(*command, options->steps, "The steps (default: all)");
-  add_parts_option(*command, options->parts, "The parts")->capture_default_str();
+  add_parts_option(*command, options->parts, "The parts");
   add_variables_option(*command, options->variables, "The variables: NAME, NAME.x, ... (default: all)");
   CLI::Option* histogram =
       command->add_option("--histogram", options->intervals, "Count the values in this many intervals")

@@ -197,7 +197,7 @@ void add_values_command(CLI::App& app) {
   const auto options = std::make_shared<ValuesOptions>();
   CLI::App* command = app.add_subcommand("values", "Print or write the values of variables on parts");
   add_dataset_options(*command, options->dataset);
-  add_steps_option(*command, options->steps, "The steps")->capture_default_str();
+  add_steps_option(*command, options->steps, "The steps");
   add_parts_option(*command, options->parts, "The parts")->required();
   add_variables_option(*command, options->variables, "The variables: NAME, NAME.x, NAME.magnitude")
       ->required();

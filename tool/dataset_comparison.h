@@ -1,4 +1,4 @@
-// Compares two open datasets, step by step, holding one part or one variable of each at a time.
+// Compares two open datasets step by step. Memory: one part or one variable of each at a time.
 #pragma once
 
 #include <cstdint>
@@ -33,7 +33,7 @@ class DatasetComparison {
 
   DatasetComparison(OpenDataset& a, OpenDataset& b, ComparisonChoice choice, Tell tell, Progress progress);
 
-  // Throws CommandError for choices that are none.
+  // Throws CommandError for parts or variables that do not exist.
   void run();
 
   // What could not be read, and so not compared: the file, the step and the reason.

@@ -17,8 +17,7 @@
 namespace tool {
 namespace {
 
-// For the end of a program whose reader was left in the middle of a call: what it holds is in no state to be
-// destroyed.
+// Ends the process without destructors: after a failed assertion the reader's state must not be touched.
 void exit_without_destructors(int status, void* /*unused*/) {
   std::fflush(nullptr);
   _exit(status);
@@ -46,9 +45,8 @@ void add_dataset_options(CLI::App& command, DatasetOptions& options) {
       .add_option("--plugin", options.plugin,
                   "The reader plug-in (default: FLD_PLUGIN, else the folder of fldtool, else ../lib)")
       ->check(file_name());
-  command.add_flag(
-      "--simplify", options.simplify,
-      "Look for the quantities in the first file of a series only: for files that are laid out alike");
+  command.add_flag("--simplify", options.simplify,
+                   "Index the first file of a series alone (for files with the same layout)");
   command.add_flag("--no-groups", options.no_groups, "Do not let the reader group the parts");
   command.add_flag("-v,--verbose", options.verbose,
                    "Show the reader's diagnostics on the standard error stream");
@@ -85,11 +83,11 @@ void OpenDataset::close() {
     if (!session_->is_lost()) session_->close();
     if (verbose_) fmt::print(stderr, "{}", host::message_to_utf8(session_->diagnostics()));
   } catch (const std::exception&) {
-    // The answer stands; a reader that fails to let go changes nothing about it.
+    // An error while closing does not change the result.
     verbose_ = false;
   }
   if (!session_->is_lost()) return;
-  // What is registered last goes first, so this comes before the destructors of the library's globals.
+  // Exit handlers run in reverse order, so this one runs before the destructors of the library's globals.
   static_cast<void>(on_exit(exit_without_destructors, nullptr));
 }
 

@@ -13,7 +13,7 @@ namespace tool {
 struct DatasetOptions {
   std::string file;
   std::string plugin;      // empty: where host::find_plugin looks
-  bool simplify = false;   // the reader's option for series of files that are laid out alike
+  bool simplify = false;   // the reader's option for series of files with the same layout
   bool no_groups = false;  // the reader's option for groups of parts, switched off
   bool verbose = false;    // show the reader's diagnostics
 };
@@ -27,7 +27,7 @@ class OpenDataset {
  public:
   using Globals = host::Library::Globals;
 
-  // A reader serves one dataset at a time: who needs two at once opens the other one with globals of its own.
+  // A reader serves one dataset at a time; open a second one with Globals::own.
   // Throws CommandError when the plug-in cannot be loaded or the file cannot be read.
   explicit OpenDataset(const DatasetOptions& options, Globals globals = Globals::shared);
   OpenDataset(const OpenDataset&) = delete;

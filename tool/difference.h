@@ -8,8 +8,8 @@
 
 namespace tool {
 
-// How far apart values may be and still count as equal: by `absolute`, and by `relative` times the larger of
-// the two. What is infinite equals itself alone.
+// Values are equal when they differ by at most `absolute`, or by at most `relative` times the larger of the
+// two. An infinite value equals itself only.
 struct Tolerance {
   double absolute = 0;
   double relative = 0;
@@ -55,7 +55,7 @@ struct Difference {
   std::optional<DifferingPart> part{};
   std::string variable{};   // UTF-8; empty if it is not about a variable
   std::string component{};  // the axis, or the shape of elements; empty without one
-  std::string a{};          // in words, of what is no list
+  std::string a{};          // in words, unless there is a list
   std::string b{};
   std::string row{};           // of a list: "node" or "element"
   std::size_t row_length = 1;  // entries of a row

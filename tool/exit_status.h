@@ -1,4 +1,4 @@
-// What fldtool tells its caller, and the error that carries it to the end of the program.
+// The exit statuses of fldtool, and the exceptions that end the program with one.
 #pragma once
 
 #include <stdexcept>
@@ -8,17 +8,17 @@ namespace tool {
 
 enum class ExitStatus {
   ok = 0,
-  findings = 1,       // what was asked about is not as it should be, or differs
+  findings = 1,       // check found something, or diff differences
   usage = 2,          // wrong command line
   unreadable = 3,     // the dataset cannot be read
   failure = 4,        // anything that is not one of the others
   interrupted = 130,  // Ctrl-C, as shells count it
 };
 
-// The lines about it in every command's help.
+// For the help of every command.
 inline constexpr char kExitStatusText[] =
-    "Exit status: 0 fine, 1 findings or differences, 2 wrong usage, 3 the file cannot be read,\n"
-    "4 another failure (such as an output that cannot be written), 130 interrupted.";
+    "Exit status: 0 success, 1 findings or differences, 2 usage error, 3 the file cannot be read,\n"
+    "4 any other failure (such as an output that cannot be written), 130 interrupted.";
 
 // Ends the program with a status and the line "fldtool: message".
 class CommandError : public std::runtime_error {
@@ -43,10 +43,10 @@ class CommandError : public std::runtime_error {
   std::string reason_;
 };
 
-// Ends the program with a status and no line: the output has said it all.
+// Ends the program with a status and without a message: the output is enough.
 class QuietExit : public std::runtime_error {
  public:
-  explicit QuietExit(ExitStatus status) : std::runtime_error("told in the output"), status_(status) {}
+  explicit QuietExit(ExitStatus status) : std::runtime_error("see the output"), status_(status) {}
 
   ExitStatus status() const { return status_; }
 

@@ -28,7 +28,7 @@ volatile std::sig_atomic_t has_terminal = 0;
 void note_signal(int /*number*/) {
   if (exits_at_once != 0) exit_interrupted();
   signal_came = 1;
-  // The next one does what it would have done without us.
+  // The next signal has its default effect.
   for (const int number : kSignals) std::signal(number, SIG_DFL);
 }
 
@@ -42,7 +42,7 @@ void catch_interrupts() {
     if (action.sa_handler == SIG_IGN) continue;
     action = {};
     action.sa_handler = note_signal;
-    // Reading and writing go on: it is for the loops to stop.
+    // System calls are restarted; the loops poll and stop.
     action.sa_flags = SA_RESTART;
     sigemptyset(&action.sa_mask);
     sigaction(number, &action, nullptr);

@@ -1,19 +1,19 @@
-// Ctrl-C, and the signal that asks a program to end: the first one lets long work stop where nothing is left
-// half done, the second one ends the program at once.
+// SIGINT (Ctrl-C) and SIGTERM: the first one lets long work stop at a safe point, the second one ends the
+// process at once.
 #pragma once
 
 #include <stdexcept>
 
 namespace tool {
 
-// From now on SIGINT and SIGTERM are noted. One that is ignored already, as behind nohup, stays so.
+// Installs the handlers. A signal that is already ignored, as under nohup, stays ignored.
 void catch_interrupts();
 
 // Whether one of them has come.
 bool interrupted();
 
-// Ends the program with the status of interrupted work. Whoever writes files catches it, or asks
-// `interrupted()`, and leaves only complete ones behind.
+// Ends the program with ExitStatus::interrupted. Code that writes files removes incomplete ones when it
+// passes.
 class Interrupted : public std::runtime_error {
  public:
   Interrupted() : std::runtime_error("interrupted") {}

@@ -6,21 +6,21 @@
 
 #include "CLI/CLI.hpp"
 #include "host/text_encoding.h"
+#include "tool/best_effort_write.h"
 #include "tool/command_line.h"
 #include "tool/commands.h"
 #include "tool/exit_status.h"
-#include "tool/hopeful_write.h"
 #include "tool/interrupt.h"
 
 namespace {
 
-// The status tells the caller also where the line cannot be written.
+// The exit status counts even when the message cannot be written.
 int report(tool::ExitStatus status, const std::string& message) {
   tool::write_if_possible(STDERR_FILENO, "fldtool: " + host::without_controls(message) + "\n");
   return static_cast<int>(status);
 }
 
-// Descriptors 0 to 2 have to be open, so that nothing else gets their numbers; writing to one that was closed
+// Opens descriptors 0 to 2 if they are closed, so that no other file gets their numbers; writing to them then
 // fails.
 void open_standard_streams() {
   int descriptor = 0;
@@ -29,12 +29,14 @@ void open_standard_streams() {
 }
 
 int run(int argc, char** argv) {
-  CLI::App app("Looks into FLD result files (version 4) of flow solvers", "fldtool");
+  CLI::App app("Inspects, compares, converts and draws FLD result files (version 4) of CFD solvers",
+               "fldtool");
   app.set_version_flag("--version", "fldtool " FLDTOOL_VERSION, "Print the version and exit");
   app.set_help_flag("-h,--help", "Print this help and exit");
   app.set_help_all_flag("--help-all", "Print the help of all commands and exit");
   app.require_subcommand(0, 1);
-  app.footer(std::string("'fldtool help COMMAND' tells more.\n\n") + tool::kExitStatusText);
+  app.footer(std::string("'fldtool help COMMAND' prints the manual of a command.\n\n") +
+             tool::kExitStatusText);
   tool::add_info_command(app);
   tool::add_stats_command(app);
   tool::add_values_command(app);

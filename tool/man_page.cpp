@@ -11,7 +11,7 @@
 namespace tool {
 namespace {
 
-// Text that troff takes as it stands.
+// Text with the characters escaped that troff would interpret.
 std::string escaped(std::string_view text) {
   std::string result;
   // A dot or a quote at the beginning of a line would begin a request.
@@ -86,7 +86,7 @@ std::string options_text(const CLI::App& app) {
     std::string entry = names.make_option_name(option, is_positional);
     const bool takes_value = option->get_type_size() != 0;
     if (takes_value && !is_positional) entry += " " + option->get_type_name();
-    if (!option->get_default_str().empty()) entry += " (" + option->get_default_str() + " without it)";
+    if (!option->get_default_str().empty()) entry += " (default: " + option->get_default_str() + ")";
     if (option->get_required() && !is_positional) entry += " (required)";
     text += fmt::format(".TP\n.B {}\n{}\n", escaped(entry), escaped(option->get_description()));
   }

@@ -1,4 +1,4 @@
-// A command's output: the standard output stream or a file, with every failure to write noticed.
+// A command's output: standard output or a file. Every failed write is an error.
 #pragma once
 
 #include <optional>
@@ -9,7 +9,7 @@
 
 namespace tool {
 
-// What a path on the command line means the standard output stream by.
+// Path that stands for standard output.
 inline constexpr char kStandardOutput[] = "-";
 
 class Output {
@@ -21,10 +21,10 @@ class Output {
   // Throws CommandError when the text cannot be written.
   void write(std::string_view text);
 
-  // Must be called last: only now it is known that everything was written. Throws CommandError if it was not.
+  // Must be called last: flushes and closes. Throws CommandError if not everything was written.
   void finish();
 
-  // Whether it goes to a terminal, where other text has to make room.
+  // Whether it goes to a terminal, which it shares with the progress line.
   bool is_terminal() const;
 
  private:

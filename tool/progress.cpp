@@ -7,7 +7,7 @@
 #include <utility>
 
 #include "fmt/format.h"
-#include "tool/hopeful_write.h"
+#include "tool/best_effort_write.h"
 
 namespace tool {
 namespace {

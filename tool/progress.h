@@ -1,4 +1,4 @@
-// How far long work has come: one line on a terminal, drawn over and over, and gone when the work is done.
+// A progress line: on a terminal only, redrawn during long work and erased at its end.
 #pragma once
 
 #include <chrono>

@@ -1,4 +1,4 @@
-// What can still be said about a dataset that the reader refuses, found out without the reader.
+// What can be read of a dataset that the reader refuses; the reader is not used for it.
 #pragma once
 
 #include <cstdint>
@@ -14,7 +14,7 @@ struct FileRemains {
     std::uint64_t offset = 0;
     std::int64_t region_set = -1;  // from 0; -1 before the first one
     std::string title;             // UTF-8
-    bool is_whole = false;         // it came to its end rule, or has no body
+    bool is_whole = false;         // it ends with its end rule, or has no body
   };
 
   std::string file;

@@ -12,7 +12,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// Where symbolic links lead to; there may be nothing.
+// The target of symbolic links, which need not exist.
 fs::path followed(fs::path path) {
   constexpr int kMostLinks = 40;  // as many as the system follows; opening more than those fails
   std::error_code error;

@@ -1,4 +1,4 @@
-// Files that are there completely or not at all.
+// Files that are replaced atomically.
 #pragma once
 
 #include <cstdio>
@@ -8,17 +8,16 @@
 
 namespace tool {
 
-// A file that is written beside its place and gets its name when it is complete, so that whoever reads it
-// finds the old one or the new one. A symbolic link stays one: the file that it leads to is replaced. What is
-// no regular file, such as a device or a pipe, is written to where it is, and so is a file in a folder that
-// takes no others.
+// A file that is written under a temporary name in the same folder and renamed when it is complete, so that a
+// reader of the file sees the old content or the new one. A symbolic link is followed and stays. Devices,
+// pipes and files in folders that are not writable are written in place.
 class ReplacedFile {
  public:
   // Each throws CommandError when the file cannot be made or written.
   explicit ReplacedFile(const std::filesystem::path& path);
   ReplacedFile(const ReplacedFile&) = delete;
   ReplacedFile& operator=(const ReplacedFile&) = delete;
-  // Leaves nothing behind unless the file is finished.
+  // Removes the temporary file unless the file is finished.
   ~ReplacedFile();
 
   void write(std::string_view bytes);
@@ -38,7 +37,7 @@ class ReplacedFile {
   std::unique_ptr<std::FILE, Close> file_;
 };
 
-// Writes a whole file in this way.
+// Writes a whole file like this.
 void replace_file(const std::filesystem::path& path, std::string_view bytes);
 
 }  // namespace tool

@@ -1,4 +1,4 @@
-// What `fldtool info` knows about a dataset, taken out of a session.
+// The contents of a dataset as `fldtool info` shows them.
 #pragma once
 
 #include <optional>

@@ -1,4 +1,4 @@
-// The progress of walks through files, for the library that looks into them.
+// Progress lines for the walks through files in inspect/.
 #pragma once
 
 #include <cstdint>
@@ -10,8 +10,8 @@
 
 namespace tool {
 
-// To be called with the bytes that are done and the size of the file; throws Interrupted when the work shall
-// stop. Each walk has a line of its own.
+// To be called with the bytes that are done and the size of the file; throws Interrupted after a signal. Each
+// walk has its own line.
 class WalkProgress {
  public:
   explicit WalkProgress(std::string what) : what_(std::move(what)) {}

@@ -165,13 +165,13 @@ TEST_F(CommandLine, PrintsVersionAndHelp) {
   EXPECT_EQ(version.output, "fldtool 1.02\n");
   const Result help = run_fldtool({"--help"});
   EXPECT_EQ(help.status, 0);
-  for (const char* word : {"check", "info", "layout", "values", "sample", "Exit status: 0 fine"}) {
+  for (const char* word : {"check", "info", "layout", "values", "sample", "Exit status: 0 success"}) {
     EXPECT_NE(help.output.find(word), std::string::npos) << word;
   }
   for (const char* command : {"check", "info", "layout", "values", "sample"}) {
     const Result manual = run_fldtool({command, "--help"});
     EXPECT_EQ(manual.status, 0);
-    EXPECT_NE(manual.output.find("Exit status: 0 fine"), std::string::npos) << command;
+    EXPECT_NE(manual.output.find("Exit status: 0 success"), std::string::npos) << command;
   }
 }
 

@@ -32,7 +32,7 @@ TEST(Help, IsTheSameInBothWays) {
     EXPECT_EQ(help.status, 0);
     EXPECT_EQ(help.output, run_fldtool({command, "--help"}).output);
     EXPECT_NE(help.output.find("Usage: fldtool " + command + " "), std::string::npos) << help.output;
-    EXPECT_NE(help.output.find("Exit status: 0 fine"), std::string::npos) << help.output;
+    EXPECT_NE(help.output.find("Exit status: 0 success"), std::string::npos) << help.output;
   }
 }
 
@@ -56,13 +56,13 @@ TEST(ManPage, HasEveryCommandWithItsOptions) {
   for (const std::string& command : commands()) {
     EXPECT_NE(page.output.find("\n.SS fldtool " + command + "\n"), std::string::npos) << command;
   }
-  EXPECT_NE(page.output.find("\n.B \\-\\-step,\\-\\-steps LIST ([0] without it)\nThe step to show; several "
+  EXPECT_NE(page.output.find("\n.B \\-\\-step,\\-\\-steps LIST (default: 0)\nThe step to show; several "
                              "are shown with ranges\n"),
             std::string::npos);
   // Said once for all.
-  const std::size_t status = page.output.find("Exit status: 0 fine");
+  const std::size_t status = page.output.find("Exit status: 0 success");
   EXPECT_NE(status, std::string::npos);
-  EXPECT_EQ(page.output.find("Exit status: 0 fine", status + 1), std::string::npos);
+  EXPECT_EQ(page.output.find("Exit status: 0 success", status + 1), std::string::npos);
 }
 
 TEST(ManPage, IsFineForTroff) {
@@ -82,7 +82,7 @@ TEST(ManText, MakesListsOfLinesWithTwoColumns) {
   EXPECT_EQ(tool::man_text("csv  A line,\n     and another.\n"), ".TP\ncsv\nA line,\nand another.\n");
 }
 
-TEST(ManText, LeavesNothingForTroffToTakeAsItsOwn) {
+TEST(ManText, EscapesWhatTroffWouldInterpret) {
   EXPECT_EQ(tool::man_text(".so it\n'begins\n--full \\n\n"), ".PP\n\\&.so it\n\\&'begins\n\\-\\-full \\en\n");
 }
 

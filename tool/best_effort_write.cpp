@@ -1,4 +1,4 @@
-#include "tool/hopeful_write.h"
+#include "tool/best_effort_write.h"
 
 #include <cerrno>
 #include <cstddef>
