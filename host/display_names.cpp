@@ -43,26 +43,38 @@ std::vector<std::string> unique_names(const Items& items, const char* kind, Mark
 
 }  // namespace
 
-std::vector<std::string> part_names(const Session& session) {
-  return unique_names(session.parts(), "part", [](const Part& part) {
+std::vector<std::string> part_names(const std::vector<Part>& parts) {
+  return unique_names(parts, "part", [](const Part& part) {
     return part.kind == PartKind::whole && part.region_set ? "region set " + std::to_string(*part.region_set)
                                                            : std::to_string(part.number);
   });
 }
 
-std::vector<std::string> variable_names(Session& session) {
-  return unique_names(session.variables(), "variable",
+std::vector<std::string> part_names(const Session& session) {
+  return part_names(session.parts());
+}
+
+std::vector<std::string> variable_names(const std::vector<Variable>& variables) {
+  return unique_names(variables, "variable",
                       [](const Variable& variable) { return std::to_string(variable.number); });
 }
 
-std::vector<std::string> labelled_names(Session& session) {
-  const std::vector<std::string> names = variable_names(session);
+std::vector<std::string> variable_names(Session& session) {
+  return variable_names(session.variables());
+}
+
+std::vector<std::string> labelled_names(const std::vector<Variable>& variables) {
+  const std::vector<std::string> names = variable_names(variables);
   std::vector<std::string> labels;
-  for (const Variable& variable : session.variables()) {
+  for (const Variable& variable : variables) {
     if (variable.label.empty()) continue;
     labels.push_back(names[static_cast<std::size_t>(variable.number) - 1] + ": " + xml_text(variable.label));
   }
   return labels;
+}
+
+std::vector<std::string> labelled_names(Session& session) {
+  return labelled_names(session.variables());
 }
 
 std::string unit_of_label(std::string_view label) {

@@ -19,15 +19,15 @@ std::map<std::string, std::size_t> groups_of_surfaces(const std::vector<PartGrou
 
 }  // namespace
 
-std::vector<PartFolder> make_part_tree(Session& session, const std::vector<int>& chosen) {
-  const std::vector<PartGroup> groups = session.metadata().groups;
+std::vector<PartFolder> make_part_tree(const std::vector<Part>& parts, const std::vector<PartGroup>& groups,
+                                       const std::vector<int>& chosen) {
   const std::map<std::string, std::size_t> group_of = groups_of_surfaces(groups);
   PartFolder surfaces{kSurfaces, {}, {}};
   PartFolder volumes{kVolumes, {}, {}};
   PartFolder whole{kWholeMesh, {}, {}};
   for (const PartGroup& group : groups) surfaces.folders.push_back({to_utf8(group.name), {}, {}});
   for (const int number : chosen) {
-    const Part& part = session.part(number);
+    const Part& part = parts.at(static_cast<std::size_t>(number) - 1);
     if (part.kind == PartKind::volume) {
       volumes.parts.push_back(number);
     } else if (part.kind == PartKind::whole) {
@@ -42,6 +42,10 @@ std::vector<PartFolder> make_part_tree(Session& session, const std::vector<int>&
   std::vector<PartFolder> tree{std::move(surfaces), std::move(volumes), std::move(whole)};
   std::erase_if(tree, [](const PartFolder& folder) { return folder.empty(); });
   return tree;
+}
+
+std::vector<PartFolder> make_part_tree(Session& session, const std::vector<int>& chosen) {
+  return make_part_tree(session.parts(), session.metadata().groups, chosen);
 }
 
 std::vector<PartFolder> make_part_tree(Session& session) {

@@ -26,6 +26,10 @@ struct PartFolder {
 // subfolders, and the other surfaces. Every part appears once.
 std::vector<PartFolder> make_part_tree(Session& session, const std::vector<int>& chosen);
 
+// The same for parts and groups that are at hand; `parts` are in the order of their numbers, from 1.
+std::vector<PartFolder> make_part_tree(const std::vector<Part>& parts, const std::vector<PartGroup>& groups,
+                                       const std::vector<int>& chosen);
+
 // For all parts.
 std::vector<PartFolder> make_part_tree(Session& session);
 

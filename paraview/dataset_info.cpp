@@ -2,96 +2,82 @@
 
 #include <algorithm>
 #include <cmath>
-#include <numeric>
-
-#include "host/display_names.h"
-#include "host/text_encoding.h"
-#include "vtk/labels.h"
 
 namespace paraview {
 namespace {
 
-std::vector<VariableInfo> ask_variables(host::Session& session) {
-  const std::vector<std::string> names = host::variable_names(session);
-  std::vector<VariableInfo> variables;
-  for (const host::Variable& variable : session.variables()) {
-    if (variable.kind == host::VariableKind::other || variable.location == host::Location::other) continue;
-    variables.push_back({variable.number, names[static_cast<std::size_t>(variable.number) - 1],
-                         host::unit_of_label(host::to_utf8(variable.label)),
-                         variable.location == host::Location::element});
-  }
-  return variables;
+// How near, relative to it, a time has to be to a step's to mean that step.
+constexpr double kSameTime = 1e-6;
+
+void put_texts(layout::ByteWriter& to, const std::vector<std::string>& texts) {
+  to.put_list(texts, [&](const std::string& text) { to.put_text(text); });
+}
+
+std::vector<std::string> get_texts(layout::ByteReader& from) {
+  return from.list<std::string>([&] { return from.text(); });
 }
 
 }  // namespace
 
 int DatasetInfo::step_at(double time) const {
-  const auto later = std::upper_bound(times.begin(), times.end(), time);
+  const auto later = std::find_if(times.begin(), times.end(), [time](double step) {
+    return step > time && step - time > kSameTime * std::max(std::abs(step), std::abs(time));
+  });
   return later == times.begin() ? 0 : static_cast<int>(later - times.begin()) - 1;
 }
 
-std::vector<PartInfo> ask_parts(const host::Session& session) {
-  const std::vector<std::string> names = host::part_names(session);
-  std::vector<PartInfo> parts;
-  for (const host::Part& part : session.parts()) {
-    parts.push_back(
-        {part.number, names[static_cast<std::size_t>(part.number) - 1], part.kind == host::PartKind::whole});
-  }
-  return parts;
+void put_parts(layout::ByteWriter& to, const std::vector<PartInfo>& parts) {
+  to.put_list(parts, [&](const PartInfo& part) {
+    to.put(part.number);
+    to.put_text(part.name);
+    to.put(part.is_whole_mesh);
+  });
 }
 
-DatasetInfo ask_dataset_info(host::Session& session) {
-  DatasetInfo info;
-  info.parts = ask_parts(session);
-  info.variables = ask_variables(session);
-  const std::vector<float>& times = session.variable_times().times;
-  info.times.assign(times.begin(), times.end());
-  const auto does_not_ascend = [](double a, double b) { return !(a < b); };
-  const auto is_no_number = [](double time) { return !std::isfinite(time); };
-  if (std::any_of(info.times.begin(), info.times.end(), is_no_number) ||
-      std::adjacent_find(info.times.begin(), info.times.end(), does_not_ascend) != info.times.end()) {
-    info.times_are_numbers = true;
-    std::iota(info.times.begin(), info.times.end(), 0.0);
-  }
-  const auto labels = vtkdata::make_labels(session);
-  for (vtkIdType i = 0; i < labels->GetNumberOfValues(); ++i) info.labels.push_back(labels->GetValue(i));
-  return info;
-}
-
-void put(vtkMultiProcessStream& stream, const std::vector<PartInfo>& parts) {
-  put_all(stream, parts,
-          [&](const PartInfo& part) { stream << part.number << part.name << part.is_whole_mesh; });
-}
-
-std::vector<PartInfo> take_parts(vtkMultiProcessStream& stream) {
-  return take_all(stream, [&] {
+std::vector<PartInfo> get_parts(layout::ByteReader& from) {
+  return from.list<PartInfo>([&] {
     PartInfo part;
-    stream >> part.number >> part.name >> part.is_whole_mesh;
+    from.get(part.number);
+    part.name = from.text();
+    from.get(part.is_whole_mesh);
     return part;
   });
 }
 
-void put(vtkMultiProcessStream& stream, const DatasetInfo& info) {
-  put(stream, info.parts);
-  put_all(stream, info.variables, [&](const VariableInfo& variable) {
-    stream << variable.number << variable.name << variable.unit << variable.is_per_cell;
+std::string to_bytes(const DatasetInfo& info) {
+  layout::ByteWriter to;
+  put_texts(to, info.files);
+  put_parts(to, info.parts);
+  to.put_list(info.variables, [&](const VariableInfo& variable) {
+    to.put(variable.number);
+    to.put_text(variable.name);
+    to.put_text(variable.unit);
+    to.put(variable.components);
+    to.put(variable.is_per_cell);
   });
-  put_all(stream, info.times, [&](double time) { stream << time; });
-  stream << info.times_are_numbers;
-  put_all(stream, info.labels, [&](const std::string& label) { stream << label; });
+  to.put_list(info.times, [&](double time) { to.put(time); });
+  to.put(info.times_are_numbers);
+  put_texts(to, info.labels);
+  return to.take();
 }
 
-DatasetInfo take_dataset_info(vtkMultiProcessStream& stream) {
+DatasetInfo dataset_info_from(std::string_view bytes) {
+  layout::ByteReader from(bytes);
   DatasetInfo info;
-  info.parts = take_parts(stream);
-  info.variables = take_all(stream, [&] {
+  info.files = get_texts(from);
+  info.parts = get_parts(from);
+  info.variables = from.list<VariableInfo>([&] {
     VariableInfo variable;
-    stream >> variable.number >> variable.name >> variable.unit >> variable.is_per_cell;
+    from.get(variable.number);
+    variable.name = from.text();
+    variable.unit = from.text();
+    from.get(variable.components);
+    from.get(variable.is_per_cell);
     return variable;
   });
-  info.times = take_all(stream, [&] { return take<double>(stream); });
-  stream >> info.times_are_numbers;
-  info.labels = take_all(stream, [&] { return take<std::string>(stream); });
+  info.times = from.list<double>([&] { return from.get<double>(); });
+  from.get(info.times_are_numbers);
+  info.labels = get_texts(from);
   return info;
 }
 

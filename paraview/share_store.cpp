@@ -1,10 +1,12 @@
 #include "paraview/share_store.h"
 
 #include <algorithm>
-#include <set>
+#include <cstring>
+#include <limits>
 #include <vtkCellData.h>
 #include <vtkDataAssembly.h>
 #include <vtkFieldData.h>
+#include <vtkFloatArray.h>
 #include <vtkInformation.h>
 #include <vtkInformationStringKey.h>
 #include <vtkNew.h>
@@ -12,158 +14,142 @@
 #include <vtkStringArray.h>
 #include <vtkUnstructuredGrid.h>
 
+#include "paraview/hierarchy.h"
+#include "paraview/share_cells.h"
 #include "vtk/part_grid.h"
 
 namespace paraview {
 namespace {
 
-// The attribute that ParaView shows in place of a node's name, whose characters are restricted.
-constexpr char kLabel[] = "label";
-constexpr char kRootName[] = "Parts";
-
-void put(vtkMultiProcessStream& stream, const std::vector<host::PartFolder>& folders) {
-  put_all(stream, folders, [&](const host::PartFolder& folder) {
-    stream << folder.name;
-    put_all(stream, folder.parts, [&](int part) { stream << part; });
-    put(stream, folder.folders);
-  });
+vtkSmartPointer<vtkFloatArray> adopt(parallel::Array<float> values, int components) {
+  auto array = vtkSmartPointer<vtkFloatArray>::New();
+  array->SetNumberOfComponents(components);
+  const auto size = static_cast<vtkIdType>(values.size());
+  if (size > 0) array->SetArray(values.release(), size, 0, vtkFloatArray::VTK_DATA_ARRAY_DELETE);
+  return array;
 }
 
-std::vector<host::PartFolder> take_folders(vtkMultiProcessStream& stream) {
-  return take_all(stream, [&] {
-    host::PartFolder folder;
-    stream >> folder.name;
-    folder.parts = take_all(stream, [&] { return take<int>(stream); });
-    folder.folders = take_folders(stream);
-    return folder;
-  });
+vtkSmartPointer<vtkFloatArray> undefined(vtkIdType tuples, int components) {
+  auto array = vtkSmartPointer<vtkFloatArray>::New();
+  array->SetNumberOfComponents(components);
+  array->SetNumberOfTuples(tuples);
+  std::fill_n(array->GetPointer(0), tuples * components, std::numeric_limits<float>::quiet_NaN());
+  return array;
 }
 
-int add_node(vtkDataAssembly* assembly, int parent, const std::string& node_name, const std::string& label) {
-  const int node = assembly->AddNode(node_name.c_str(), parent);
-  assembly->SetAttribute(node, kLabel, label.c_str());
-  return node;
+void set_identity(vtkDataArray* values, const VariableInfo& variable) {
+  values->SetName(variable.name.c_str());
+  if (!variable.unit.empty())
+    values->GetInformation()->Set(vtkDataArray::UNITS_LABEL(), variable.unit.c_str());
 }
 
-// `name` reduced to the characters allowed in a node name, "_" if none are left.
-std::string node_name_of(const std::string& name) {
-  return vtkDataAssembly::MakeValidNodeName(name.c_str());
-}
-
-// The same for a part, followed by its number if nothing is left or a sibling has the name. Adds it to
-// `siblings`.
-std::string node_name_of(const PartInfo& part, std::set<std::string>& siblings) {
-  const std::string number = std::to_string(part.number);
-  std::string name = node_name_of(part.name);
-  if (name == "_") name += number;
-  while (!siblings.insert(name).second) name += "_" + number;
-  return name;
-}
-
-// Adds nodes for the folders and their parts; `indices` maps part numbers to positions in the collection.
-void add_folders(vtkDataAssembly* assembly, int parent, const std::vector<host::PartFolder>& folders,
-                 const std::map<int, unsigned>& indices, const std::vector<PartInfo>& parts) {
-  for (const host::PartFolder& folder : folders) {
-    const int node = add_node(assembly, parent, node_name_of(folder.name), folder.name);
-    add_folders(assembly, node, folder.folders, indices, parts);
-    std::set<std::string> names;
-    for (const host::PartFolder& inside : folder.folders) names.insert(node_name_of(inside.name));
-    for (const int part : folder.parts) {
-      const unsigned index = indices.at(part);
-      const std::string name = node_name_of(parts[index], names);
-      assembly->AddDataSetIndex(add_node(assembly, node, name, parts[index].name), index);
-    }
+vtkSmartPointer<vtkIdTypeArray> ids_of(const parallel::NodeSet& nodes) {
+  auto ids = vtkSmartPointer<vtkIdTypeArray>::New();
+  ids->SetName("GlobalNodeIds");
+  ids->SetNumberOfValues(static_cast<vtkIdType>(nodes.count));
+  vtkIdType* to = ids->GetPointer(0);
+  for (const parallel::Run run : nodes.runs) {
+    for (vtkIdType node = run.first; node < vtkIdType{run.first} + run.count; ++node) *to++ = node;
   }
+  return ids;
 }
 
 }  // namespace
 
-void put(vtkMultiProcessStream& stream, const StepPlan& plan) {
-  put(stream, plan.parts);
-  put(stream, plan.folders);
-  put_all(stream, plan.variables, [&](int variable) { stream << variable; });
-  stream << plan.is_other_step;
-}
-
-StepPlan take_step_plan(vtkMultiProcessStream& stream) {
-  StepPlan plan;
-  plan.parts = take_parts(stream);
-  plan.folders = take_folders(stream);
-  plan.variables = take_all(stream, [&] { return take<int>(stream); });
-  stream >> plan.is_other_step;
-  return plan;
-}
-
-void ShareStore::follow(StepPlan plan) {
-  plan_ = std::move(plan);
-  const auto is_shown = [&](int part) {
-    return std::any_of(plan_.parts.begin(), plan_.parts.end(),
-                       [&](const PartInfo& shown) { return shown.number == part; });
-  };
-  const auto is_chosen = [&](int variable) {
-    return std::find(plan_.variables.begin(), plan_.variables.end(), variable) != plan_.variables.end();
-  };
-  std::erase_if(meshes_, [&](const auto& mesh) { return !is_shown(mesh.first); });
-  std::erase_if(values_, [&](const auto& values) {
-    return plan_.is_other_step || !is_shown(values.first.first) || !is_chosen(values.first.second);
-  });
-}
-
 void ShareStore::clear() {
-  plan_ = {};
-  meshes_.clear();
-  values_.clear();
+  parts_.clear();
 }
 
-void ShareStore::set_cells(int part, vtkdata::Cells cells) {
-  meshes_[part].cells = std::move(cells);
+void ShareStore::set_mesh(int number, parallel::ShareCells cells, const parallel::NodeSet& nodes) {
+  Part& part = parts_[number];
+  vtkdata::Cells made = make_cells(std::move(cells));
+  if (!are_same(part.cells, made)) part.cells = std::move(made);
+  part.node_ids = is_shared_ ? ids_of(nodes) : nullptr;
+  part.values.clear();
 }
 
-void ShareStore::set_points(int part, const vtkSmartPointer<vtkPoints>& points) {
-  meshes_[part].points = points;
-}
-
-void ShareStore::set_values(int part, int variable, const vtkSmartPointer<vtkDataArray>& values) {
-  values_[{part, variable}] = values;
-}
-
-void ShareStore::discard(int part) {
-  meshes_.erase(part);
-  std::erase_if(values_, [&](const auto& values) { return values.first.first == part; });
-}
-
-vtkSmartPointer<vtkPartitionedDataSetCollection> ShareStore::collection(const DatasetInfo& info) const {
-  auto collection = vtkSmartPointer<vtkPartitionedDataSetCollection>::New();
-  std::map<int, unsigned> indices;
-  for (const PartInfo& part : plan_.parts) {
-    const unsigned index = collection->GetNumberOfPartitionedDataSets();
-    indices[part.number] = index;
-    vtkSmartPointer<vtkUnstructuredGrid> grid;
-    const auto mesh = meshes_.find(part.number);
-    if (mesh != meshes_.end() && mesh->second.points && mesh->second.cells.connectivity) {
-      grid = vtkdata::make_grid(mesh->second.points, mesh->second.cells);
-      for (const VariableInfo& variable : info.variables) {
-        const auto values = values_.find({part.number, variable.number});
-        if (values == values_.end() || !values->second) continue;
-        if (variable.is_per_cell) {
-          grid->GetCellData()->AddArray(values->second);
-        } else {
-          grid->GetPointData()->AddArray(values->second);
-        }
-      }
-    }
-    collection->SetPartition(index, 0, grid);
-    collection->GetMetaData(index)->Set(vtkCompositeDataSet::NAME(), part.name.c_str());
+void ShareStore::set_points(int number, parallel::Array<float> points) {
+  Part& part = parts_.at(number);
+  const auto count = static_cast<vtkIdType>(points.size() / 3);
+  if (part.points && part.points->GetNumberOfPoints() == count &&
+      (count == 0 ||
+       std::memcmp(part.points->GetVoidPointer(0), points.data(), points.span().size_bytes()) == 0)) {
+    return;
   }
-  vtkNew<vtkDataAssembly> assembly;
-  assembly->SetRootNodeName(kRootName);
-  add_folders(assembly, assembly->GetRootNode(), plan_.folders, indices, plan_.parts);
-  collection->SetDataAssembly(assembly);
+  part.points = vtkSmartPointer<vtkPoints>::New();
+  part.points->SetData(adopt(std::move(points), 3));
+}
+
+void ShareStore::set_values(int number, int variable, int components, parallel::Array<float> values) {
+  parts_.at(number).values[variable] = adopt(std::move(values), components);
+}
+
+void ShareStore::drop_values(int number, int variable) {
+  const auto part = parts_.find(number);
+  if (part != parts_.end()) part->second.values.erase(variable);
+}
+
+void ShareStore::drop_part(int number) {
+  parts_.erase(number);
+}
+
+void ShareStore::fill_missing(const StepPlan& plan, const DatasetInfo& info) {
+  for (const layout::VariableValues& wanted : plan.layout.variables) {
+    const VariableInfo& variable = info.variables[static_cast<std::size_t>(wanted.number) - 1];
+    for (auto& [number, part] : parts_) {
+      vtkSmartPointer<vtkDataArray>& values = part.values[wanted.number];
+      if (values || !part.points) continue;
+      const vtkIdType tuples =
+          variable.is_per_cell ? part.cells.types->GetNumberOfValues() : part.points->GetNumberOfPoints();
+      values = undefined(tuples, variable.components);
+    }
+  }
+}
+
+vtkSmartPointer<vtkDataObject> ShareStore::grid_of(int number, const DatasetInfo& info) const {
+  const auto found = parts_.find(number);
+  if (found == parts_.end() || !found->second.points) return nullptr;
+  const Part& part = found->second;
+  vtkSmartPointer<vtkUnstructuredGrid> grid = vtkdata::make_grid(part.points, part.cells);
+  for (const VariableInfo& variable : info.variables) {
+    const auto values = part.values.find(variable.number);
+    if (values == part.values.end() || !values->second) continue;
+    if (values->second->GetName() == nullptr) set_identity(values->second, variable);
+    if (variable.is_per_cell) {
+      grid->GetCellData()->AddArray(values->second);
+    } else {
+      grid->GetPointData()->AddArray(values->second);
+    }
+  }
+  if (part.node_ids) grid->GetPointData()->SetGlobalIds(part.node_ids);
+  return grid;
+}
+
+vtkSmartPointer<vtkPartitionedDataSetCollection> ShareStore::collection(const StepPlan& plan,
+                                                                        const DatasetInfo& info) const {
+  auto collection = vtkSmartPointer<vtkPartitionedDataSetCollection>::New();
+  collection->SetNumberOfPartitionedDataSets(static_cast<unsigned>(plan.parts.size()));
+  unsigned index = 0;
+  for (const PartInfo& part : plan.parts) {
+    collection->SetPartition(index, 0, grid_of(part.number, info));
+    collection->GetMetaData(index)->Set(vtkCompositeDataSet::NAME(), part.name.c_str());
+    ++index;
+  }
+  collection->SetDataAssembly(make_hierarchy(plan));
 
   vtkNew<vtkStringArray> labels;
   labels->SetName("Labels");
   for (const std::string& label : info.labels) labels->InsertNextValue(label);
   collection->GetFieldData()->AddArray(labels);
+
+  vtkNew<vtkStringArray> missing;
+  missing->SetName("Missing");
+  for (const layout::VariableValues& variable : plan.layout.variables) {
+    const auto is_there = [](const layout::SetValues& set) { return set.components[0].exists(); };
+    if (variable.is_material || std::any_of(variable.sets.begin(), variable.sets.end(), is_there)) continue;
+    missing->InsertNextValue(info.variables[static_cast<std::size_t>(variable.number) - 1].name);
+  }
+  if (missing->GetNumberOfValues() > 0) collection->GetFieldData()->AddArray(missing);
   return collection;
 }
 

@@ -1,56 +1,55 @@
-// The shares of one rank. Between steps, VTK objects are kept as long as they do not change.
+// What one rank holds of a dataset: its shares of the chosen parts as VTK objects, which stay the same from
+// step to step while their contents do.
 #pragma once
 
 #include <map>
+#include <set>
 #include <string>
-#include <utility>
 #include <vector>
 #include <vtkDataArray.h>
+#include <vtkIdTypeArray.h>
 #include <vtkPartitionedDataSetCollection.h>
 #include <vtkPoints.h>
 #include <vtkSmartPointer.h>
 
-#include "host/part_tree.h"
+#include "parallel/step_reader.h"
 #include "paraview/dataset_info.h"
+#include "paraview/step_plan.h"
 #include "vtk/cells.h"
 
 namespace paraview {
 
-// The parts and variables of a step.
-struct StepPlan {
-  std::vector<PartInfo> parts;            // ascending numbers
-  std::vector<host::PartFolder> folders;  // their hierarchy
-  std::vector<int> variables;
-  bool is_other_step = false;  // whether values of the previous step are invalid
-};
-
-void put(vtkMultiProcessStream& stream, const StepPlan& plan);
-StepPlan take_step_plan(vtkMultiProcessStream& stream);
-
-class ShareStore {
+class ShareStore : public parallel::ShareSink {
  public:
-  // Adopts the plan and releases parts and values that are not in it.
-  void follow(StepPlan plan);
+  // Shares that other processes have the rest of get the global numbers of their nodes.
+  void set_shared(bool is_shared) { is_shared_ = is_shared; }
   void clear();
 
-  void set_cells(int part, vtkdata::Cells cells);
-  void set_points(int part, const vtkSmartPointer<vtkPoints>& points);
-  // A tuple per point or cell of the share.
-  void set_values(int part, int variable, const vtkSmartPointer<vtkDataArray>& values);
-  void discard(int part);
+  void set_mesh(int part, parallel::ShareCells cells, const parallel::NodeSet& nodes) override;
+  void set_points(int part, parallel::Array<float> points) override;
+  void set_values(int part, int variable, int components, parallel::Array<float> values) override;
+  void drop_values(int part, int variable) override;
+  void drop_part(int part) override;
 
-  // The parts of the plan as a collection with one partition each, and their hierarchy.
-  vtkSmartPointer<vtkPartitionedDataSetCollection> collection(const DatasetInfo& info) const;
+  // Gives every part of the plan the plan's variables: NaN where the step has no values.
+  void fill_missing(const StepPlan& plan, const DatasetInfo& info);
+
+  // The plan's parts as a collection with one partition each, and their hierarchy.
+  vtkSmartPointer<vtkPartitionedDataSetCollection> collection(const StepPlan& plan,
+                                                              const DatasetInfo& info) const;
 
  private:
-  struct Mesh {
+  struct Part {
     vtkdata::Cells cells;
+    vtkSmartPointer<vtkIdTypeArray> node_ids;
     vtkSmartPointer<vtkPoints> points;
+    std::map<int, vtkSmartPointer<vtkDataArray>> values;  // by variable
   };
 
-  StepPlan plan_;
-  std::map<int, Mesh> meshes_;
-  std::map<std::pair<int, int>, vtkSmartPointer<vtkDataArray>> values_;  // by part and variable
+  vtkSmartPointer<vtkDataObject> grid_of(int part, const DatasetInfo& info) const;
+
+  std::map<int, Part> parts_;  // by number
+  bool is_shared_ = false;
 };
 
 }  // namespace paraview

@@ -2,71 +2,32 @@
 
 #include <algorithm>
 #include <span>
+#include <string_view>
 #include <utility>
 #include <vector>
 
-#include "reader/affine_motion.h"
+#include "dataset/node_motion.h"
+#include "dataset/volume_names.h"
 #include "reader/node_selection.h"
 #include "reader/region_walk.h"
-#include "reader/volume_names.h"
 #include "reader/work_tables.h"
 
 namespace fld {
 
 namespace {
 
-// Applies `map` in double precision to the coordinates of `nodes` and rounds to each array's precision.
-template <class Map>
-void transform(const Nodes& coordinates, std::span<const int> nodes, const Map& map) {
-  visit_elements(coordinates.x, [&](auto* x) {
-    visit_elements(coordinates.y, [&](auto* y) {
-      visit_elements(coordinates.z, [&](auto* z) {
-        for (const int i : nodes) {
-          const Point moved = map(Point{x[i], y[i], z[i]});
-          x[i] = static_cast<std::remove_pointer_t<decltype(x)>>(moved.x);
-          y[i] = static_cast<std::remove_pointer_t<decltype(y)>>(moved.y);
-          z[i] = static_cast<std::remove_pointer_t<decltype(z)>>(moved.z);
-        }
-      });
-    });
-  });
-}
-
-void apply(const ALE_ACT& act, const Nodes& coordinates, std::span<const int> nodes) {
-  switch (act.motion()) {
-    case Motion::translate:
-      transform(coordinates, nodes, Translation(act));
-      break;
-    case Motion::scale:
-      transform(coordinates, nodes, Scaling(act));
-      break;
-    case Motion::rotate:
-      transform(coordinates, nodes, Rotation(act));
-      break;
-    case Motion::four_points: {
-      const FourPoints map(act);
-      if (map.valid) transform(coordinates, nodes, map);
-      break;
-    }
-    case Motion::none:
-      break;
-  }
-}
-
 // For each moving region, the volume regions that it moves. A volume belongs to the last moving region that
 // names it.
 using MovedVolumes = std::vector<std::vector<const VolumeGeometry*>>;
 
-MovedVolumes share_out_volumes(const ALE& ale, const FLDGEO& geo) {
-  const VolumeNames volumes(geo.volumes);
-  std::vector<char> is_taken(geo.volumes.size());
-  MovedVolumes moved(ale.regions.size());
-  for (size_t r = ale.regions.size(); r-- > 0;) {
-    for (const std::string& name : ale.regions[r].names) {
-      const int found = volumes.find(name);
-      if (found < 0 || std::exchange(is_taken[static_cast<size_t>(found)], 1) != 0) continue;
-      moved[r].push_back(geo.volumes[static_cast<size_t>(found)].get());
-    }
+MovedVolumes moved_volumes(const ALE& ale, const FLDGEO& geo) {
+  std::vector<std::string_view> names;
+  names.reserve(geo.volumes.size());
+  for (const auto& volume : geo.volumes) names.emplace_back(volume->name);
+  const std::vector<std::vector<int>> indices = share_out_volumes(ale, names);
+  MovedVolumes moved(indices.size());
+  for (size_t r = 0; r < indices.size(); ++r) {
+    for (const int index : indices[r]) moved[r].push_back(geo.volumes[static_cast<size_t>(index)].get());
   }
   return moved;
 }
@@ -78,7 +39,7 @@ MovedVolumes share_out_volumes(const ALE& ale, const FLDGEO& geo) {
 void actALE(const ALE& ale, FLDGEO& geo, const long* ele2head) {
   const int nnode = geo.node_count();
   if (nnode == 0 || ale.regions.empty()) return;
-  const MovedVolumes moved = share_out_volumes(ale, geo);
+  const MovedVolumes moved = moved_volumes(ale, geo);
   forget_selection();
   std::fill_n(g_mark_node.begin(), nnode, 0);
   bool any_marked = false;
@@ -97,7 +58,8 @@ void actALE(const ALE& ale, FLDGEO& geo, const long* ele2head) {
       visit([](int node) { g_mark_node[static_cast<size_t>(node)] = 1; });
       nodes = list_marked_nodes(nnode);
     }
-    for (const ALE_ACT& act : ale.regions[r].actions) apply(act, *geo.nodes, nodes);
+    for (const ALE_ACT& act : ale.regions[r].actions)
+      move_nodes(act, geo.nodes->x, geo.nodes->y, geo.nodes->z, nodes);
   }
   std::fill_n(g_mark_node.begin(), nnode, 0);
 }

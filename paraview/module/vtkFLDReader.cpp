@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <exception>
+#include <filesystem>
 #include <fstream>
 #include <optional>
 #include <set>
@@ -16,11 +17,9 @@
 #include <vtkPartitionedDataSetCollection.h>
 #include <vtkStreamingDemandDrivenPipeline.h>
 
-#include "host/error.h"
-#include "host/plugin_path.h"
-#include "paraview/dataset_source.h"
-#include "paraview/exchange.h"
-#include "paraview/step_reader.h"
+#include "paraview/controller_communicator.h"
+#include "paraview/dataset.h"
+#include "paraview/share_store.h"
 
 namespace {
 
@@ -39,16 +38,10 @@ void offer(vtkDataArraySelection* selection, const Items& items, IsOn is_on) {
   selection->CopySelections(offered);
 }
 
-std::string text_of(const std::exception& error) {
-  const auto* located = dynamic_cast<const host::Error*>(&error);
-  return located != nullptr ? located->text_with_file() : error.what();
-}
-
 }  // namespace
 
 struct vtkFLDReader::State {
   std::vector<std::string> file_names;
-  std::string library;
   paraview::ReadingOptions options;
   vtkMultiProcessController* controller = nullptr;
   vtkNew<vtkDataArraySelection> parts;
@@ -57,19 +50,19 @@ struct vtkFLDReader::State {
 
   // Whether the dataset was opened, or failed to open, with the settings above.
   bool is_current = false;
-  std::optional<paraview::DatasetInfo> info;  // on all ranks, if it is open
+  std::optional<paraview::DatasetInfo> info;   // if it is open
+  std::unique_ptr<paraview::Dataset> dataset;  // likewise, on rank 0
+  std::unique_ptr<parallel::FileArrays> files;
+  std::unique_ptr<parallel::StepReader> steps;
   paraview::ShareStore store;
 
-  // On the reading rank only.
-  std::unique_ptr<paraview::DatasetSource> source;
-  std::unique_ptr<paraview::StepReader> steps;
-
-  bool is_reading_rank() const { return controller == nullptr || controller->GetLocalProcessId() == 0; }
+  bool is_first_rank() const { return controller == nullptr || controller->GetLocalProcessId() == 0; }
 
   void forget_dataset() {
     is_current = false;
     steps.reset();
-    source.reset();
+    files.reset();
+    dataset.reset();
     store.clear();
     info.reset();
   }
@@ -114,13 +107,6 @@ int vtkFLDReader::CanReadFile(const char* name) {
   std::array<char, kMagicOffset + sizeof kMagic - 1> start{};
   file.read(start.data(), start.size());
   return static_cast<int>(file && std::equal(start.begin() + kMagicOffset, start.end(), kMagic));
-}
-
-void vtkFLDReader::SetReaderLibrary(const char* path) {
-  const std::string library = path != nullptr ? path : "";
-  if (library == State_->library) return;
-  State_->library = library;
-  Refresh();
 }
 
 void vtkFLDReader::SetSimplifyReading(bool on) {
@@ -169,21 +155,18 @@ FLD_SELECTION(Point, point_arrays)
 FLD_SELECTION(Cell, cell_arrays)
 #undef FLD_SELECTION
 
-// Opens the dataset on the reading rank and returns the error message, if any.
-std::string vtkFLDReader::OpenOnReadingRank() {
+// Opens the dataset on rank 0 and returns the error message, if any.
+std::string vtkFLDReader::OpenOnFirstRank() {
   State& state = *State_;
   if (state.file_names.empty()) return "no file name is set";
+  const std::string& file = state.file_names.front();
   try {
-    const std::filesystem::path library =
-        state.library.empty() ? host::find_plugin_near(&kMagic) : std::filesystem::path(state.library);
-    state.source =
-        std::make_unique<paraview::DatasetSource>(library, state.file_names.front(), state.options);
-    state.info = paraview::ask_dataset_info(state.source->session());
-    state.steps = std::make_unique<paraview::StepReader>(state.source->session(), *state.info);
+    state.dataset = std::make_unique<paraview::Dataset>(file, state.options);
+    state.info = state.dataset->info();
     return "";
   } catch (const std::exception& error) {
-    state.forget_dataset();
-    return "cannot open " + state.file_names.front() + ": " + text_of(error);
+    const std::string reason = error.what();
+    return "cannot open " + (reason.starts_with(file + ": ") ? reason : file + ": " + reason);
   }
 }
 
@@ -193,19 +176,17 @@ bool vtkFLDReader::OpenDataset() {
   state.forget_dataset();
   state.is_current = true;
   std::string message;
-  vtkMultiProcessStream stream;
-  if (state.is_reading_rank()) {
-    message = OpenOnReadingRank();
-    state.is_current = true;
-    stream << state.info.has_value();
-    if (state.info) paraview::put(stream, *state.info);
+  std::string bytes;
+  if (state.is_first_rank()) {
+    message = OpenOnFirstRank();
+    if (state.info) bytes = to_bytes(*state.info);
   }
-  paraview::broadcast(state.controller, stream);
-  if (!state.is_reading_rank() && paraview::take<bool>(stream)) {
-    state.info = paraview::take_dataset_info(stream);
-  }
+  paraview::make_communicator(state.controller)->broadcast(bytes);
+  if (!bytes.empty() && !state.info) state.info = paraview::dataset_info_from(bytes);
   if (!message.empty()) vtkErrorMacro(<< message);
   if (!state.info) return false;
+  state.files = std::make_unique<parallel::FileArrays>(state.info->files);
+  state.steps = std::make_unique<parallel::StepReader>(*state.files);
 
   std::vector<paraview::VariableInfo> per_point;
   std::vector<paraview::VariableInfo> per_cell;
@@ -216,8 +197,7 @@ bool vtkFLDReader::OpenDataset() {
   offer(state.point_arrays, per_point, on);
   offer(state.cell_arrays, per_cell, on);
 
-  if (state.source) {
-    ReportWarnings();
+  if (state.dataset) {
     if (state.info->times_are_numbers) {
       vtkWarningMacro(<< "the solution times of " << state.file_names.front()
                       << " do not ascend: the steps are shown at the times 0, 1, 2, ...");
@@ -229,20 +209,18 @@ bool vtkFLDReader::OpenDataset() {
 
 void vtkFLDReader::WarnOfOtherFiles() {
   const State& state = *State_;
-  const host::Session& session = state.source->session();
-  if (!session.knows_every_file()) return;
-  std::set<std::filesystem::path> of_dataset;
-  for (const std::filesystem::path file : session.traced_files()) of_dataset.insert(file.filename());
+  std::set<std::filesystem::path> known;
+  for (const std::filesystem::path file : state.info->files) known.insert(file.filename());
+  for (const auto& [path, reason] : state.dataset->left_out()) {
+    vtkWarningMacro(<< path << " is left out: " << reason);
+    known.insert(std::filesystem::path(path).filename());
+  }
   for (const std::filesystem::path file : state.file_names) {
-    if (!of_dataset.contains(file.filename())) {
+    if (!known.contains(file.filename())) {
       vtkWarningMacro(<< file.string() << " does not belong to the dataset of " << state.file_names.front()
                       << " and is left out");
     }
   }
-}
-
-void vtkFLDReader::ReportWarnings() {
-  for (const std::string& warning : State_->source->take_warnings()) vtkWarningMacro(<< warning);
 }
 
 int vtkFLDReader::RequestInformation(vtkInformation* /*request*/, vtkInformationVector** /*inputs*/,
@@ -276,12 +254,11 @@ int vtkFLDReader::RequestData(vtkInformation* /*request*/, vtkInformationVector*
     return information->Has(key) != 0 ? information->Get(key) : missing;
   };
   const int step = RequestedStep(information);
-  if (!ReadStep(step, number(Pipeline::UPDATE_PIECE_NUMBER(), 0),
-                number(Pipeline::UPDATE_NUMBER_OF_PIECES(), 1))) {
-    return 0;
-  }
+  const vtkSmartPointer<vtkPartitionedDataSetCollection> read = ReadStep(
+      step, number(Pipeline::UPDATE_PIECE_NUMBER(), 0), number(Pipeline::UPDATE_NUMBER_OF_PIECES(), 1));
+  if (!read) return 0;
   vtkPartitionedDataSetCollection* output = vtkPartitionedDataSetCollection::GetData(outputs);
-  output->ShallowCopy(State_->store.collection(*State_->info));
+  output->ShallowCopy(read);
   if (!State_->info->times.empty()) {
     output->GetInformation()->Set(vtkDataObject::DATA_TIME_STEP(),
                                   State_->info->times[static_cast<std::size_t>(step)]);
@@ -289,11 +266,9 @@ int vtkFLDReader::RequestData(vtkInformation* /*request*/, vtkInformationVector*
   return 1;
 }
 
-bool vtkFLDReader::ReadStep(int step, int piece, int pieces) {
+// What the step shows of what is switched on, as rank 0 decides it.
+paraview::StepPlan vtkFLDReader::PlanStep(int step) {
   State& state = *State_;
-  if (!state.is_reading_rank()) {
-    return follow_transfer(state.controller, state.store, *state.info) != paraview::Ending::failed;
-  }
   const paraview::Choice choice{
       // Parts that only later steps have are not in the selection.
       [&](const paraview::PartInfo& part) {
@@ -305,20 +280,57 @@ bool vtkFLDReader::ReadStep(int step, int piece, int pieces) {
         const char* name = variable.name.c_str();
         return (variable.is_per_cell ? state.cell_arrays : state.point_arrays)->ArrayIsEnabled(name) != 0;
       }};
+  try {
+    return state.dataset->plan(step, choice);
+  } catch (const std::exception& error) {
+    paraview::StepPlan none;
+    none.failure = error.what();
+    return none;
+  }
+}
+
+vtkSmartPointer<vtkPartitionedDataSetCollection> vtkFLDReader::ReadStep(int step, int piece, int pieces) {
+  State& state = *State_;
+  const std::unique_ptr<parallel::Communicator> ranks = paraview::make_communicator(state.controller);
+  std::string bytes;
+  if (state.is_first_rank()) bytes = to_bytes(PlanStep(step));
+  ranks->broadcast(bytes);
+  const paraview::StepPlan plan = paraview::step_plan_from(bytes);
+  if (!plan.failure.empty()) {
+    if (state.is_first_rank()) {
+      vtkErrorMacro(<< "cannot read step " << step << " of " << state.file_names.front() << ": "
+                    << plan.failure);
+    }
+    return nullptr;
+  }
+  parallel::ShareNumber share{ranks->rank(), ranks->size()};
+  if (ranks->size() == 1) {
+    share.count = std::max(pieces, 1);
+    share.index = std::clamp(piece, 0, share.count - 1);
+  }
+  state.store.set_shared(share.count > 1);
   const auto progress = [&](double done) {
     UpdateProgress(done);
     return GetAbortExecute() == 0;
   };
-  paraview::Outlet outlet(state.store, state.controller, piece, pieces);
-  std::string failure;
-  try {
-    state.steps->read(step, choice, outlet, progress);
-    for (const std::string& problem : state.steps->problems()) vtkErrorMacro(<< problem);
-    ReportWarnings();
-    return true;
-  } catch (const std::exception& error) {
-    failure = text_of(error);
+  if (state.steps->read(*ranks, plan.layout, share, state.store, progress))
+    state.store.fill_missing(plan, *state.info);
+  if (state.is_first_rank()) ReportProblems(plan);
+  return state.store.collection(plan, *state.info);
+}
+
+// One message per cause, whatever the number of parts that it is about.
+void vtkFLDReader::ReportProblems(const paraview::StepPlan& plan) {
+  for (const parallel::Problem& problem : State_->steps->problems()) {
+    std::string what = "part";
+    if (problem.variable > 0) {
+      const auto index = static_cast<std::size_t>(problem.variable) - 1;
+      what = "'" + State_->info->variables[index].name + "' on part";
+    }
+    for (const paraview::PartInfo& part : plan.parts) {
+      if (part.number == problem.parts.front()) what += " '" + part.name + "'";
+    }
+    if (problem.parts.size() > 1) what += " and " + std::to_string(problem.parts.size() - 1) + " more";
+    vtkErrorMacro(<< "cannot read " << what << ": " << problem.reason);
   }
-  vtkErrorMacro(<< "cannot read step " << step << " of " << state.file_names.front() << ": " << failure);
-  return false;
 }

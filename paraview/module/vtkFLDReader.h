@@ -8,10 +8,16 @@
 #include <memory>
 #include <string>
 #include <vtkPartitionedDataSetCollectionAlgorithm.h>
+#include <vtkSmartPointer.h>
 
 #include "FLDReaderModuleModule.h"
 
 class vtkMultiProcessController;
+class vtkPartitionedDataSetCollection;
+
+namespace paraview {
+struct StepPlan;
+}
 
 class FLDREADERMODULE_EXPORT vtkFLDReader : public vtkPartitionedDataSetCollectionAlgorithm {
  public:
@@ -29,10 +35,6 @@ class FLDREADERMODULE_EXPORT vtkFLDReader : public vtkPartitionedDataSetCollecti
 
   // Whether the file begins like an FLD file: 1 or 0.
   static int CanReadFile(const char* name);
-
-  // The reader library. If empty, it is the value of FLD_PLUGIN, or the library is searched for in the folder
-  // of this class's library and the three folders above it.
-  void SetReaderLibrary(const char* path);
 
   // The reader's options.
   void SetSimplifyReading(bool on);
@@ -71,11 +73,12 @@ class FLDREADERMODULE_EXPORT vtkFLDReader : public vtkPartitionedDataSetCollecti
   struct State;
 
   bool OpenDataset();
-  std::string OpenOnReadingRank();
-  int RequestedStep(vtkInformation* output_information) const;
-  bool ReadStep(int step, int piece, int pieces);
-  void ReportWarnings();
+  std::string OpenOnFirstRank();
   void WarnOfOtherFiles();
+  int RequestedStep(vtkInformation* output_information) const;
+  paraview::StepPlan PlanStep(int step);
+  vtkSmartPointer<vtkPartitionedDataSetCollection> ReadStep(int step, int piece, int pieces);
+  void ReportProblems(const paraview::StepPlan& plan);
 
   std::unique_ptr<State> State_;
 };

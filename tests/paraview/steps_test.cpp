@@ -1,8 +1,11 @@
 // Objects that are kept between steps, and the step of a time.
+#include <cmath>
 #include <gtest/gtest.h>
+#include <vtkFieldData.h>
 #include <vtkInformation.h>
 #include <vtkInformationDoubleKey.h>
 #include <vtkPointData.h>
+#include <vtkStringArray.h>
 
 #include "samples/samples.h"
 #include "testkit/box_dataset.h"
@@ -96,6 +99,107 @@ TEST_F(Steps, BelongToTheTimesUpToTheNext) {
   EXPECT_EQ(time_shown(0.49), 0.0);
   EXPECT_EQ(time_shown(0.5), 0.5);
   EXPECT_EQ(time_shown(7.0), 1.0);
+}
+
+TEST_F(Steps, HaveTheTimesThatTheFilesSay) {
+  for (int step = 0; step < 4; ++step) {
+    testkit::BoxOptions options;
+    options.cycle = step;
+    testkit::File file = testkit::box_file(options);
+    file.header.set_cycle(step, 0.1 * step, testkit::Precision::kSingle);
+    testkit::write_file(file, directory_ / ("tenths_" + std::to_string(step) + ".fld"));
+  }
+  Reader reader(directory_ / "tenths_0.fld");
+  ASSERT_TRUE(reader.open());
+  EXPECT_EQ(reader.times(), (std::vector<double>{0.0, 0.1, 0.2, 0.3}));
+  for (int step = 0; step < 4; ++step) {
+    ASSERT_TRUE(reader.update(step / 10.0));
+    EXPECT_EQ(reader.output()->GetInformation()->Get(vtkDataObject::DATA_TIME_STEP()), reader.times()[step]);
+    // Not quite there, as after arithmetic in single precision.
+    ASSERT_TRUE(reader.update(step / 10.0 * (1.0 - 1.0e-7)));
+    EXPECT_EQ(reader.output()->GetInformation()->Get(vtkDataObject::DATA_TIME_STEP()), reader.times()[step]);
+  }
+}
+
+TEST_F(Steps, HaveTheSameArraysAlsoWhereOneLacksAVariable) {
+  for (int step = 0; step < 2; ++step) {
+    testkit::BoxOptions options;
+    options.cycle = step;
+    options.time = step;
+    options.scalars = 2 - step;
+    testkit::write_box_dataset(directory_ / ("lacks_" + std::to_string(step) + ".fld"), options);
+  }
+  Reader reader(directory_ / "lacks_0.fld");
+  ASSERT_TRUE(reader.update(0.0));
+  const int arrays = reader.grid("volume_1")->GetPointData()->GetNumberOfArrays();
+  EXPECT_EQ(reader.output()->GetFieldData()->GetAbstractArray("Missing"), nullptr);
+  ASSERT_TRUE(reader.update(1.0));
+  EXPECT_EQ(reader.grid("volume_1")->GetPointData()->GetNumberOfArrays(), arrays);
+  vtkDataArray* values = reader.grid("volume_1")->GetPointData()->GetArray("scalar_2");
+  ASSERT_NE(values, nullptr);
+  ASSERT_EQ(values->GetNumberOfTuples(), reader.grid("volume_1")->GetNumberOfPoints());
+  for (vtkIdType i = 0; i < values->GetNumberOfTuples(); ++i)
+    EXPECT_TRUE(std::isnan(values->GetComponent(i, 0)));
+  auto* missing = vtkStringArray::SafeDownCast(reader.output()->GetFieldData()->GetAbstractArray("Missing"));
+  ASSERT_NE(missing, nullptr);
+  ASSERT_EQ(missing->GetNumberOfValues(), 1);
+  EXPECT_EQ(missing->GetValue(0), "scalar_2");
+}
+
+// Meshes in the files 0, 2 and 3, of which the first three have the same time.
+TEST_F(Steps, HaveTheMeshOfTheirFile) {
+  const double times[] = {0.0, 0.0, 0.0, 0.001};
+  for (int step = 0; step < 4; ++step) {
+    testkit::BoxOptions options;
+    options.cycle = step;
+    options.time = times[step];
+    options.lengths = {1.0 + step, 1.0, 1.0};
+    testkit::write_file(step == 1 ? testkit::box_values_file(options) : testkit::box_file(options),
+                        directory_ / ("paired_" + std::to_string(step) + ".fld"));
+  }
+  Reader reader(directory_ / "paired_0.fld");
+  ASSERT_TRUE(reader.open());
+  ASSERT_EQ(reader.times(), (std::vector<double>{0.0, 1.0, 2.0, 3.0}));  // numbers
+  const double lengths[] = {1.0, 1.0, 3.0, 4.0};
+  for (int step = 0; step < 4; ++step) {
+    ASSERT_TRUE(reader.update(step));
+    EXPECT_EQ(reader.grid("volume_1")->GetBounds()[1], lengths[step]) << "step " << step;
+  }
+}
+
+TEST_F(Steps, AreThereAgainAfterOneThatFailed) {
+  const std::filesystem::path first = static_series();
+  const std::filesystem::path second = directory_ / "box_1.fld";
+  Reader reader(first);
+  ASSERT_TRUE(reader.update(0.0));
+  const Objects before(reader.grid("volume_1"));
+  std::filesystem::resize_file(second, 400);
+  // The step's values cannot be read: one message per variable, and the mesh.
+  ASSERT_TRUE(reader.update(0.5));
+  EXPECT_EQ(reader.take_errors().size(), 3U);
+  EXPECT_EQ(before, Objects(reader.grid("volume_1")));
+  ASSERT_TRUE(reader.update(0.0));
+  EXPECT_TRUE(reader.take_errors().empty());
+  ASSERT_NE(reader.grid("volume_1"), nullptr);
+  EXPECT_EQ(before, Objects(reader.grid("volume_1")));
+  EXPECT_FALSE(std::isnan(reader.grid("volume_1")->GetPointData()->GetArray("scalar_1")->GetComponent(0, 0)));
+}
+
+TEST_F(Steps, WhoseMeshFailsSaySoAndLeaveTheOthersUsable) {
+  for (int step = 0; step < 2; ++step)
+    testkit::write_box_dataset(directory_ / ("full_" + std::to_string(step) + ".fld"),
+                               {.cycle = step, .time = static_cast<double>(step)});
+  Reader reader(directory_ / "full_0.fld");
+  ASSERT_TRUE(reader.update(0.0));
+  std::filesystem::resize_file(directory_ / "full_1.fld", 600);
+  EXPECT_FALSE(reader.update(1.0));
+  const std::vector<std::string> errors = reader.take_errors();
+  ASSERT_EQ(errors.size(), 1U);
+  EXPECT_NE(errors[0].find("cannot read step 1 of "), std::string::npos) << errors[0];
+  EXPECT_NE(errors[0].find("full_1.fld: "), std::string::npos) << errors[0];
+  ASSERT_TRUE(reader.update(0.0));
+  ASSERT_NE(reader.grid("volume_1"), nullptr);
+  EXPECT_GT(reader.grid("volume_1")->GetNumberOfCells(), 0);
 }
 
 TEST_F(Steps, AreNumberedWhereTheTimesDoNotAscend) {

@@ -18,11 +18,16 @@ SAMPLES = {
     "tank": "tank/tank_0.fld",
 }
 
+# Which nodes of shares are the same; on one rank there are no shares.
+NODE_IDS = "GlobalNodeIds"
+
 
 def arrays_of(attributes):
     """Ranges of the arrays' components. An array of nothing but undefined values has none."""
     found = {}
     for array in attributes:
+        if array.Name == NODE_IDS:
+            continue
         ranges = [array.GetRange(c) for c in range(array.GetNumberOfComponents())]
         found[array.Name] = [list(r) if r[0] <= r[1] else None for r in ranges]
     return found
@@ -47,6 +52,8 @@ def integrals_of(reader, time):
     for data in (table.GetPointData(), table.GetCellData()):
         for i in range(data.GetNumberOfArrays()):
             array = data.GetArray(i)
+            if array.GetName() == NODE_IDS:
+                continue
             result[array.GetName()] = list(array.GetTuple(0)) if array.GetNumberOfTuples() else []
     simple.Delete(integrals)
     return result

@@ -1,43 +1,29 @@
 // The volume region that a motion's name refers to.
-#include "reader/volume_names.h"
+#include "dataset/volume_names.h"
 
-#include <cstring>
+#include <gtest/gtest.h>
 #include <random>
 #include <string>
 
-#include "support/tracked_allocation.h"
-#include "tests/reader/linked_reader.h"
-
-namespace reader_test {
+namespace fld::test {
 namespace {
 
-using Volumes = std::vector<fld::smart_ptr<fld::VolumeGeometry>>;
+std::vector<std::string_view> views(const std::vector<std::string>& names) {
+  return {names.begin(), names.end()};
+}
 
-class VolumeNames : public LinkedReader {
- protected:
-  static Volumes volumes_named(const std::vector<std::string>& names) {
-    Volumes volumes;
-    for (const std::string& name : names) {
-      volumes.push_back(fld::make_smart<fld::VolumeGeometry>());
-      volumes.back()->name = static_cast<char*>(fld::cv_maloc(name.size() + 1, 1));
-      strcpy(volumes.back()->name, name.c_str());
-    }
-    return volumes;
-  }
-  static int find(const std::vector<std::string>& names, const std::string& wanted) {
-    const Volumes volumes = volumes_named(names);
-    return fld::VolumeNames(volumes).find(wanted);
-  }
-};
+int find(const std::vector<std::string>& names, const std::string& wanted) {
+  return VolumeNames(views(names)).find(wanted);
+}
 
-TEST_F(VolumeNames, NameItselfAndLongerOnesAreFound) {
+TEST(NamedVolumes, NameItselfAndLongerOnesAreFound) {
   const std::vector<std::string> names = {"rotor", "inlet", "stator"};
   EXPECT_EQ(0, find(names, "rotor"));
   EXPECT_EQ(1, find(names, "inlet_2"));
   EXPECT_EQ(2, find(names, "stators"));
 }
 
-TEST_F(VolumeNames, ShorterAndOtherNamesAreNot) {
+TEST(NamedVolumes, ShorterAndOtherNamesAreNot) {
   const std::vector<std::string> names = {"rotor", "inlet"};
   for (const char* wanted : {"", "roto", "rotot", "Rotor", "a", "zzz", "inles", "inlf"}) {
     EXPECT_EQ(-1, find(names, wanted)) << wanted;
@@ -46,25 +32,25 @@ TEST_F(VolumeNames, ShorterAndOtherNamesAreNot) {
   EXPECT_EQ(-1, find({}, ""));
 }
 
-TEST_F(VolumeNames, FirstOfSeveralIsTaken) {
+TEST(NamedVolumes, FirstOfSeveralIsTaken) {
   EXPECT_EQ(0, find({"ab", "abc", "a"}, "abcd"));
   EXPECT_EQ(0, find({"abc", "ab", "a"}, "abcd"));
   EXPECT_EQ(1, find({"abc", "ab", "a"}, "abd")) << "past an entry that is no prefix";
   EXPECT_EQ(1, find({"b", "a", "a"}, "a"));
 }
 
-TEST_F(VolumeNames, EmptyNameIsAPrefixOfEveryName) {
+TEST(NamedVolumes, EmptyNameIsAPrefixOfEveryName) {
   EXPECT_EQ(1, find({"b", "", "a"}, "a"));
   EXPECT_EQ(1, find({"b", "", "a"}, ""));
   EXPECT_EQ(0, find({"b", "", "a"}, "b"));
 }
 
-TEST_F(VolumeNames, BytesAreUnsigned) {
+TEST(NamedVolumes, BytesAreUnsigned) {
   EXPECT_EQ(1, find({"a", "\x83\x8d"}, "\x83\x8d\x81"));
   EXPECT_EQ(0, find({"a", "\x83\x8d"}, "ab"));
 }
 
-TEST_F(VolumeNames, AreThoseThatASearchFromTheFirstOnFinds) {
+TEST(NamedVolumes, AreThoseThatASearchFromTheFirstOnFinds) {
   std::mt19937 random(1);
   const auto any_name = [&random] {
     std::string name(random() % 7, 'a');
@@ -75,8 +61,7 @@ TEST_F(VolumeNames, AreThoseThatASearchFromTheFirstOnFinds) {
   for (int round = 0; round < 50; ++round) {
     std::vector<std::string> names(1 + random() % 12);
     for (std::string& name : names) name = any_name() + "b";
-    const Volumes volumes = volumes_named(names);
-    const fld::VolumeNames index(volumes);
+    const VolumeNames index(views(names));
     for (int i = 0; i < 40; ++i) {
       const std::string wanted = any_name();
       int expected = -1;
@@ -91,4 +76,4 @@ TEST_F(VolumeNames, AreThoseThatASearchFromTheFirstOnFinds) {
 }
 
 }  // namespace
-}  // namespace reader_test
+}  // namespace fld::test

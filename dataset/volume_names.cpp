@@ -1,14 +1,15 @@
-#include "reader/volume_names.h"
+#include "dataset/volume_names.h"
 
 #include <algorithm>
 #include <tuple>
+#include <utility>
 
 namespace fld {
 
-VolumeNames::VolumeNames(const std::vector<smart_ptr<VolumeGeometry>>& volumes) {
-  entries_.reserve(volumes.size());
+VolumeNames::VolumeNames(const std::vector<std::string_view>& names) {
+  entries_.reserve(names.size());
   int index = 0;
-  for (const auto& volume : volumes) entries_.push_back({volume->name, index++, -1});
+  for (const std::string_view name : names) entries_.push_back({name, index++, -1});
   std::sort(entries_.begin(), entries_.end(), [](const Entry& a, const Entry& b) {
     return std::tie(a.name, a.first) < std::tie(b.name, b.first);
   });
@@ -41,6 +42,20 @@ int VolumeNames::find(std::string_view name) const {
   while (i >= 0 && entries_[static_cast<size_t>(i)].name.size() > common)
     i = entries_[static_cast<size_t>(i)].parent;
   return i >= 0 ? entries_[static_cast<size_t>(i)].first : -1;
+}
+
+std::vector<std::vector<int>> share_out_volumes(const ALE& ale, const std::vector<std::string_view>& names) {
+  const VolumeNames volumes(names);
+  std::vector<char> is_taken(names.size());
+  std::vector<std::vector<int>> moved(ale.regions.size());
+  for (size_t r = ale.regions.size(); r-- > 0;) {
+    for (const std::string& name : ale.regions[r].names) {
+      const int found = volumes.find(name);
+      if (found < 0 || std::exchange(is_taken[static_cast<size_t>(found)], 1) != 0) continue;
+      moved[r].push_back(found);
+    }
+  }
+  return moved;
 }
 
 }  // namespace fld

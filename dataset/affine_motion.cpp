@@ -1,4 +1,4 @@
-#include "reader/affine_motion.h"
+#include "dataset/affine_motion.h"
 
 #include <cmath>
 

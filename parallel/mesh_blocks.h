@@ -1,0 +1,65 @@
+// What a rank owns of a region set's mesh: one stretch of its elements and one of its nodes.
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "layout/step_layout.h"
+#include "parallel/array.h"
+#include "parallel/collectives.h"
+#include "parallel/file_arrays.h"
+#include "parallel/requests.h"
+
+namespace parallel {
+
+// The elements of a list, in its order.
+struct ListedElements {
+  Array<std::uint8_t> codes;    // the type of each; 0 for one that does not exist or names no shape
+  Array<std::int32_t> corners;  // their nodes, element after element, each with as many as its type has;
+                                // kNoNode where the file gives no node of the mesh
+};
+
+class ElementBlock {
+ public:
+  // Reads the rank's stretch. Collective.
+  ElementBlock(Communicator& ranks, FileArrays& files, const layout::SetMesh& mesh);
+
+  const Partition& partition() const { return partition_; }
+  // Asks the owners for the elements of a list, which may be another one on each rank. Collective.
+  ListedElements collect(Communicator& ranks, const ListRuns& list) const;
+
+ private:
+  void read_types(FileArrays& files, const layout::SetMesh& mesh);
+  void read_corners(FileArrays& files, const layout::SetMesh& mesh, std::int64_t corners_before);
+  // Where the own element `e` (from 0) begins in corners_.
+  std::int64_t head_of(std::int64_t e) const;
+
+  Partition partition_;
+  Stretch own_;
+  Array<std::uint8_t> codes_;
+  // Where every kStride-th own element begins in the file's connectivity, from the block's first one on.
+  static constexpr std::int64_t kStride = 64;
+  std::vector<std::int64_t> heads_;
+  std::int64_t length_ = 0;  // of the connectivity that the own elements take
+  std::int64_t reach_ = 0;   // one behind the last entry that one of them uses
+  Array<std::int32_t> corners_;
+};
+
+// The materials of a region set's elements.
+class MaterialBlock {
+ public:
+  // Reads the rank's stretch and brings the numbers to positive ones. Collective.
+  MaterialBlock(Communicator& ranks, FileArrays& files, const layout::SetMesh& mesh);
+
+  // The materials of the elements of a list; NaN for one that has none. Collective.
+  Array<float> collect(Communicator& ranks, const ListRuns& list) const;
+  // How many elements have a material.
+  std::int64_t count() const { return partition_.elements(); }
+
+ private:
+  Partition partition_;
+  Stretch own_;
+  Array<std::int32_t> numbers_;
+};
+
+}  // namespace parallel

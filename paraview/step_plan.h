@@ -1,0 +1,24 @@
+// What a step shows, as rank 0 decides it, in a form that can be sent to the other ranks.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "host/part_tree.h"
+#include "layout/step_layout.h"
+#include "paraview/dataset_info.h"
+
+namespace paraview {
+
+struct StepPlan {
+  std::string failure;                    // why the step cannot be shown; mostly empty
+  std::vector<PartInfo> parts;            // ascending numbers
+  std::vector<host::PartFolder> folders;  // their hierarchy
+  layout::StepLayout layout;
+};
+
+std::string to_bytes(const StepPlan& plan);
+StepPlan step_plan_from(std::string_view bytes);
+
+}  // namespace paraview
