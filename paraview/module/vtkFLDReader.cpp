@@ -7,6 +7,7 @@
 #include <fstream>
 #include <optional>
 #include <set>
+#include <unordered_map>
 #include <vector>
 #include <vtkDataArraySelection.h>
 #include <vtkInformation.h>
@@ -26,16 +27,28 @@ namespace {
 constexpr char kMagic[] = "VTRL-FLD";
 constexpr std::size_t kMagicOffset = 4;  // after the marker of the first record
 
+// The states of the names in `selection`. Asking it for one name after the other would search it each time.
+std::unordered_map<std::string, bool> states_of(vtkDataArraySelection* selection) {
+  std::unordered_map<std::string, bool> states;
+  for (int i = 0; i < selection->GetNumberOfArrays(); ++i)
+    states.emplace(selection->GetArrayName(i), selection->GetArraySetting(i) != 0);
+  return states;
+}
+
 // Updates `selection` to the names of `items`: known names keep their state, new ones get that of `is_on`.
 template <typename Items, typename IsOn>
 void offer(vtkDataArraySelection* selection, const Items& items, IsOn is_on) {
-  vtkNew<vtkDataArraySelection> offered;
+  const std::unordered_map<std::string, bool> known = states_of(selection);
+  std::vector<const char*> names;
+  std::vector<const char*> off;
   for (const auto& item : items) {
-    const char* name = item.name.c_str();
-    offered->AddArray(name,
-                      selection->ArrayExists(name) != 0 ? selection->ArrayIsEnabled(name) != 0 : is_on(item));
+    const auto found = known.find(item.name);
+    names.push_back(item.name.c_str());
+    if (!(found == known.end() ? is_on(item) : found->second)) off.push_back(item.name.c_str());
   }
-  selection->CopySelections(offered);
+  selection->RemoveAllArrays();
+  selection->SetArraysWithDefault(names.data(), static_cast<int>(names.size()), 1);
+  for (const char* name : off) selection->SetArraySetting(name, 0);
 }
 
 }  // namespace
@@ -269,12 +282,12 @@ int vtkFLDReader::RequestData(vtkInformation* /*request*/, vtkInformationVector*
 // What the step shows of what is switched on, as rank 0 decides it.
 paraview::StepPlan vtkFLDReader::PlanStep(int step) {
   State& state = *State_;
+  const std::unordered_map<std::string, bool> parts = states_of(state.parts);
   const paraview::Choice choice{
       // Parts that only later steps have are not in the selection.
       [&](const paraview::PartInfo& part) {
-        const char* name = part.name.c_str();
-        return state.parts->ArrayExists(name) != 0 ? state.parts->ArrayIsEnabled(name) != 0
-                                                   : !part.is_whole_mesh;
+        const auto found = parts.find(part.name);
+        return found == parts.end() ? !part.is_whole_mesh : found->second;
       },
       [&](const paraview::VariableInfo& variable) {
         const char* name = variable.name.c_str();
