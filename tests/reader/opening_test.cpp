@@ -41,15 +41,16 @@ TEST_F(Opening, GeometryOfEveryRegionSetIsRead) {
 }
 
 TEST_F(Opening, RecordsWithoutElementsAreRead) {
+  const testkit::Block empty_record = testkit::Block::raw(std::string(8, '\0'));  // its two markers
   testkit::Mesh mesh = numbered_mesh(4);
   mesh.surfaces.push_back({.name = "empty"});
   testkit::File file = file_of(mesh);
   auto& surfaces = file.region_sets[0].section("LS_SurfaceGeometry").blocks;
   surfaces[4] = testkit::Block::rule_alone({4, 3, 1});  // the face types
-  surfaces.insert(surfaces.begin() + 5, testkit::Block::record_alone(""));
+  surfaces.insert(surfaces.begin() + 5, empty_record);
   auto& materials = file.region_sets[0].section("LS_MatOfElements").blocks;
   materials[1] = materials[1].with_rule({4, 1, 2});
-  materials.push_back(testkit::Block::record_alone(""));
+  materials.push_back(empty_record);
   open(write(file));
   EXPECT_EQ((std::vector<std::string>{"empty", "ALL_ELEMENTS"}), host.part_names());
 }
