@@ -35,12 +35,13 @@ std::set<std::string> findings(const std::string& bytes) {
   return found;
 }
 
-// How much of a title is fixed; the rest is a name or a number.
+// How much of a title is fixed. The rest is a name or a number; readers ignore what follows a blank behind a
+// known title; and a short title that is damaged is another word, an unknown title.
 std::size_t fixed_length(std::string_view title) {
   for (const std::string_view prefix : {"OverlapStart_", "LS_Scalar:", "LS_Vector:"}) {
     if (title.starts_with(prefix)) return prefix.size();
   }
-  return title == "LS_Other" ? 0 : 32;
+  return title == "LS_Other" || title.size() < 8 ? 0 : title.size() + 1;
 }
 
 // For every byte of a file, whether another value would be plausible.
