@@ -1,0 +1,60 @@
+# Looks for what fldtool page is bundled with: node and npm, which fetches the libraries of page/package-lock.json into
+# the build folder. Sets FLD_NODE and FLD_NODE_MODULES, or FLD_BUILD_PAGE to OFF when something is missing.
+function(fld_without_page reason)
+  message(STATUS "${reason}: fldtool is built without page")
+  set(FLD_BUILD_PAGE OFF PARENT_SCOPE)
+endfunction()
+
+if(NOT FLD_BUILD_VTK)
+  set(FLD_BUILD_PAGE OFF)
+  return()
+endif()
+find_package(ZLIB QUIET)
+find_program(FLD_NODE node)
+find_program(FLD_NPM npm)
+mark_as_advanced(FLD_NODE FLD_NPM)
+if(NOT ZLIB_FOUND OR NOT TARGET VTK::CommonTransforms)
+  fld_without_page("zlib or VTK's CommonTransforms was not found")
+  return()
+endif()
+if(NOT FLD_NODE OR NOT FLD_NPM)
+  fld_without_page("node and npm were not found")
+  return()
+endif()
+execute_process(COMMAND ${FLD_NODE} --version OUTPUT_VARIABLE node_version OUTPUT_STRIP_TRAILING_WHITESPACE)
+string(REGEX REPLACE "^v" "" node_version "${node_version}")
+if(node_version VERSION_LESS 18)
+  fld_without_page("node is older than 18")
+  return()
+endif()
+
+# What was fetched for this very lock file stays, for all presets.
+set(folder ${PROJECT_BINARY_DIR}/page-modules)
+cmake_path(IS_PREFIX PROJECT_SOURCE_DIR ${PROJECT_BINARY_DIR} NORMALIZE is_inside)
+if(is_inside)
+  set(folder ${PROJECT_SOURCE_DIR}/build/page-modules)
+endif()
+set(FLD_NODE_MODULES ${folder}/node_modules)
+file(SHA256 ${PROJECT_SOURCE_DIR}/page/package-lock.json wanted)
+set(fetched "")
+if(EXISTS ${folder}/fetched)
+  file(READ ${folder}/fetched fetched)
+endif()
+if(NOT fetched STREQUAL wanted)
+  file(REMOVE_RECURSE ${folder})
+  file(COPY ${PROJECT_SOURCE_DIR}/page/package.json ${PROJECT_SOURCE_DIR}/page/package-lock.json
+    ${PROJECT_SOURCE_DIR}/page/.npmrc DESTINATION ${folder})
+  execute_process(
+    COMMAND ${FLD_NPM} ci --fetch-retries=0 --fetch-timeout=20000
+    WORKING_DIRECTORY ${folder}
+    TIMEOUT 120
+    RESULT_VARIABLE result
+    OUTPUT_QUIET ERROR_QUIET)
+  if(NOT result EQUAL 0)
+    file(REMOVE_RECURSE ${folder})
+    fld_without_page("npm did not fetch the libraries of page/package-lock.json")
+    return()
+  endif()
+  file(WRITE ${folder}/fetched ${wanted})
+endif()
+message(STATUS "node ${node_version}: ${FLD_NODE}")
