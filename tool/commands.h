@@ -12,6 +12,7 @@ void add_diff_command(CLI::App& app);
 void add_help_command(CLI::App& app);
 void add_info_command(CLI::App& app);
 void add_layout_command(CLI::App& app);
+void add_page_command(CLI::App& app);    // only in builds with VTK and node
 void add_render_command(CLI::App& app);  // only in builds with VTK
 void add_sample_command(CLI::App& app);
 void add_stats_command(CLI::App& app);

@@ -47,6 +47,9 @@ int run(int argc, char** argv) {
   tool::add_convert_command(app);
   tool::add_render_command(app);
 #endif
+#ifdef FLDTOOL_HAS_PAGE
+  tool::add_page_command(app);
+#endif
   tool::add_sample_command(app);
   tool::add_help_command(app);
   try {
