@@ -1,8 +1,8 @@
 // The source of FLD datasets in VTK's pipeline.
 //
 // The output is a collection with one partitioned data set per enabled part, and the hierarchy of the parts
-// as its assembly. With several processes only rank 0 reads, and each rank gets a range of the cells of every
-// part; a single process delivers the requested piece.
+// as its assembly. With several processes all ranks read, and each gets a range of the cells of every part; a
+// single process delivers the requested piece.
 #pragma once
 
 #include <memory>
@@ -28,7 +28,7 @@ class FLDREADERMODULE_EXPORT vtkFLDReader : public vtkPartitionedDataSetCollecti
   vtkFLDReader& operator=(const vtkFLDReader&) = delete;
 
   // Any file of the dataset. Of several files, which ParaView passes when it groups numbered files, the first
-  // is used; a warning names files that do not belong to its dataset, if the reader tells which files do.
+  // is used; a warning names files that do not belong to its dataset.
   void SetFileName(const char* name);
   void AddFileName(const char* name);
   void RemoveAllFileNames();
