@@ -20,6 +20,7 @@
 #include "tool/best_effort_write.h"
 #include "tool/choice.h"
 #include "tool/commands.h"
+#include "tool/coordinate_names.h"
 #include "tool/dataset_options.h"
 #include "tool/exit_status.h"
 #include "tool/file_names.h"
@@ -272,10 +273,19 @@ class Renderer {
       parts.back().is_faint = true;
     }
     render::SceneOptions scene = scene_;
+    if (are_cylindrical(choice_.coloured(session_)) && are_cylindrical(choice_.faint.at(session_)))
+      std::copy(kCylindricalAxes.begin(), kCylindricalAxes.end(), scene.axes.begin());
     scene.title = options_.title ? title_lines(*options_.title) : usual_title(session_);
     if (choice_.scalar) scene.scale = colour_scale(range);
     scene.font = choose_font(scene, progress);
     return renderer_.draw(parts, scene);
+  }
+
+  // Whether all of these parts are drawn at their radius, angle and height.
+  bool are_cylindrical(const std::vector<int>& parts) {
+    return std::all_of(parts.begin(), parts.end(), [&](int part) {
+      return coordinate_names_.of(session_, session_.part(part)) == kCylindricalAxes;
+    });
   }
 
   // For a picture with values of this range.
@@ -314,6 +324,7 @@ class Renderer {
   render::SceneOptions scene_;
   Choice choice_;
   render::SceneRenderer renderer_;
+  CoordinateNames coordinate_names_;
   std::set<char32_t> reported_;  // missing characters
 };
 

@@ -9,6 +9,7 @@
 #include "render/layout.h"
 #include "testkit/file_writer.h"
 #include "testkit/quantity.h"
+#include "testkit/small_meshes.h"
 #include "tests/tool/pictures.h"
 #include "tests/tool/render_fixture.h"
 #include "tests/tool/run_fldtool.h"
@@ -53,6 +54,29 @@ TEST_F(RenderTexts, LegendAndAxesStayInTheirAreas) {
     EXPECT_TRUE(is_blank(picture, 0, picture.width(), layout.scene.top() + 1, layout.title.bottom - 1))
         << size;
   }
+}
+
+// The whole mesh is drawn at its radii, angles and heights, whatever they mean, and the axes say which.
+TEST_F(RenderTexts, AxesOfAWholeCylindricalMeshHaveItsNames) {
+  testkit::Mesh mesh = testkit::one_tetrahedron();
+  const tool_test::OneFile cartesian(testkit::file_of(mesh));
+  mesh.coordinate_system = 1;
+  const tool_test::OneFile cylindrical(testkit::file_of(mesh));
+  const Words options = {"--parts", "ALL_ELEMENTS", "--view", "iso"};
+  Picture plain = draw_file(cartesian.path(), options);
+  Picture named = draw_file(cylindrical.path(), options);
+  const render::Area axes = render::make_layout(600, 400, 1).axes;
+  int in_axes = 0;
+  int elsewhere = 0;
+  for (int y = 0; y < 400; ++y) {
+    for (int x = 0; x < 600; ++x) {
+      if (plain.pixel(x, y) == named.pixel(x, y)) continue;
+      const bool is_in_axes = x >= axes.left && x <= axes.right() && y >= axes.bottom && y <= axes.top();
+      ++(is_in_axes ? in_axes : elsewhere);
+    }
+  }
+  EXPECT_GT(in_axes, 0);
+  EXPECT_EQ(elsewhere, 0);
 }
 
 TEST_F(RenderTexts, LongTitlesEndInThePicture) {
