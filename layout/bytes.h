@@ -2,6 +2,8 @@
 // numbers keep their own representation.
 #pragma once
 
+#include <array>
+#include <cstddef>
 #include <cstdint>
 #include <cstring>
 #include <stdexcept>
@@ -18,7 +20,13 @@ class ByteWriter {
   template <typename Value>
   void put(const Value& value) {
     static_assert(std::is_trivially_copyable_v<Value> && !std::is_pointer_v<Value>);
+    // Bytes are compared as well: there must be no padding among them.
+    static_assert(std::has_unique_object_representations_v<Value> || std::is_floating_point_v<Value>);
     bytes_.append(reinterpret_cast<const char*>(&value), sizeof value);
+  }
+  template <typename Item, std::size_t kCount>
+  void put(const std::array<Item, kCount>& items) {
+    for (const Item& item : items) put(item);
   }
   void put_text(std::string_view text) {
     put(static_cast<std::int64_t>(text.size()));

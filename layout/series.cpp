@@ -44,7 +44,7 @@ double exact_time(double time) {
 }
 
 FileArray at(int file, const fld::ArrayLayout& place) {
-  return {file, place};
+  return {.file = file, .place = place};
 }
 
 }  // namespace

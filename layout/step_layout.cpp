@@ -1,19 +1,34 @@
 #include "layout/step_layout.h"
 
+#include <algorithm>
+
 #include "layout/bytes.h"
 
 namespace layout {
 namespace {
 
+void put(ByteWriter& to, const fld::ALE_ACT& action) {
+  to.put_text({action.kind, sizeof action.kind});
+  to.put(action.data);
+}
+
+fld::ALE_ACT get_action(ByteReader& from) {
+  fld::ALE_ACT action;
+  const std::string kind = from.text();
+  std::copy_n(kind.begin(), std::min(kind.size(), sizeof action.kind), action.kind);
+  from.get(action.data);
+  return action;
+}
+
 void put(ByteWriter& to, const MovingVolumes& moving) {
   to.put_list(moving.lists, [&](const FileArray& list) { to.put(list); });
-  to.put_list(moving.actions, [&](const fld::ALE_ACT& action) { to.put(action); });
+  to.put_list(moving.actions, [&](const fld::ALE_ACT& action) { put(to, action); });
 }
 
 MovingVolumes get_moving(ByteReader& from) {
   MovingVolumes moving;
   moving.lists = from.list<FileArray>([&] { return from.get<FileArray>(); });
-  moving.actions = from.list<fld::ALE_ACT>([&] { return from.get<fld::ALE_ACT>(); });
+  moving.actions = from.list<fld::ALE_ACT>([&] { return get_action(from); });
   return moving;
 }
 

@@ -15,7 +15,8 @@ namespace layout {
 
 // An array of one of the series' files. Without a file there is no array.
 struct FileArray {
-  std::int32_t file = -1;  // in the series
+  std::int32_t file = -1;   // in the series
+  std::int32_t filler = 0;  // in place of padding: keys are compared as bytes
   fld::ArrayLayout place;
 
   bool operator==(const FileArray&) const = default;
