@@ -24,6 +24,10 @@ if(FLD_SANITIZE)
   add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
   add_link_options(-fsanitize=address,undefined)
 endif()
+if(FLD_SANITIZE_THREADS)
+  add_compile_options(-fsanitize=thread -fno-omit-frame-pointer)
+  add_link_options(-fsanitize=thread)
+endif()
 
 # fld_add_module(NAME SOURCES...): one module of the reader, compiled once for the plug-in and the static library.
 function(fld_add_module name)

@@ -4,6 +4,7 @@
 #include <cstdio>
 
 #include "format/element_codes.h"
+#include "support/worker_threads.h"
 
 namespace fld {
 
@@ -14,23 +15,58 @@ bool inside(int index, int count) {
 }
 
 long count_outside(const int* indices, long n, int count) {
-  long outside = 0;
-  for (long i = 0; i < n; ++i) outside += !inside(indices[i], count);
-  return outside;
+  return sum_of_ranges(n, sizeof(int), [=](long begin, long end) {
+    long outside = 0;
+    for (long i = begin; i < end; ++i) outside += !inside(indices[i], count);
+    return outside;
+  });
 }
 
 // A face link of -1 means "no element" and is valid.
 long count_links_outside(const int* links, long n, int count) {
-  long outside = 0;
-  for (long i = 0; i < n; ++i) outside += links[i] != -1 && !inside(links[i], count);
-  return outside;
+  return sum_of_ranges(n, sizeof(int), [=](long begin, long end) {
+    long outside = 0;
+    for (long i = begin; i < end; ++i) outside += links[i] != -1 && !inside(links[i], count);
+    return outside;
+  });
 }
 
 // Number of node indices that the surface's faces lack.
 long missing_nodes(const SurfaceGeometry& surface) {
-  long needed = 0;
-  for (int i = 0; i < surface.nface; ++i) needed += nodes_of_face(surface.faceType[i]);
+  const int* const types = surface.faceType;
+  const long needed = sum_of_ranges(surface.nface, sizeof(int), [=](long begin, long end) {
+    long nodes = 0;
+    for (long i = begin; i < end; ++i) nodes += nodes_of_face(types[i]);
+    return nodes;
+  });
   return std::max<long>(needed - surface.nfaceNode, 0);
+}
+
+int count_code(const int* codes, long n, int wanted) {
+  return sum_of_ranges(n, sizeof(int), [=](long begin, long end) {
+    return static_cast<int>(std::count(codes + begin, codes + end, wanted));
+  });
+}
+
+ElementCounts counts_of(const Elements& elements) {
+  const int* const types = elements.type;
+  return sum_of_ranges(elements.nelem, sizeof(int), [=](long begin, long end) {
+    ElementCounts counts;
+    for (long e = begin; e < end; ++e) counts.add(types[e]);
+    return counts;
+  });
+}
+
+// `types` are those of the mesh's elements.
+ElementCounts counts_of(const VolumeGeometry& volume, const int* types, int nelem) {
+  const int* const elements = volume.elem;
+  return sum_of_ranges(volume.nelem, sizeof(int), [=](long begin, long end) {
+    ElementCounts counts;
+    for (long i = begin; i < end; ++i) {
+      if (inside(elements[i], nelem)) counts.add(types[elements[i]]);
+    }
+    return counts;
+  });
 }
 
 void report(const std::string& path, long count, const char* what) {
@@ -41,24 +77,15 @@ void report(const std::string& path, long count, const char* what) {
 
 void count_types(FLDGEO& geo) {
   for (auto& surface : geo.surfaces) {
-    surface->ntri = surface->nquad = 0;
-    for (int i = 0; i < surface->nface; ++i) {
-      surface->ntri += surface->faceType[i] == kTriangleFace;
-      surface->nquad += surface->faceType[i] == kQuadrilateralFace;
-    }
+    surface->ntri = count_code(surface->faceType, surface->nface, kTriangleFace);
+    surface->nquad = count_code(surface->faceType, surface->nface, kQuadrilateralFace);
   }
   const int nelem = geo.element_count();
+  const int* const types = nelem > 0 ? geo.elements->type : nullptr;
   for (auto& volume : geo.volumes) {
-    ElementCounts counts;
-    for (int i = 0; i < volume->nelem; ++i) {
-      if (inside(volume->elem[i], nelem)) counts.add(geo.elements->type[volume->elem[i]]);
-    }
-    static_cast<ElementCounts&>(*volume) = counts;
+    static_cast<ElementCounts&>(*volume) = counts_of(*volume, types, nelem);
   }
-  if (!geo.elements) return;
-  ElementCounts counts;
-  for (int e = 0; e < nelem; ++e) counts.add(geo.elements->type[e]);
-  static_cast<ElementCounts&>(*geo.elements) = counts;
+  if (geo.elements) static_cast<ElementCounts&>(*geo.elements) = counts_of(*geo.elements);
 }
 
 BadIndices& BadIndices::operator+=(const BadIndices& other) {

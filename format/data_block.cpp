@@ -4,14 +4,18 @@
 #include <cstring>
 #include <limits>
 
+#include "format/large_read.h"
 #include "format/read_checks.h"
 #include "format/record.h"
 #include "support/byte_order.h"
 #include "support/errors.h"
+#include "support/worker_threads.h"
 
 namespace fld {
 
 namespace {
+
+constexpr int64_t kMarker = 4;  // bytes
 
 // The rule of a block of `n` elements. An end rule means that the section has fewer blocks than its layout.
 Rule read_block_rule(FILE* stream, long n) {
@@ -29,7 +33,18 @@ long elements_of_record(const Rule& rule, long k, long n) {
   return std::min<long>(rule.perRecord, remaining);
 }
 
+// Reads the elements of a large array, and the markers around them, if the records hold exactly `n` elements.
+bool read_large_array(FILE* stream, const Rule& rule, long n, size_t width, void* out) {
+  if (threads_for(n * static_cast<long>(width)) == 1 || rule.perRecord <= 0) return false;
+  if ((n - 1) / rule.perRecord + 1 != rule.nRecords) return false;
+  const ArrayLayout array = {ftello(stream) + kMarker, static_cast<int32_t>(width), rule.perRecord, 0, n};
+  if (!read_by_threads(stream, array, out)) return false;
+  read_marker(stream);
+  return true;
+}
+
 void read_records(FILE* stream, const Rule& rule, long n, size_t width, void* out) {
+  if (read_large_array(stream, rule, n, width, out)) return;
   auto* bytes = static_cast<char*>(out);
   for (long k = 0; k < rule.nRecords; ++k) {
     const auto count = static_cast<size_t>(elements_of_record(rule, k, n));
@@ -55,7 +70,6 @@ ArrayLayout locate(FILE* stream, const Rule& rule, long n, size_t width) {
   // If there are too many records, the last one is.
   const long records = std::max(rule.nRecords, 0);
   if (records > 0) elements_of_record(rule, records - 1, n);
-  constexpr int64_t kMarker = 4;
   const int64_t begin = ftello(stream);
   const int64_t length = records * 2 * kMarker + (records > 0 ? n * static_cast<int64_t>(width) : 0);
   if (length <= std::numeric_limits<int>::max()) {

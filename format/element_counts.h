@@ -26,6 +26,16 @@ struct ElementCounts {
     nprism += code == kPrism;
     nhex += code == kHexahedron;
   }
+
+  ElementCounts& operator+=(const ElementCounts& other) {
+    ntri += other.ntri;
+    nquad += other.nquad;
+    ntet += other.ntet;
+    npyr += other.npyr;
+    nprism += other.nprism;
+    nhex += other.nhex;
+    return *this;
+  }
 };
 
 }  // namespace fld

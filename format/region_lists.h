@@ -14,6 +14,7 @@
 #include "support/errors.h"
 #include "support/smart_ptr.h"
 #include "support/tracked_array.h"
+#include "support/worker_threads.h"
 
 namespace fld {
 
@@ -92,7 +93,9 @@ void take_gathered(FILE* stream, RegionList<Region>& list, int Region::*count, i
   for (auto& region : list) {
     const int n = (*region).*count;
     (*region).*entries = make_tracked_array<int>(static_cast<size_t>(n), tag_each).release();
-    std::copy_n(next, n, (*region).*entries);
+    int* const copy = (*region).*entries;
+    for_ranges(n, sizeof(int),
+               [=](int64_t begin, int64_t end) { std::copy(next + begin, next + end, copy + begin); });
     next += n;
   }
 }

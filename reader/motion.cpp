@@ -45,17 +45,17 @@ void actALE(const ALE& ale, FLDGEO& geo, const long* ele2head) {
   bool any_marked = false;
   for (size_t r = moved.size(); r-- > 0;) {
     if (moved[r].empty()) continue;
-    const auto visit = [&](auto on_node) {
-      for (const VolumeGeometry* volume : moved[r]) {
-        for_each_node(*volume, geo.elements.get(), ele2head, nnode, on_node);
-      }
-    };
+    const Elements* const elements = geo.elements.get();
     // Scan all marks for the first region (usually the only large one); collect the others directly.
     std::span<const int> nodes;
     if (std::exchange(any_marked, true)) {
-      nodes = mark_and_list(visit);
+      nodes = mark_and_list([&](auto on_node) {
+        for (const VolumeGeometry* volume : moved[r])
+          for_each_node(*volume, elements, ele2head, 0, volume->nelem, nnode, on_node);
+      });
     } else {
-      visit([](int node) { g_mark_node[static_cast<size_t>(node)] = 1; });
+      for (const VolumeGeometry* volume : moved[r])
+        mark_nodes(*volume, elements, ele2head, nnode, g_mark_node.data());
       nodes = list_marked_nodes(nnode);
     }
     for (const ALE_ACT& act : ale.regions[r].actions)

@@ -1,12 +1,15 @@
 #include "reader/node_selection.h"
 
 #include <algorithm>
+#include <atomic>
 #include <cstdint>
 #include <cstring>
+#include <iterator>
 #include <utility>
 
 #include "reader/region_walk.h"
 #include "reader/work_tables.h"
+#include "support/worker_threads.h"
 
 namespace fld {
 
@@ -23,8 +26,46 @@ Selection selection;
 size_t remembered_end = 0;    // offset in g_part_nodes
 bool any_remembered = false;  // g_part_lists has an entry
 
+// Bytes that a node takes in the work tables: its index and its mark.
+constexpr size_t kBytesOfNode = 5;
+
 void mark(int node) {
   g_mark_node[static_cast<size_t>(node)] = 1;
+}
+
+// Threads may set the same mark.
+void set_mark(char* marks, int node) {
+  std::atomic_ref(marks[node]).store(1, std::memory_order_relaxed);
+}
+
+int count_marks(const char* marks, int nnode) {
+  return sum_of_ranges(nnode, kBytesOfNode, [=](int64_t begin, int64_t end) {
+    return static_cast<int>(std::count(marks + begin, marks + end, 1));
+  });
+}
+
+// Lists the marked nodes from `begin` to `end` - 1 and returns the end of the list.
+int* list_range(const char* marks, int64_t begin, int64_t end, int* list) {
+  constexpr int kGroup = 8;  // marks tested at once
+  constexpr uint64_t kAllMarked = 0x0101010101010101;
+  auto node = static_cast<int>(begin);
+  const auto last = static_cast<int>(end);
+  while (node + kGroup <= last) {
+    uint64_t group = 0;
+    memcpy(&group, marks + node, sizeof group);
+    if (group == kAllMarked) {
+      for (int i = 0; i < kGroup; ++i) *list++ = node + i;
+    } else if (group != 0) {
+      for (int i = 0; i < kGroup; ++i) {
+        if (marks[node + i] != 0) *list++ = node + i;
+      }
+    }
+    node += kGroup;
+  }
+  for (; node < last; ++node) {
+    if (marks[node] != 0) *list++ = node;
+  }
+  return list;
 }
 
 // Collects and sorts the nodes of `visit`. For parts that are small compared with the mesh.
@@ -54,20 +95,28 @@ bool is_whole_mesh(const VolumeGeometry& volume, const FLDGEO& geo) {
   if (!geo.has_sound_elements() || volume.nelem != geo.element_count()) return false;
   const Elements& elements = *geo.elements;
   if (elements.ntri != 0 || elements.nquad != 0 || elements.nodes() != elements.nconn) return false;
-  int others = 0;
-  for (int i = 0; i < volume.nelem; ++i) others += volume.elem[i] != i;
+  const int* const elem = volume.elem;
+  const int64_t others = sum_of_ranges(volume.nelem, sizeof(int), [=](int64_t begin, int64_t end) {
+    int64_t count = 0;
+    for (int64_t i = begin; i < end; ++i) count += elem[i] != i;
+    return count;
+  });
   return others == 0;
 }
 
 std::span<const int> find_nodes(const VolumeGeometry& volume, const FLDGEO& geo, int geoIndex, int nnode) {
   const Elements* elements = geo.elements.get();
   if (is_small(8L * volume.nelem, nnode)) {
-    return collect_nodes(
-        [&](auto on_node) { for_each_node(volume, elements, element_offsets(geoIndex), nnode, on_node); });
+    return collect_nodes([&](auto on_node) {
+      for_each_node(volume, elements, element_offsets(geoIndex), 0, volume.nelem, nnode, on_node);
+    });
   }
   if (is_whole_mesh(volume, geo)) {
     char* const marks = g_mark_node.data();
-    for (long i = 0; i < elements->nconn; ++i) marks[elements->conn[i]] = 1;
+    const int* const conn = elements->conn;
+    for_ranges(elements->nconn, sizeof(int), [=](int64_t begin, int64_t end) {
+      for (int64_t i = begin; i < end; ++i) set_mark(marks, conn[i]);
+    });
   } else {
     fld_markNodesOnVolumeRegion(&volume, elements, element_offsets(geoIndex), nnode, g_mark_node.data());
   }
@@ -135,32 +184,29 @@ PartNodes select_nodes(const Part& part) {
 
 const int* local_numbers() {
   if (!selection.is_numbered) {
-    int number = 0;
-    for (const int node : selection.nodes.nodes) g_globalNode2localNode[static_cast<size_t>(node)] = number++;
+    const int* const nodes = selection.nodes.nodes.data();
+    int* const numbers = g_globalNode2localNode.data();
+    for_ranges(std::ssize(selection.nodes.nodes), sizeof(int), [=](int64_t begin, int64_t end) {
+      for (int64_t number = begin; number < end; ++number) numbers[nodes[number]] = static_cast<int>(number);
+    });
     selection.is_numbered = true;
   }
   return g_globalNode2localNode.data();
 }
 
 std::span<const int> list_marked_nodes(int nnode) {
-  constexpr int kGroup = 8;  // marks tested at once
   const char* const marks = g_mark_node.data();
   int* const list = next_list();
-  int* end = list;
-  const auto list_from = [&](int first, int last) {
-    for (int i = first; i < last; ++i) {
-      *end = i;
-      end += marks[i];
-    }
-  };
-  int i = 0;
-  for (; i + kGroup <= nnode; i += kGroup) {
-    uint64_t group = 0;
-    memcpy(&group, marks + i, sizeof group);
-    if (group != 0) list_from(i, i + kGroup);
-  }
-  list_from(i, nnode);
-  return {list, end};
+  const Ranges ranges = ranges_of(nnode, kBytesOfNode);
+  const auto listed_before = sums_before<int64_t>(
+      ranges, [=](int64_t begin, int64_t end) { return std::count(marks + begin, marks + end, 1); });
+  int* list_end = list;
+  run_in_threads(ranges.count, [&](int k) {
+    int* const end =
+        list_range(marks, ranges.begin(k), ranges.end(k), list + listed_before[static_cast<size_t>(k)]);
+    if (k == ranges.count - 1) list_end = end;
+  });
+  return {list, list_end};
 }
 
 void forget_selection() {
@@ -180,17 +226,25 @@ void forget_parts() {
   remembered_end = 0;
 }
 
+void mark_nodes(const VolumeGeometry& volume, const Elements* elements, const long* ele2head, int nnode,
+                char* marks) {
+  for_ranges(volume.nelem, sizeof(int), [&](int64_t begin, int64_t end) {
+    for_each_node(volume, elements, ele2head, begin, end, nnode,
+                  [marks](int node) { set_mark(marks, node); });
+  });
+}
+
 int fld_markNodesOnSurfaceRegion(const SurfaceGeometry* surface, int nnode, char* mark) {
   std::fill_n(mark, nnode, 0);
   for_each_node(*surface, nnode, [mark](int node) { mark[node] = 1; });
-  return static_cast<int>(std::count(mark, mark + nnode, 1));
+  return count_marks(mark, nnode);
 }
 
 int fld_markNodesOnVolumeRegion(const VolumeGeometry* volume, const Elements* elements, const long* ele2head,
                                 int nnode, char* mark) {
   std::fill_n(mark, nnode, 0);
-  for_each_node(*volume, elements, ele2head, nnode, [mark](int node) { mark[node] = 1; });
-  return static_cast<int>(std::count(mark, mark + nnode, 1));
+  mark_nodes(*volume, elements, ele2head, nnode, mark);
+  return count_marks(mark, nnode);
 }
 
 }  // namespace fld

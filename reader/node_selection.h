@@ -46,6 +46,10 @@ std::span<int> mark_and_list(Visit visit) {
   return {list, end};
 }
 
+// Marks the nodes below `nnode` of the region's elements.
+void mark_nodes(const VolumeGeometry& volume, const Elements* elements, const long* ele2head, int nnode,
+                char* marks);
+
 // Clears the marks and the selection.
 void forget_selection();
 

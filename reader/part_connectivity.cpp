@@ -1,5 +1,6 @@
 // The connectivity of a part: one row of local node numbers per element.
 #include "interface/userd_api.h"
+#include "reader/elements_of_type.h"
 #include "reader/globals.h"
 #include "reader/node_selection.h"
 #include "reader/parts.h"
@@ -98,9 +99,8 @@ void write_volume_rows(const Part& part, int slot, int** rows) {
   with_node_count<3, 4, 5, 6, 8>(nodes_of_element(wanted), [&]<int kNodes>() {
     with_numbering(part, [&](auto number) {
       with_row_writer<kNodes>(part, number, [&](const Elements& elements, auto write_row_of) {
-        for_each_element(*part.volume, &elements, [&, next = rows](int e, int code) mutable {
-          if (code == wanted) write_row_of(*next++, ele2head[e]);
-        });
+        for_each_of_type(*part.volume, &elements, wanted,
+                         [=](int64_t row, int e) { write_row_of(rows[row], ele2head[e]); });
       });
     });
   });
@@ -110,13 +110,8 @@ void write_mesh_rows(const Part& part, int slot, int** rows) {
   const int wanted = element_code_of_slot(slot);
   with_node_count<3, 4, 5, 6, 8>(nodes_of_element(wanted), [&]<int kNodes>() {
     with_row_writer<kNodes>(part, MeshNumber{}, [&](const Elements& elements, auto write_row_of) {
-      const int nelem = elements.nelem;
-      const int* const types = elements.type;
-      long head = 0;
-      for (int e = 0; e < nelem; ++e) {
-        if (types[e] == wanted) write_row_of(*rows++, head);
-        head += nodes_of_solid(types[e]);
-      }
+      for_each_of_type(elements, wanted,
+                       [=](RowPlace place, int) { write_row_of(rows[place.row], place.head); });
     });
   });
 }

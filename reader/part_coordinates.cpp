@@ -1,11 +1,13 @@
 // The node coordinates of a part.
 #include <cmath>
+#include <cstdint>
 
 #include "interface/userd_api.h"
 #include "reader/globals.h"
 #include "reader/node_selection.h"
 #include "reader/part_values.h"
 #include "reader/parts.h"
+#include "support/worker_threads.h"
 
 namespace fld {
 
@@ -15,12 +17,14 @@ constexpr int kCylindrical = 1;
 
 // Converts radius and angle in entries 1 to `n` to x and y, in place.
 void to_cartesian(float* x, float* y, int n) {
-  for (int k = 1; k <= n; ++k) {
-    const auto radius = static_cast<double>(x[k]);
-    const auto angle = static_cast<double>(y[k]);
-    x[k] = static_cast<float>(radius * std::cos(angle));
-    y[k] = static_cast<float>(radius * std::sin(angle));
-  }
+  for_ranges(n, sizeof(float), [=](int64_t begin, int64_t end) {
+    for (int64_t k = begin + 1; k <= end; ++k) {
+      const auto radius = static_cast<double>(x[k]);
+      const auto angle = static_cast<double>(y[k]);
+      x[k] = static_cast<float>(radius * std::cos(angle));
+      y[k] = static_cast<float>(radius * std::sin(angle));
+    }
+  });
 }
 
 }  // namespace

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
+#include "reader/elements_of_type.h"
 #include "reader/globals.h"
-#include "reader/region_walk.h"
 
 namespace fld {
 
@@ -23,12 +23,16 @@ void copy_part_values(const PartNodes& part, const VFPA& values, int n, float* o
     int given = 0;
     if (part.is_whole_mesh) {
       given = std::min(part.count, n);
-      for (int i = 0; i < given; ++i) out[i] = static_cast<float>(from[i]);
+      for_ranges(given, sizeof(float), [=](int64_t begin, int64_t end) {
+        for (int64_t i = begin; i < end; ++i) out[i] = static_cast<float>(from[i]);
+      });
     } else {
       const auto nodes = part.nodes;
       given = static_cast<int>(std::lower_bound(nodes.begin(), nodes.end(), n) - nodes.begin());
       const int* const node = nodes.data();
-      for (int k = 0; k < given; ++k) out[k] = static_cast<float>(from[node[k]]);
+      for_ranges(given, sizeof(float), [=](int64_t begin, int64_t end) {
+        for (int64_t k = begin; k < end; ++k) out[k] = static_cast<float>(from[node[k]]);
+      });
     }
     std::fill(out + given, out + part.count, Ens_Undef_value);
   });
@@ -50,13 +54,12 @@ void write_materials(const Part& part, int slot, float* out) {
   if (wanted == 0) return;
   // Triangles and quadrilaterals have no material; their entries are undefined.
   const bool flat = wanted == kTriangle || wanted == kQuadrilateral;
-  const auto write = [&](int e, int code) {
-    if (code == wanted) *out++ = flat ? Ens_Undef_value : material_of(geo, e);
-  };
+  const auto material = [=, &geo](int e) { return flat ? Ens_Undef_value : material_of(geo, e); };
+  const Elements* const elements = geo.elements.get();
   if (part.kind == Part::Kind::volume) {
-    for_each_element(*part.volume, geo.elements.get(), write);
-  } else {
-    for (int e = 0; e < geo.element_count(); ++e) write(e, geo.elements->type[e]);
+    for_each_of_type(*part.volume, elements, wanted, [=](int64_t row, int e) { out[row] = material(e); });
+  } else if (elements != nullptr) {
+    for_each_of_type(*elements, wanted, [=](RowPlace place, int e) { out[place.row] = material(e); });
   }
 }
 

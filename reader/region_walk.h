@@ -3,6 +3,7 @@
 #pragma once
 
 #include <algorithm>
+#include <cstdint>
 
 #include "dataset/fldgeo.h"
 #include "format/element_codes.h"
@@ -39,11 +40,13 @@ struct ElementNodes {
   int given;
 };
 
-// Calls visit(e, code) for each element of the region, in order. Element indices out of range are skipped.
+// Calls visit(e, code) for the entries `begin` to `end` - 1 of the region's list of elements, in order.
+// Element indices out of range are skipped.
 template <class Visit>
-void for_each_element(const VolumeGeometry& volume, const Elements* elements, Visit visit) {
+void for_each_element(const VolumeGeometry& volume, const Elements* elements, int64_t begin, int64_t end,
+                      Visit visit) {
   const int nelem = elements != nullptr ? elements->nelem : 0;
-  for (int i = 0; i < volume.nelem; ++i) {
+  for (int64_t i = begin; i < end; ++i) {
     const int e = volume.elem[i];
     if (is_inside(e, nelem)) visit(e, elements->type[e]);
   }
@@ -61,11 +64,11 @@ void for_each_node(const SurfaceGeometry& surface, int nnode, OnNode on_node) {
   });
 }
 
-// The same for the region's elements.
+// The same for the entries `begin` to `end` - 1 of the region's list of elements.
 template <class OnNode>
-void for_each_node(const VolumeGeometry& volume, const Elements* elements, const long* ele2head, int nnode,
-                   OnNode on_node) {
-  for_each_element(volume, elements, [=](int e, int code) {
+void for_each_node(const VolumeGeometry& volume, const Elements* elements, const long* ele2head,
+                   int64_t begin, int64_t end, int nnode, OnNode on_node) {
+  for_each_element(volume, elements, begin, end, [=](int e, int code) {
     const ElementNodes element(*elements, ele2head[e], nodes_of_element(code));
     for (int j = 0; j < element.given; ++j) {
       if (is_inside(element.nodes[j], nnode)) on_node(element.nodes[j]);

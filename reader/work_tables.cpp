@@ -10,6 +10,8 @@
 #include "dataset/type_counts.h"
 #include "reader/node_selection.h"
 #include "support/errors.h"
+#include "support/huge_pages.h"
+#include "support/worker_threads.h"
 
 namespace fld {
 
@@ -22,12 +24,34 @@ constexpr int kOffsetsTag = 1000165;
 // mesh.
 constexpr size_t kFewRegionSets = 64;
 
+long count_nodes(const int* type, int64_t begin, int64_t end) {
+  long nodes = 0;
+  for (int64_t e = begin; e < end; ++e) nodes += nodes_of_solid(type[e]);
+  return nodes;
+}
+
 void fill_offsets(long* heads, int nelem, const int* type) {
-  long head = 0;
-  for (int e = 0; e < nelem; ++e) {
-    heads[e] = head;
-    head += nodes_of_solid(type[e]);
-  }
+  const Ranges ranges = ranges_of(nelem, sizeof(long));
+  const auto nodes_before =
+      sums_before<long>(ranges, [type](int64_t begin, int64_t end) { return count_nodes(type, begin, end); });
+  run_in_threads(ranges.count, [&](int k) {
+    long head = nodes_before[static_cast<size_t>(k)];
+    for (int64_t e = ranges.begin(k); e < ranges.end(k); ++e) {
+      heads[e] = head;
+      head += nodes_of_solid(type[e]);
+    }
+  });
+}
+
+// Whether each offset follows from the one before.
+bool has_offsets(const long* heads, int nelem, const int* type) {
+  if (nelem > 0 && heads[0] != 0) return false;
+  const int64_t others = sum_of_ranges(std::max(nelem - 1, 0), sizeof(long), [=](int64_t begin, int64_t end) {
+    int64_t count = 0;
+    for (int64_t e = begin; e < end; ++e) count += heads[e + 1] - heads[e] != nodes_of_solid(type[e]);
+    return count;
+  });
+  return others == 0;
 }
 
 // One message per element, written in blocks because stderr is not buffered.
@@ -51,12 +75,7 @@ bool agrees(ElementOffsets& offsets, const FLDGEO& geo) {
     offsets.source = geo.elements;
     return true;
   }
-  long head = 0;
-  for (int e = 0; e < nelem; ++e) {
-    if (offsets.heads[static_cast<size_t>(e)] != head) return false;
-    head += nodes_of_solid(geo.elements->type[e]);
-  }
-  return true;
+  return nelem == 0 || has_offsets(offsets.heads.get(), nelem, geo.elements->type);
 }
 
 ElementOffsets make_offsets(const FLDGEO& geo) {
@@ -70,8 +89,8 @@ ElementOffsets make_unfilled_offsets(const FLDGEO& geo) {
   const int nelem = geo.element_count();
   if (nelem == 0) return {};
   const Elements& elements = *geo.elements;
-  ElementOffsets offsets = {make_tracked_array<long>(static_cast<size_t>(nelem), kOffsetsTag), nelem, false,
-                            geo.elements};
+  auto* const heads = static_cast<long*>(cv_reserve(static_cast<size_t>(nelem), sizeof(long), kOffsetsTag));
+  ElementOffsets offsets = {TrackedArray<long>(heads), nelem, false, geo.elements};
   report_invalid_types(nelem - elements.ntet - elements.npyr - elements.nprism - elements.nhex);
   return offsets;
 }
@@ -145,14 +164,17 @@ void freeMemoryForGeometry() {
 long* aloc_ele2head(int nelem, int* type) {
   auto heads = make_tracked_array<long>(static_cast<size_t>(nelem), kOffsetsTag);
   fill_offsets(heads.get(), nelem, type);
-  report_invalid_types(static_cast<int>(
-      std::count_if(type, type + nelem, [](int code) { return nodes_of_solid(code) == 0; })));
+  report_invalid_types(sum_of_ranges(nelem, sizeof(int), [type](int64_t begin, int64_t end) {
+    return static_cast<int>(
+        std::count_if(type + begin, type + end, [](int code) { return nodes_of_solid(code) == 0; }));
+  }));
   return heads.release();
 }
 
 const long* element_offsets(int g) {
   ElementOffsets& offsets = offsets_of(static_cast<size_t>(g));
   if (const auto elements = std::exchange(offsets.source, {})) {
+    take_huge_pages(offsets.heads.get(), static_cast<size_t>(elements->nelem) * sizeof(long));
     fill_offsets(offsets.heads.get(), elements->nelem, elements->type);
     offsets.is_filled = true;
   }

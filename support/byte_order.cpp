@@ -31,12 +31,12 @@ uint64_t reversed(uint64_t value) {
   return __builtin_bswap64(value);
 }
 
-// Byte-swaps every Word in the first `bytes` bytes of the staging buffer into `out`. Compiles to vector code.
+// Byte-swaps every Word in the `bytes` bytes at `in` into `out`. Compiles to vector code.
 template <class Word>
-void swap_chunk(char* out, size_t bytes) {
+void swap_words(char* out, const char* in, size_t bytes) {
   for (size_t i = 0; i < bytes; i += sizeof(Word)) {
     Word word = 0;
-    memcpy(&word, staging + i, sizeof(Word));
+    memcpy(&word, in + i, sizeof(Word));
     word = reversed(word);
     memcpy(out + i, &word, sizeof(Word));
   }
@@ -55,7 +55,7 @@ size_t read_whole_chunks(char* out, size_t bytes, FILE* stream) {
   for (size_t done = 0; done < bytes; done += chunk) {
     chunk = std::min(bytes - done, kStagingSize);
     more = more && refill(chunk, stream);
-    swap_chunk<Word>(out + done, chunk);
+    swap_words<Word>(out + done, staging, chunk);
   }
   return chunk;
 }
@@ -102,6 +102,18 @@ size_t cnvt_fread(void* buffer, size_t size, size_t n, FILE* stream) {
       return read_whole_chunks<uint64_t>(out, size * n, stream);
     default:
       return read_bytes_reversed(out, size, n, stream);
+  }
+}
+
+void cnvt_copy(void* out, const void* in, size_t size, size_t n) {
+  auto* to = static_cast<char*>(out);
+  const auto* from = static_cast<const char*>(in);
+  if (get_endian_read() == host_endian()) {
+    memcpy(to, from, size * n);
+  } else if (size == sizeof(uint32_t)) {
+    swap_words<uint32_t>(to, from, size * n);
+  } else {
+    swap_words<uint64_t>(to, from, size * n);
   }
 }
 

@@ -1,5 +1,6 @@
 // Byte order and raw reads. FLD files are big-endian. Every read of the format layer goes through cnvt_fread,
-// which swaps the elements to the host's byte order.
+// which swaps the elements to the host's byte order; only large arrays are read in blocks and go through
+// cnvt_copy.
 #pragma once
 
 #include <stddef.h>
@@ -17,6 +18,9 @@ int get_endian_write();
 // from the staging buffer without further reads. The result is fread's item count if nothing is swapped,
 // otherwise a position in the staging buffer: check the stream's state instead. Not reentrant.
 size_t cnvt_fread(void* buffer, size_t size, size_t n, FILE* stream);
+
+// Copies `n` elements of `size` bytes (4 or 8), as they stand in a file, in the host's byte order.
+void cnvt_copy(void* out, const void* in, size_t size, size_t n);
 
 // Replaces trailing blanks of the `n`-character field `s` (n at least 1) with NULs.
 void cnvt_trimright(char* s, int n);

@@ -99,9 +99,9 @@ void unlink_from_list(AllocationNode* node) {
   if (memory == node) memory = node->next;
 }
 
-// Allocates a block of `size` bytes and puts it at the head of the list. Throws if either fails.
+// Allocates a block and puts it at the head of the list. Throws if either fails.
 template <class Allocate>
-void* allocate_listed(size_t size, int tag, Allocate allocate) {
+void* allocate_listed(int tag, Allocate allocate) {
   auto* node = static_cast<AllocationNode*>(malloc(sizeof(AllocationNode)));
   void* block = node != nullptr ? allocate() : nullptr;
   if (block == nullptr || !reserve_index()) {
@@ -113,7 +113,6 @@ void* allocate_listed(size_t size, int tag, Allocate allocate) {
   if (memory != nullptr) memory->previous = node;
   memory = node;
   add_to_index(node);
-  advise_huge_pages(block, size);
   return block;
 }
 
@@ -134,12 +133,20 @@ void free_memory() {
 
 void* cv_maloc(size_t size, int tag) {
   if (size == 0) return nullptr;
-  return allocate_listed(size, tag, [size] { return malloc(size); });
+  void* block = allocate_listed(tag, [size] { return malloc(size); });
+  take_huge_pages(block, size);
+  return block;
 }
 
 void* cv_caloc(size_t count, size_t size, int tag) {
+  void* block = cv_reserve(count, size, tag);
+  take_huge_pages(block, count * size);
+  return block;
+}
+
+void* cv_reserve(size_t count, size_t size, int tag) {
   if (count == 0 || size == 0) return nullptr;
-  return allocate_listed(count * size, tag, [count, size] { return calloc(count, size); });
+  return allocate_listed(tag, [count, size] { return calloc(count, size); });
 }
 
 void* cv_realoc(void* block, size_t size) {

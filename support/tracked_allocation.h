@@ -29,6 +29,9 @@ void* cv_maloc(size_t size, int tag);
 // A new zero-filled block of `count` * `size` bytes; null when either is 0. Throws like cv_maloc.
 void* cv_caloc(size_t count, size_t size, int tag);
 
+// The same for a block that may never be filled: its pages take no memory until they are written to.
+void* cv_reserve(size_t count, size_t size, int tag);
+
 // Resizes a listed block, which keeps its position and tag. Returns null for a null pointer. On failure,
 // returns null and stores null in the list entry, so the old block is no longer listed. Throws
 // MemoryAllocException "ATTEMPT TO REALLOC UNKNOWN POINTER".

@@ -4,6 +4,8 @@
 #include <string>
 #include <type_traits>
 
+#include "support/worker_threads.h"
+
 namespace fld {
 
 FLDReadException invalid_precision(int site) {
@@ -24,10 +26,12 @@ void cv_cut_fld(VFPA a, int n, float fLimit, double dLimit, double replacement) 
   visit_elements(a, [=](auto* values) {
     using Value = std::remove_pointer_t<decltype(values)>;
     const auto cut = static_cast<Value>(replacement);
-    for (int i = 0; i < n; ++i) {
-      const auto rounded = static_cast<double>(static_cast<float>(values[i]));
-      values[i] = rounded > limit ? cut : values[i];
-    }
+    for_ranges(n, sizeof(Value), [=](int64_t begin, int64_t end) {
+      for (int64_t i = begin; i < end; ++i) {
+        const auto rounded = static_cast<double>(static_cast<float>(values[i]));
+        values[i] = rounded > limit ? cut : values[i];
+      }
+    });
   });
 }
 

@@ -96,6 +96,7 @@ extern "C" {
 int __real_open64(const char* path, int flags, ...);
 int __real_fstat64(int descriptor, struct stat64* status);
 int __real_fileno(FILE* stream);
+ssize_t __real_pread64(int descriptor, void* out, size_t size, off64_t offset);
 DIR* __real_opendir(const char* path);
 
 int __wrap_open64(const char* path, int flags, ...) {
@@ -120,6 +121,16 @@ DIR* __wrap_opendir(const char* path) {
     return nullptr;
   }
   return __real_opendir(path);
+}
+
+ssize_t __wrap_pread64(int descriptor, void* out, size_t size, off64_t offset) {
+  if (faults::strikes(faults::FileFault::kReadError)) {
+    errno = EIO;
+    return -1;
+  }
+  if (faults::strikes(faults::FileFault::kEnd)) return 0;
+  if (faults::strikes(faults::FileFault::kShortRead)) size = std::min<size_t>(size, 1);
+  return __real_pread64(descriptor, out, size, offset);
 }
 
 FILE* __wrap_fdopen(int descriptor, const char* mode) {

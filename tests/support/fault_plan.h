@@ -1,26 +1,33 @@
 // When an injected fault occurs: at one request, or from that one on.
 #pragma once
 
-#include <cstddef>
+#include <mutex>
 
+// Requests may come from several threads.
 class FaultPlan {
  public:
   enum class Lasting { kOnce, kForEver };
 
   // The `request`-th request from now on, from 1, is the first to fail.
   void begin(int request, Lasting lasting = Lasting::kOnce) {
-    *this = FaultPlan();
+    const std::lock_guard lock(mutex_);
     left_ = request;
     lasting_ = lasting;
+    is_paused_ = false;
+    has_struck_ = false;
   }
-  void end() { left_ = 0; }
+  void end() {
+    const std::lock_guard lock(mutex_);
+    left_ = 0;
+  }
 
   // Requests in between neither fail nor count.
-  void pause() { is_paused_ = true; }
-  void resume() { is_paused_ = false; }
+  void pause() { set_paused(true); }
+  void resume() { set_paused(false); }
 
   // Counts a request, and says whether it fails.
   bool strikes() {
+    const std::lock_guard lock(mutex_);
     if (is_paused_ || left_ == 0) return false;
     if (left_ > 1) {
       --left_;
@@ -30,9 +37,18 @@ class FaultPlan {
     if (lasting_ == Lasting::kOnce) left_ = 0;
     return true;
   }
-  bool has_struck() const { return has_struck_; }
+  bool has_struck() const {
+    const std::lock_guard lock(mutex_);
+    return has_struck_;
+  }
 
  private:
+  void set_paused(bool is_paused) {
+    const std::lock_guard lock(mutex_);
+    is_paused_ = is_paused;
+  }
+
+  mutable std::mutex mutex_;
   int left_ = 0;  // requests up to the one that fails; 0: none will
   Lasting lasting_ = Lasting::kOnce;
   bool is_paused_ = false;
