@@ -11,13 +11,11 @@
 
 namespace inspect {
 
-static_assert(std::endian::native == std::endian::little, "bytes are always swapped");
-
-inline std::uint32_t byte_swapped(std::uint32_t word) {
-  return __builtin_bswap32(word);
+inline std::uint32_t in_host_order(std::uint32_t word) {
+  return std::endian::native == std::endian::big ? word : __builtin_bswap32(word);
 }
-inline std::uint64_t byte_swapped(std::uint64_t word) {
-  return __builtin_bswap64(word);
+inline std::uint64_t in_host_order(std::uint64_t word) {
+  return std::endian::native == std::endian::big ? word : __builtin_bswap64(word);
 }
 
 template <class Number>
@@ -25,7 +23,7 @@ Number load(const unsigned char* bytes) {
   using Word = std::conditional_t<sizeof(Number) == 4, std::uint32_t, std::uint64_t>;
   Word word = 0;
   std::memcpy(&word, bytes, sizeof word);
-  return std::bit_cast<Number>(byte_swapped(word));
+  return std::bit_cast<Number>(in_host_order(word));
 }
 
 inline std::int32_t load_int32(const unsigned char* bytes) {

@@ -16,25 +16,21 @@ constexpr std::size_t kPiece = std::size_t{64}
                                << 10;  // bytes that are swapped at a time, to stay in the cache
 constexpr std::int64_t kSlack = 64;    // markers at the ends of a read
 
-std::uint32_t swapped(std::uint32_t value) {
-  return __builtin_bswap32(value);
+std::uint32_t in_host_order(std::uint32_t word) {
+  return std::endian::native == std::endian::big ? word : __builtin_bswap32(word);
 }
-std::uint64_t swapped(std::uint64_t value) {
-  return __builtin_bswap64(value);
+std::uint64_t in_host_order(std::uint64_t word) {
+  return std::endian::native == std::endian::big ? word : __builtin_bswap64(word);
 }
 
 // Files are big-endian. Compiles to vector code.
 template <typename Word>
 void to_host_order(const std::byte* from, std::byte* to, std::size_t bytes) {
-  if constexpr (std::endian::native == std::endian::big) {
-    std::memcpy(to, from, bytes);
-  } else {
-    for (std::size_t i = 0; i < bytes; i += sizeof(Word)) {
-      Word word;
-      std::memcpy(&word, from + i, sizeof word);
-      word = swapped(word);
-      std::memcpy(to + i, &word, sizeof word);
-    }
+  for (std::size_t i = 0; i < bytes; i += sizeof(Word)) {
+    Word word;
+    std::memcpy(&word, from + i, sizeof word);
+    word = in_host_order(word);
+    std::memcpy(to + i, &word, sizeof word);
   }
 }
 

@@ -9,13 +9,12 @@
 
 namespace testkit {
 
-static_assert(std::endian::native == std::endian::little, "the writer turns little-endian values round");
-
-inline std::uint32_t swapped(std::uint32_t bits) {
-  return __builtin_bswap32(bits);
+// Between this machine's byte order and the files'.
+inline std::uint32_t in_file_order(std::uint32_t bits) {
+  return std::endian::native == std::endian::big ? bits : __builtin_bswap32(bits);
 }
-inline std::uint64_t swapped(std::uint64_t bits) {
-  return __builtin_bswap64(bits);
+inline std::uint64_t in_file_order(std::uint64_t bits) {
+  return std::endian::native == std::endian::big ? bits : __builtin_bswap64(bits);
 }
 
 // Writes every value, converted to `Stored`, big-endian to `out` (sizeof(Stored) bytes each).
@@ -24,7 +23,7 @@ void store_big_endian(std::span<const Value> values, char* out) {
   static_assert(sizeof(Stored) == 4 || sizeof(Stored) == 8);
   using Bits = std::conditional_t<sizeof(Stored) == 4, std::uint32_t, std::uint64_t>;
   for (const Value value : values) {
-    const Bits bits = swapped(std::bit_cast<Bits>(static_cast<Stored>(value)));
+    const Bits bits = in_file_order(std::bit_cast<Bits>(static_cast<Stored>(value)));
     __builtin_memcpy(out, &bits, sizeof bits);
     out += sizeof bits;
   }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <cstdint>
 #include <iterator>
 #include <limits>
 #include <vector>
@@ -86,14 +87,20 @@ std::string npy_header(std::size_t rows, std::size_t columns) {
   return header + dictionary;
 }
 
+// The files are the same whatever machine writes them.
+void to_little_endian(std::vector<float>& values) {
+  if constexpr (std::endian::native == std::endian::big) {
+    for (float& value : values)
+      value = std::bit_cast<float>(__builtin_bswap32(std::bit_cast<std::uint32_t>(value)));
+  }
+}
+
 class NpyWriter : public ValueWriter {
  public:
   NpyWriter(OriginColumns origin, std::size_t rows, Output& output, Progress& progress)
       : origin_(origin), rows_(rows), output_(output), progress_(progress) {}
 
   void add(const ValueTable& table, RowRange rows, const TableOrigin& origin) override {
-    static_assert(std::endian::native == std::endian::little,
-                  "the array is written in the byte order of this machine");
     std::vector<float> before;
     if (origin_.step) before.push_back(static_cast<float>(origin.step));
     if (origin_.part) before.push_back(static_cast<float>(origin.part));
@@ -109,6 +116,7 @@ class NpyWriter : public ValueWriter {
           block.push_back(host::is_undefined(value) ? std::numeric_limits<float>::quiet_NaN() : value);
         }
       }
+      to_little_endian(block);
       output_.write({reinterpret_cast<const char*>(block.data()), block.size() * sizeof(float)});
     });
   }

@@ -1,7 +1,8 @@
 #include "tests/tool/npy_file.h"
 
+#include <bit>
+#include <cstdint>
 #include <cstdio>
-#include <cstring>
 #include <stdexcept>
 
 namespace tool_test {
@@ -27,8 +28,12 @@ NpyArray read_npy(const std::string& bytes) {
   array.values.resize(array.rows * array.columns);
   if (bytes.size() != start + array.values.size() * sizeof(float))
     throw std::runtime_error("the data has a wrong length");
-  if (array.values.empty()) return array;
-  std::memcpy(array.values.data(), bytes.data() + start, array.values.size() * sizeof(float));
+  for (std::size_t i = 0; i < array.values.size(); ++i) {
+    std::uint32_t word = 0;
+    for (std::size_t byte = sizeof word; byte-- > 0;)
+      word = word << 8U | static_cast<unsigned char>(bytes[start + i * sizeof word + byte]);
+    array.values[i] = std::bit_cast<float>(word);
+  }
   return array;
 }
 
