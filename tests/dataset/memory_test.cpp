@@ -6,6 +6,7 @@
 
 #include "dataset/fld.h"
 #include "tests/dataset/dataset_test.h"
+#include "tests/testkit/emulator.h"
 
 namespace fld {
 namespace {
@@ -153,6 +154,7 @@ TEST_F(MemoryDeathTest, AsManyRegionsAsTheFileCouldHoldTakeWhatRegionsTake) {
 }
 
 TEST_F(MemoryDeathTest, ExhaustedMemoryIsMinus5) {
+  if (kUnderEmulator) GTEST_SKIP() << "qemu-user does not limit memory";
   testkit::Nodes nodes;
   nodes.x = nodes.y = nodes.z = testkit::Reals::hole(1 << 26);  // 256 MiB each
   EXPECT_EXIT(read_with_little_memory(write({testkit::nodes_section(nodes)})), testing::ExitedWithCode(5),

@@ -8,6 +8,7 @@
 #include "testkit/quantity.h"
 #include "testkit/small_meshes.h"
 #include "tests/host/open_file.h"
+#include "tests/testkit/emulator.h"
 
 namespace {
 
@@ -25,6 +26,7 @@ testkit::File with_surfaces(const Names& names) {
 }
 
 TEST(PartNames, AreUtf8) {
+  if (kUnderEmulator) GTEST_SKIP() << kWithoutConverters;
   host_test::OpenFile file(with_surfaces({"\x8a\x4f"}));
   EXPECT_EQ(host::part_names(file.session()), (Names{"外", "fluid", "ALL_ELEMENTS"}));
 }

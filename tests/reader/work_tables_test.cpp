@@ -11,6 +11,7 @@
 #include "support/tracked_allocation.h"
 #include "tests/reader/linked_reader.h"
 #include "tests/reader/small_datasets.h"
+#include "tests/testkit/emulator.h"
 
 namespace reader_test {
 namespace {
@@ -282,6 +283,7 @@ void limit_memory(rlim_t megabytes) {
 }
 
 TEST_F(WorkTablesDeathTest, ExhaustedMemoryForNodesIsReportedAndTheTablesAreKept) {
+  if (kUnderEmulator) GTEST_SKIP() << "qemu-user does not limit memory";
   make_small_tables();
   fld::smart_ptr<fld::Geometry> geometry = geometry_of({numbered_mesh(4)});
   geometry->geos[0].nodes->nnode = 2000000000;
@@ -297,6 +299,7 @@ TEST_F(WorkTablesDeathTest, ExhaustedMemoryForNodesIsReportedAndTheTablesAreKept
 }
 
 TEST_F(WorkTablesDeathTest, ExhaustedMemoryForOffsetsThrowsAndTheTablesAreKept) {
+  if (kUnderEmulator) GTEST_SKIP() << "qemu-user does not limit memory";
   make_small_tables();
   fld::smart_ptr<fld::Geometry> geometry = geometry_of({numbered_mesh(4)});
   geometry->geos[0].elements->nelem = 2000000000;
@@ -317,6 +320,7 @@ TEST_F(WorkTablesDeathTest, ExhaustedMemoryForOffsetsThrowsAndTheTablesAreKept) 
 }
 
 TEST_F(WorkTablesDeathTest, StepWhoseMeshDoesNotFitTheMemoryHasAnEmptyRegionSet) {
+  if (kUnderEmulator) GTEST_SKIP() << "qemu-user does not limit memory";
   write_and_open(testkit::file_of(numbered_mesh(4)));
   const PartInfo empty = {1, 0, "ALL_ELEMENTS", 0, {}};
   EXPECT_EXIT(
