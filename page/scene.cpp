@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <map>
+#include <optional>
 #include <set>
 #include <span>
 #include <utility>
@@ -46,12 +47,6 @@ bool are_same(const SurfaceValues& a, const SurfaceValues& b) {
                     [](const auto& x, const auto& y) { return are_same(x, y); });
 }
 
-std::vector<float> magnitudes(const std::vector<std::vector<float>>& xyz) {
-  std::vector<float> lengths(xyz[0].size());
-  for (std::size_t i = 0; i < lengths.size(); ++i) lengths[i] = std::hypot(xyz[0][i], xyz[1][i], xyz[2][i]);
-  return lengths;
-}
-
 nlohmann::json ranges_json(const std::vector<Range>& ranges) {
   auto list = nlohmann::json::array();
   for (const Range& range : ranges) {
@@ -63,17 +58,27 @@ nlohmann::json ranges_json(const std::vector<Range>& ranges) {
 
 }  // namespace
 
-Scene::Scene(std::size_t parts, std::size_t variables, Precision precision)
-    : precision_(precision),
-      values_(variables),
-      written_(parts),
-      written_values_(variables, std::vector<std::optional<WrittenValues>>(parts)) {}
+Scene::Scene(std::size_t variables, Precision precision)
+    : precision_(precision), values_(variables), written_values_(variables) {}
+
+void Scene::set_part_count(std::size_t count) {
+  written_.resize(count);
+  for (auto& of_parts : written_values_) of_parts.resize(count);
+  // The steps so far do not have the new ones.
+  for (Step& step : steps_) {
+    step.geometry.resize(count);
+    for (auto& of_parts : step.values) of_parts.resize(count);
+  }
+}
 
 void Scene::begin_step(nlohmann::json about) {
   Step step;
   step.about = std::move(about);
-  step.geometry.resize(written_.size());
-  if (!steps_.empty()) step.geometry = steps_.back().geometry;
+  if (steps_.empty()) {
+    step.geometry.resize(written_.size());
+  } else {
+    step.geometry = steps_.back().geometry;
+  }
   step.values.assign(values_.size(), std::vector<std::optional<Block>>(written_.size()));
   steps_.push_back(std::move(step));
   geometry_.chunk = chunks_.size();
@@ -143,7 +148,7 @@ void Scene::set_values(std::size_t variable, std::size_t part, const SurfaceValu
       block.ranges.push_back(range_of(numbers));
       append_numbers(pending.bytes, numbers, block.ranges.back(), precision_.value_bits);
     }
-    if (values.components.size() == 3) block.ranges.push_back(range_of(magnitudes(values.components)));
+    if (values.components.size() == 3) block.ranges.push_back(range_of(component_of(values, std::nullopt)));
     written = WrittenValues{values, std::move(block)};
   }
   steps_.back().values[variable][part] = written->block;

@@ -18,7 +18,11 @@ namespace page {
 
 class Scene {
  public:
-  Scene(std::size_t parts, std::size_t variables, Precision precision);
+  // Without parts.
+  Scene(std::size_t variables, Precision precision);
+
+  // From the next step on there are so many parts, never fewer than before.
+  void set_part_count(std::size_t count);
 
   // Begins a step. Until something else is set, its parts are what they were at the step before, and no
   // variable has values. `about` goes into the page with the step.

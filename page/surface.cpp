@@ -2,8 +2,10 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstddef>
 #include <numeric>
+#include <tuple>
 #include <vtkCellArray.h>
 #include <vtkCellData.h>
 #include <vtkCutter.h>
@@ -100,6 +102,15 @@ std::vector<SurfaceValues> arrays_of(vtkFieldData* data, bool per_face, vtkIdTyp
 }
 
 }  // namespace
+
+std::vector<float> component_of(const SurfaceValues& values, std::optional<int> component) {
+  if (values.components.size() == 1) return values.components.front();
+  if (component) return values.components[static_cast<std::size_t>(*component)];
+  const auto& [x, y, z] = std::tie(values.components[0], values.components[1], values.components[2]);
+  std::vector<float> lengths(x.size());
+  for (std::size_t i = 0; i < lengths.size(); ++i) lengths[i] = std::hypot(x[i], y[i], z[i]);
+  return lengths;
+}
 
 Surface outer_surface(vtkUnstructuredGrid* grid) {
   vtkNew<vtkUnstructuredGrid> bare;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <vector>
 #include <vtkUnstructuredGrid.h>
 
@@ -27,6 +28,9 @@ struct SurfaceValues {
   bool per_face = false;                       // or per point
   std::vector<std::vector<float>> components;  // one, or three of a vector
 };
+
+// One number per value: of a vector a component, or the magnitude without one.
+std::vector<float> component_of(const SurfaceValues& values, std::optional<int> component);
 
 // The outer faces of the cells.
 Surface outer_surface(vtkUnstructuredGrid* grid);

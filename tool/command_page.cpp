@@ -1,17 +1,12 @@
 // fldtool page
-#include <algorithm>
 #include <array>
 #include <memory>
 #include <optional>
-#include <set>
 #include <string>
-#include <utility>
 #include <vector>
 #include <vtkObject.h>
 
 #include "fmt/format.h"
-#include "host/bounding_box.h"
-#include "host/display_names.h"
 #include "host/error.h"
 #include "host/text_encoding.h"
 #include "page/document.h"
@@ -27,7 +22,7 @@
 #include "tool/page_scene.h"
 #include "tool/picture_parts.h"
 #include "tool/progress.h"
-#include "tool/vector_components.h"
+#include "tool/read_error.h"
 
 namespace tool {
 namespace {
@@ -88,13 +83,12 @@ class PageMaker {
         options_(options),
         range_(range_of(options)),
         view_(view_of(options)),
-        slices_(slices_of(options)) {
-    choose();
+        choice_{choose_first_step(), {}, {}},
+        entries_(session, options) {
+    choose_variables_and_scalar();
   }
 
   void write() {
-    about_ = describe_page(
-        session_, {choice_, shown_.at(session_), faint_.at(session_), scalar_, range_, view_, options_});
     std::vector<std::size_t> steps;
     const page::Scene scene = fitting_scene(steps);
     Output output(options_.output);
@@ -104,33 +98,23 @@ class PageMaker {
   }
 
  private:
-  void choose() {
-    choice_.steps = choose_steps(session_, options_.steps);
-    session_.select_step(choice_.steps.front());
-    faint_ = choose_parts(session_, options_.faint);
-    shown_ = options_.parts.empty() ? usual_parts(session_) : choose_parts(session_, options_.parts);
-    choose_variables_and_scalar();
-    names_ = host::part_names(session_);
-    const std::vector<PartIdentity> identities = part_identities(session_);
-    for (const int part : listed_parts()) {
-      const auto place = static_cast<std::size_t>(part) - 1;
-      choice_.entries.push_back({identities[place], part, names_[place], std::nullopt});
-    }
-    add_slices(identities);
-    if (choice_.entries.empty())
-      throw CommandError(ExitStatus::failure, options_.dataset.file, "there is no part to show");
+  // The steps, of which the session is brought to the first.
+  std::vector<int> choose_first_step() {
+    std::vector<int> steps = choose_steps(session_, options_.steps);
+    session_.select_step(steps.front());
+    return steps;
   }
 
   // The first of the variables may be a component, or none for colours of the parts.
   void choose_variables_and_scalar() {
     std::vector<std::string> items = items_of(options_.variables);
     if (items.empty()) {
-      scalar_ = first_scalar(session_, shown_.at(session_));
+      choice_.scalar = first_scalar(session_, entries_.coloured());
     } else if (items.front() == "none") {
       items.erase(items.begin());
     } else {
-      scalar_ = find_first(items.front());
-      items.front() = std::to_string(scalar_->variable);
+      choice_.scalar = find_first(items.front());
+      items.front() = std::to_string(choice_.scalar->variable);
     }
     choice_.variables = choose_variables(session_, items);
   }
@@ -144,76 +128,11 @@ class PageMaker {
     }
   }
 
-  // The parts whose outer faces are in the page, ascending.
-  std::vector<int> listed_parts() const {
-    std::set<int> parts;
-    for (const ChosenParts* chosen : {&shown_, &faint_}) {
-      const std::vector<int> numbers = chosen->at(session_);
-      parts.insert(numbers.begin(), numbers.end());
-    }
-    if (options_.parts.empty() && !parts.empty()) {
-      for (const host::Part& part : session_.parts()) {
-        if (part.kind == host::PartKind::surface && part.element_count() > 0) parts.insert(part.number);
-      }
-    }
-    return {parts.begin(), parts.end()};
-  }
-
-  // The volumes among the chosen parts, else all of them, else the whole meshes.
-  std::vector<int> cut_parts() const {
-    const auto with_cells = [](const host::Part& part) {
-      return part.kind != host::PartKind::surface && part.element_count() > 0;
-    };
-    std::vector<int> parts;
-    if (!options_.parts.empty()) {
-      for (const int part : shown_.at(session_)) {
-        if (with_cells(session_.part(part))) parts.push_back(part);
-      }
-    }
-    for (const host::PartKind kind : {host::PartKind::volume, host::PartKind::whole}) {
-      if (!parts.empty()) break;
-      for (const host::Part& part : session_.parts()) {
-        if (part.kind == kind && with_cells(part)) parts.push_back(part.number);
-      }
-    }
-    return parts;
-  }
-
-  void add_slices(const std::vector<PartIdentity>& identities) {
-    if (slices_.empty()) return;
-    const std::vector<int> parts = cut_parts();
-    if (parts.empty())
-      throw CommandError(ExitStatus::failure, options_.dataset.file, "there is no volume to cut");
-    for (const SliceOption& slice : slices_) {
-      const CutPlane plane = {slice.axis, position_of(slice, parts)};
-      for (const int part : parts) {
-        const auto place = static_cast<std::size_t>(part) - 1;
-        std::string name = fmt::format("{} at {} = {:.4g}", names_[place],
-                                       kAxes[static_cast<std::size_t>(plane.axis)], plane.position);
-        choice_.entries.push_back({identities[place], part, std::move(name), plane});
-      }
-    }
-  }
-
-  double position_of(const SliceOption& slice, const std::vector<int>& parts) {
-    if (!slice.is_percentage) return slice.position;
-    const auto axis = static_cast<std::size_t>(slice.axis);
-    std::optional<std::array<double, 2>> ends;
-    for (const int part : parts) {
-      const auto box = host::bounding_box(session_.coordinates(part));
-      if (!box) continue;
-      const auto low = static_cast<double>(box->lowest[axis]);
-      const auto high = static_cast<double>(box->highest[axis]);
-      ends = ends ? std::array{std::min((*ends)[0], low), std::max((*ends)[1], high)} : std::array{low, high};
-    }
-    return ends ? (*ends)[0] + slice.position / 100 * ((*ends)[1] - (*ends)[0]) : 0;
-  }
-
   // The best that fits, with the steps that are in it.
   page::Scene fitting_scene(std::vector<std::size_t>& steps) {
     const std::vector<page::Precision> all = precisions(options_);
     for (const page::Precision precision : all) {
-      page::Scene scene = read(precision);
+      page::Scene scene = read(precision).scene;
       const bool is_last = precision.value_bits == all.back().value_bits;
       for (std::size_t count = scene.step_count(); count > 0; --count) {
         steps = spread_steps(scene.step_count(), count);
@@ -241,21 +160,22 @@ class PageMaker {
     return options_.max_size == 0 || size_of(scene, steps) <= options_.max_size;
   }
 
-  page::Scene read(page::Precision precision) {
+  PageData read(page::Precision precision) {
     const ExitAtOnce at_once;  // no file is written yet, and VTK's filters cannot be stopped
     Progress progress("steps", choice_.steps.size(), ProgressUnit::steps);
     progress.update(0);
-    return make_scene(
-        session_, choice_, precision,
+    PageData data = read_page_data(
+        session_, choice_, entries_, precision,
         [&](bool is_first) {
-          if (!is_first || has_told_) return;
-          shown_.tell_missing(session_, progress);
-          faint_.tell_missing(session_, progress);
+          if (is_first && !has_told_) entries_.tell_missing(progress);
         },
         [&](std::size_t done) {
           progress.update(done);
           has_told_ = has_told_ || done == choice_.steps.size();
         });
+    about_ =
+        describe_page(session_, {choice_, entries_, range_.value_or(data.range.ends()), view_, options_});
+    return data;
   }
 
   void tell_losses(page::Precision wanted, page::Precision used, const std::vector<std::size_t>& steps,
@@ -282,12 +202,8 @@ class PageMaker {
   const PageOptions& options_;
   std::optional<std::array<double, 2>> range_;
   render::View view_;
-  std::vector<SliceOption> slices_;
   PageChoice choice_;
-  ChosenParts shown_;
-  ChosenParts faint_;
-  std::vector<std::string> names_;
-  std::optional<PictureScalar> scalar_;
+  PageEntries entries_;
   nlohmann::json about_;
   bool has_told_ = false;
 };
@@ -299,7 +215,7 @@ void run_page(const PageOptions& options) {
   try {
     PageMaker(dataset.session(), options).write();
   } catch (const host::Error& error) {
-    throw CommandError(ExitStatus::unreadable, options.dataset.file, host::message_to_utf8(error.reason()));
+    throw read_error(error, dataset.session());
   }
 }
 

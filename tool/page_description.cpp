@@ -17,51 +17,26 @@
 namespace tool {
 namespace {
 
-nlohmann::json describe_parts(const PageStart& start) {
+nlohmann::json describe_parts(const PageEntries& entries) {
   auto parts = nlohmann::json::array();
-  for (const PageEntry& entry : start.choice.entries) {
-    const bool is_faint =
-        !entry.cut && std::binary_search(start.faint.begin(), start.faint.end(), entry.number);
-    const bool is_shown =
-        is_faint || entry.cut || std::binary_search(start.shown.begin(), start.shown.end(), entry.number);
+  for (const PageEntry& entry : entries.all()) {
     parts.push_back({{"name", entry.name},
                      {"number", entry.number},
-                     {"shown", is_shown},
-                     {"faint", is_faint},
+                     {"axes", entry.axes},
+                     {"shown", entry.is_shown},
+                     {"faint", entry.is_faint},
                      {"cut", entry.cut.has_value()}});
   }
   return parts;
 }
 
-// `numbers` are those of the parts in the order of the entries.
-nlohmann::json describe_folders(const std::vector<host::PartFolder>& folders,
-                                const std::vector<int>& numbers) {
+nlohmann::json describe_folders(const std::vector<host::PartFolder>& folders) {
   auto list = nlohmann::json::array();
   for (const host::PartFolder& folder : folders) {
-    auto parts = nlohmann::json::array();
-    for (const int part : folder.parts)
-      parts.push_back(std::distance(numbers.begin(), std::lower_bound(numbers.begin(), numbers.end(), part)));
-    list.push_back({{"name", folder.name},
-                    {"parts", std::move(parts)},
-                    {"folders", describe_folders(folder.folders, numbers)}});
+    list.push_back(
+        {{"name", folder.name}, {"parts", folder.parts}, {"folders", describe_folders(folder.folders)}});
   }
   return list;
-}
-
-nlohmann::json describe_tree(host::Session& session, const PageChoice& choice) {
-  std::vector<int> numbers;
-  nlohmann::json cuts = {
-      {"name", "Cuts"}, {"parts", nlohmann::json::array()}, {"folders", nlohmann::json::array()}};
-  for (std::size_t i = 0; i < choice.entries.size(); ++i) {
-    if (choice.entries[i].cut) {
-      cuts["parts"].push_back(i);
-    } else {
-      numbers.push_back(choice.entries[i].number);
-    }
-  }
-  nlohmann::json tree = describe_folders(host::make_part_tree(session, numbers), numbers);
-  if (!cuts["parts"].empty()) tree.push_back(std::move(cuts));
-  return tree;
 }
 
 nlohmann::json describe_variables(host::Session& session, const PageChoice& choice) {
@@ -101,13 +76,13 @@ nlohmann::json describe_start(const PageStart& from) {
                           {"edges", from.options.edges},
                           {"from", from.view.from},
                           {"up", from.view.up}};
-  if (from.scalar) {
+  if (const auto& scalar = from.choice.scalar) {
     const auto place =
-        std::find(from.choice.variables.begin(), from.choice.variables.end(), from.scalar->variable);
+        std::find(from.choice.variables.begin(), from.choice.variables.end(), scalar->variable);
     start["variable"] = std::distance(from.choice.variables.begin(), place);
-    start["component"] = from.scalar->component.value_or(kMagnitude);
+    start["component"] = scalar->component.value_or(kMagnitude);
+    start["range"] = from.range;
   }
-  if (from.range) start["range"] = *from.range;
   return start;
 }
 
@@ -126,9 +101,9 @@ nlohmann::json describe_page(host::Session& session, const PageStart& start) {
       {"date", header.date},
       {"comments", header.comments},
       {"writer", "fldtool " FLDTOOL_VERSION},
-      {"axes", kAxes},
-      {"parts", describe_parts(start)},
-      {"tree", describe_tree(session, start.choice)},
+      {"components", kAxes},
+      {"parts", describe_parts(start.entries)},
+      {"tree", describe_folders(start.entries.tree())},
       {"variables", describe_variables(session, start.choice)},
       {"maps", describe_maps()},
       {"undefinedColour", render::kUndefinedColour},

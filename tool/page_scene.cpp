@@ -62,24 +62,28 @@ std::size_t fingerprint(const std::vector<host::ElementBlock>& blocks) {
 // Goes through the steps with what it has to remember from one to the next.
 class SceneMaker {
  public:
-  SceneMaker(host::Session& session, const PageChoice& choice, page::Scene& scene)
-      : session_(session), choice_(choice), scene_(scene), outside_(choice.entries.size()) {}
+  SceneMaker(host::Session& session, const PageChoice& choice, PageEntries& entries, PageData& data)
+      : session_(session), choice_(choice), entries_(entries), scene_(data.scene), range_(data.range) {}
 
   void add_step(int step, const std::function<void(bool is_first)>& after_part) {
     session_.select_step(step);
+    entries_.add_step();
+    scene_.set_part_count(entries_.all().size());
+    outside_.resize(entries_.all().size());
     const auto time = session_.variable_times().times[static_cast<std::size_t>(step)];
     scene_.begin_step({{"step", step}, {"time", time}});
     const int geometry_step = session_.geometry_step_of(step);
     is_new_geometry_ = geometry_step != geometry_step_;
     geometry_step_ = geometry_step;
     const std::map<PartIdentity, int> numbers = part_numbers(session_);
-    for (std::size_t i = 0; i < choice_.entries.size(); ++i) {
-      const auto found = numbers.find(choice_.entries[i].part);
+    for (std::size_t i = 0; i < entries_.all().size(); ++i) {
+      const PageEntry& entry = entries_.all()[i];
+      const auto found = numbers.find(entry.part);
       if (found == numbers.end()) {
         scene_.remove_surface(i);
         outside_[i].is_known = false;
-      } else if (choice_.entries[i].cut) {
-        add_cut(i, found->second, *choice_.entries[i].cut);
+      } else if (entry.cut) {
+        add_cut(i, found->second, *entry.cut);
       } else {
         add_outside(i, found->second);
       }
@@ -119,6 +123,8 @@ class SceneMaker {
       const int variable = choice_.variables[i];
       const vtkSmartPointer<vtkDataArray> array = vtkdata::make_values(session_, variable, part, "values");
       auto* values = vtkFloatArray::SafeDownCast(array);
+      if (colours(entry, variable))
+        range_.add(as_scalars(array, choice_.scalar->component), session_.part(part).nodes);
       if (values == nullptr || values->GetNumberOfTuples() == 0) continue;
       page::SurfaceValues on_faces;
       on_faces.per_face = session_.variable(variable).location == host::Location::element;
@@ -146,13 +152,25 @@ class SceneMaker {
     page::CutSurface made = page::cut(grid, plane.axis, plane.position);
     scene_.set_surface(entry, std::move(made.surface));
     of_points.insert(of_points.end(), of_cells.begin(), of_cells.end());
-    for (std::size_t i = 0; i < std::min(of_points.size(), made.values.size()); ++i)
-      scene_.set_values(of_points[i], entry, made.values[i]);
+    for (std::size_t i = 0; i < std::min(of_points.size(), made.values.size()); ++i) {
+      const page::SurfaceValues& values = made.values[i];
+      if (colours(entry, choice_.variables[of_points[i]]))
+        range_.add(page::component_of(values, choice_.scalar->component));
+      scene_.set_values(of_points[i], entry, values);
+    }
+  }
+
+  // Whether the variable's values on an entry have colours at first.
+  bool colours(std::size_t entry, int variable) const {
+    const PageEntry& of = entries_.all()[entry];
+    return choice_.scalar && choice_.scalar->variable == variable && of.is_shown && !of.is_faint;
   }
 
   host::Session& session_;
   const PageChoice& choice_;
+  PageEntries& entries_;
   page::Scene& scene_;
+  ValueRange& range_;
   std::vector<Outside> outside_;  // per entry
   std::optional<int> geometry_step_;
   bool is_new_geometry_ = true;
@@ -160,16 +178,16 @@ class SceneMaker {
 
 }  // namespace
 
-page::Scene make_scene(host::Session& session, const PageChoice& choice, page::Precision precision,
-                       const std::function<void(bool is_first)>& after_part,
-                       const std::function<void(std::size_t)>& after_step) {
-  page::Scene scene(choice.entries.size(), choice.variables.size(), precision);
-  SceneMaker maker(session, choice, scene);
+PageData read_page_data(host::Session& session, const PageChoice& choice, PageEntries& entries,
+                        page::Precision precision, const std::function<void(bool is_first)>& after_part,
+                        const std::function<void(std::size_t)>& after_step) {
+  PageData data{page::Scene(choice.variables.size(), precision), {}};
+  SceneMaker maker(session, choice, entries, data);
   for (const int step : choice.steps) {
     maker.add_step(step, after_part);
-    after_step(scene.step_count());
+    after_step(data.scene.step_count());
   }
-  return scene;
+  return data;
 }
 
 }  // namespace tool

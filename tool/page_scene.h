@@ -4,39 +4,31 @@
 #include <cstddef>
 #include <functional>
 #include <optional>
-#include <string>
 #include <vector>
 
 #include "host/session.h"
 #include "page/scene.h"
-#include "tool/chosen_parts.h"
+#include "tool/page_entries.h"
+#include "tool/picture_parts.h"
 
 namespace tool {
 
-// A plane that is perpendicular to an axis.
-struct CutPlane {
-  int axis = 0;
-  double position = 0;
-};
-
-// What a page lists as a part.
-struct PageEntry {
-  PartIdentity part;
-  int number = 0;               // at the first step
-  std::string name;             // UTF-8
-  std::optional<CutPlane> cut;  // none: the part's outer faces
-};
-
 struct PageChoice {
   std::vector<int> steps;
-  std::vector<PageEntry> entries;
-  std::vector<int> variables;  // numbers
+  std::vector<int> variables;           // numbers
+  std::optional<PictureScalar> scalar;  // what is shown at first
 };
 
-// All chosen steps. `after_part` is called after every part, with whether it was the step's first, and
-// may throw; `after_step` with the count of steps that are done.
-page::Scene make_scene(host::Session& session, const PageChoice& choice, page::Precision precision,
-                       const std::function<void(bool is_first)>& after_part,
-                       const std::function<void(std::size_t)>& after_step);
+struct PageData {
+  page::Scene scene;
+  ValueRange range;  // of the scalar on what is coloured at first, at all steps
+};
+
+// All chosen steps. What the steps have of the parts is added to `entries`. `after_part` is called after
+// every part, with whether it was the step's first, and may throw; `after_step` with the count of steps that
+// are done.
+PageData read_page_data(host::Session& session, const PageChoice& choice, PageEntries& entries,
+                        page::Precision precision, const std::function<void(bool is_first)>& after_part,
+                        const std::function<void(std::size_t)>& after_step);
 
 }  // namespace tool

@@ -94,9 +94,12 @@ void ValueRange::add(vtkDataArray* values, int nodes) {
   has_values_ = has_values_ || (values != nullptr && nodes > 0);
   auto* array = vtkFloatArray::SafeDownCast(values);
   if (array == nullptr) return;
-  const float* from = array->GetPointer(0);
-  for (vtkIdType i = 0; i < array->GetNumberOfValues(); ++i) {
-    const auto value = static_cast<double>(from[i]);
+  add(std::span(array->GetPointer(0), static_cast<std::size_t>(array->GetNumberOfValues())));
+}
+
+void ValueRange::add(std::span<const float> values) {
+  for (const float number : values) {
+    const auto value = static_cast<double>(number);
     if (!std::isfinite(value)) continue;
     low_ = is_empty_ ? value : std::min(low_, value);
     high_ = is_empty_ ? value : std::max(high_, value);
@@ -117,9 +120,12 @@ std::array<double, 2> ValueRange::ends() const {
 }
 
 vtkSmartPointer<vtkDataArray> scalar_values(host::Session& session, const PictureScalar& scalar, int part) {
-  vtkSmartPointer<vtkDataArray> values = vtkdata::make_values(session, scalar.variable, part, "scalar");
-  if (!values || values->GetNumberOfComponents() == 1) return values;
-  return reduced(vtkFloatArray::SafeDownCast(values), scalar.component);
+  return as_scalars(vtkdata::make_values(session, scalar.variable, part, "scalar"), scalar.component);
+}
+
+vtkSmartPointer<vtkDataArray> as_scalars(vtkDataArray* values, std::optional<int> component) {
+  if (values == nullptr || values->GetNumberOfComponents() == 1) return values;
+  return reduced(vtkFloatArray::SafeDownCast(values), component);
 }
 
 render::ShownPart make_shown_part(host::Session& session, int part,

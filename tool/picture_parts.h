@@ -3,6 +3,7 @@
 
 #include <array>
 #include <optional>
+#include <span>
 #include <string>
 #include <vector>
 #include <vtkDataArray.h>
@@ -49,6 +50,7 @@ class ValueRange {
 
   // The values of a part with so many nodes; null when there are none.
   void add(vtkDataArray* values, int nodes);
+  void add(std::span<const float> values);
 
   // What was added.
   ValuesOnParts on_parts() const;
@@ -63,6 +65,9 @@ class ValueRange {
   bool has_nodes_ = false;
   bool has_values_ = false;
 };
+
+// Values as one number per tuple: of a vector a component, or the magnitude without one. Null for null.
+vtkSmartPointer<vtkDataArray> as_scalars(vtkDataArray* values, std::optional<int> component);
 
 // The scalar's values on a part at the session's step, per node or element; null when there are none.
 vtkSmartPointer<vtkDataArray> scalar_values(host::Session& session, const PictureScalar& scalar, int part);

@@ -17,7 +17,7 @@ export function showCard(about, { part, face, point, place }, surface, coloured)
     ['Part', String(about.parts[part].number)],
     ['Node', surface.faces.nodes ? String(surface.faces.nodes[point]) : ''],
     ['Element', String(surface.faces.elements[face])],
-    ...place.map((x, axis) => [about.axes[axis], formatNumber(x, digits(coordinateBits))]),
+    ...place.map((x, axis) => [about.parts[part].axes[axis], formatNumber(x, digits(coordinateBits))]),
   ];
   if (coloured) {
     const { variable, perFace, numbers, components } = coloured;
@@ -27,7 +27,7 @@ export function showCard(about, { part, face, point, place }, surface, coloured)
     const add = (name, value) => terms.push([name, text(value)]);
     if (components) {
       const vector = components.map((list) => list[number]);
-      vector.forEach((value, axis) => add(`${variable.name} ${about.axes[axis]}`, value));
+      vector.forEach((value, axis) => add(`${variable.name} ${about.components[axis]}`, value));
       add(`${variable.name} magnitude`, Math.hypot(...vector));
     } else {
       add(variable.name, numbers[number]);

@@ -4,12 +4,7 @@ import { find, make, setOptions } from './dom.js';
 import { MAGNITUDE } from './surfaces.js';
 import { formatNumber } from './ticks.js';
 
-const COMPONENTS = [
-  ['Magnitude', MAGNITUDE],
-  ['x', 0],
-  ['y', 1],
-  ['z', 2],
-];
+const COMPONENTS = [MAGNITUDE, 0, 1, 2];
 
 export class ColourControls {
   // `colours` is { variable, component, map, range }, which the controls change: numbers (variable null: none) and two
@@ -26,8 +21,8 @@ export class ColourControls {
     ]);
     setOptions(find('map'), scene.maps.map(({ name }, i) => [i, name]));
     find('components').append(
-      ...COMPONENTS.map(([text, component]) => {
-        const button = make('button', { textContent: component === MAGNITUDE ? text : scene.axes[component], role: 'radio' });
+      ...COMPONENTS.map((component) => {
+        const button = make('button', { textContent: component === MAGNITUDE ? 'Magnitude' : scene.components[component], role: 'radio' });
         button.addEventListener('click', () => this.change({ component, range: null }));
         return button;
       }),
@@ -53,8 +48,7 @@ export class ColourControls {
   }
 
   takeRange() {
-    const low = Number(find('low').value.replace(',', '.'));
-    const high = Number(find('high').value.replace(',', '.'));
+    const [low, high] = ['low', 'high'].map((end) => Number(find(end).value.replace(',', '.').replace('\u2212', '-')));
     const isRange = find('low').value !== '' && find('high').value !== '' && low < high && Number.isFinite(high - low);
     for (const end of ['low', 'high']) find(end).setAttribute('aria-invalid', String(!isRange));
     if (isRange) this.change({ range: [low, high] });
@@ -71,7 +65,7 @@ export class ColourControls {
     const label = variable.label || variable.name;
     if (!variable.vector) return label;
     const { component } = this.colours;
-    const suffix = component === MAGNITUDE ? 'magnitude' : this.scene.axes[component];
+    const suffix = component === MAGNITUDE ? 'magnitude' : this.scene.components[component];
     const unit = variable.unit ? ` [${variable.unit}]` : '';
     const bare = unit && label.endsWith(unit) ? label.slice(0, -unit.length) : label;
     return `${bare} ${suffix}${bare === label ? '' : unit}`;
@@ -84,7 +78,7 @@ export class ColourControls {
     find('map').value = map;
     find('components').hidden = !isVector;
     [...find('components').children].forEach((button, i) => {
-      button.setAttribute('aria-checked', String(COMPONENTS[i][1] === component));
+      button.setAttribute('aria-checked', String(COMPONENTS[i] === component));
     });
     find('scale').hidden = variable === null;
     if (range) {

@@ -7,6 +7,8 @@ import { icon, find, make, setOptions, setTerms } from './dom.js';
 import { drawOverlay, LEGEND_HEIGHT } from './overlay.js';
 import { PartsTree } from './parts_tree.js';
 import { pick } from './picking.js';
+import { savePicture } from './saved_picture.js';
+import { displayRatio, drawsInSoftware } from './sharpness.js';
 import { Surfaces } from './surfaces.js';
 import { formatNumber } from './ticks.js';
 import { Viewer } from './viewer.js';
@@ -14,15 +16,22 @@ import { Viewer } from './viewer.js';
 const FAINT_OPACITY = 0.1; // as render/scene.cpp draws it
 const PLAY_INTERVAL = 400; // ms
 const DARK = [0.078, 0.094, 0.114]; // style.css has it as --surface
+const TOOLBAR_HEIGHT = 64; // CSS pixels, with what is around it
 const HOUSE = 'M3 10l7-6 7 6M5 9v7h10V9';
 
 class Page {
-  constructor(description) {
+  constructor(description, isSoftware) {
     this.about = description;
     this.surfaces = new Surfaces(description.scene, new Chunks(document.querySelectorAll('script.chunk')));
-    this.viewer = new Viewer(find('view'), description.undefinedColour);
+    this.timer = null; // of the next step, while playing
+    this.viewer = new Viewer(find('view'), description.undefinedColour, isSoftware, {
+      isPlaying: () => this.timer !== null,
+      onRest: () => this.drawOver(),
+    });
     this.darkness = window.matchMedia('(prefers-color-scheme: dark)');
     this.step = 0;
+    this.turn = 0;
+    this.isBehind = false; // what is shown is not yet what was asked for
     this.shown = []; // per part: { surface, values } at the step
     this.picked = null;
     this.looks = description.parts.map(({ shown, faint }) => ({
@@ -43,15 +52,39 @@ class Page {
   async start() {
     this.showTexts();
     this.makeControls();
-    this.viewer.resize();
-    await this.update();
-    this.look(this.about.start.from, this.about.start.up);
+    await this.load(++this.turn);
     find('message').hidden = true;
-    performance.mark('first-frame');
-    new ResizeObserver(() => this.resized()).observe(find('view'));
-    this.viewer.camera.onModified(() => this.drawOverlay());
+    this.look(this.about.start.from, this.about.start.up);
+    this.watchSize();
+    this.viewer.camera.onModified(() => this.drawOver());
     this.darkness.addEventListener('change', () => this.update());
-    document.documentElement.dataset.state = 'ready';
+  }
+
+  watchSize() {
+    const view = find('view');
+    const size = () => `${view.clientWidth} x ${view.clientHeight}`;
+    let drawn = size();
+    new ResizeObserver(() => {
+      if (size() === drawn) return;
+      drawn = size();
+      this.render();
+    }).observe(view);
+  }
+
+  // What the axes are called: as on the parts that are shown, if these agree.
+  get axes() {
+    const { parts } = this.about.scene.steps[this.step];
+    const shown = this.about.parts.filter((_, part) => this.looks[part].isShown && parts[part]);
+    const [first] = shown;
+    return first && shown.every(({ axes }) => String(axes) === String(first.axes)) ? first.axes : this.about.components;
+  }
+
+  // For whoever drives the page: of which step the picture is, and whether it is the one that stays.
+  announce() {
+    const { dataset } = document.documentElement;
+    if (dataset.state === 'failed') return;
+    dataset.state = this.isBehind || !this.viewer.isAtRest ? 'busy' : 'ready';
+    dataset.theme = this.darkness.matches ? 'dark' : 'light';
   }
 
   showTexts() {
@@ -101,7 +134,7 @@ class Page {
     const slider = find('step');
     slider.max = stepCount - 1;
     slider.addEventListener('input', () => this.goTo(Number(slider.value)));
-    find('play').addEventListener('click', () => this.play(!this.timer));
+    find('play').addEventListener('click', () => this.play(this.timer === null));
     this.showStep();
   }
 
@@ -117,7 +150,6 @@ class Page {
     this.step = (step + this.surfaces.stepCount) % this.surfaces.stepCount;
     this.showStep();
     await this.update();
-    performance.mark('step');
   }
 
   play(plays) {
@@ -128,14 +160,13 @@ class Page {
     if (!plays) return;
     const next = async () => {
       await this.goTo(this.step + 1);
-      if (this.timer) this.timer = setTimeout(next, PLAY_INTERVAL);
+      if (this.timer !== null) this.timer = setTimeout(next, PLAY_INTERVAL);
     };
     this.timer = setTimeout(next, PLAY_INTERVAL);
   }
 
   makeViewControls() {
-    const { axes } = this.about;
-    const sides = [0, 1, 2].map((axis) => [axes[axis], `Look along ${axes[axis]} (${'XYZ'[axis]}; the other side with Shift)`, (event) => this.lookAlong(axis, event.shiftKey)]);
+    const sides = [0, 1, 2].map((axis) => ['', '', (event) => this.lookAlong(axis, event.shiftKey)]);
     for (const [text, title, act] of [...sides, ['iso', 'Isometric view (I)', () => this.lookIsometric()]]) {
       const button = make('button', { textContent: text, title, 'aria-label': title });
       button.addEventListener('click', act);
@@ -145,6 +176,18 @@ class Page {
     reset.append(icon(HOUSE));
     reset.addEventListener('click', () => this.resetView());
     find('views').append(reset);
+  }
+
+  // Writes the axes' names where they are read.
+  nameAxes() {
+    const { axes } = this;
+    axes.forEach((name, axis) => {
+      const button = find('views').children[axis];
+      button.textContent = name;
+      button.title = `Look along ${name} (${'XYZ'[axis]}; the other side with Shift)`;
+      button.setAttribute('aria-label', button.title);
+      find('clip-axis').options[axis + 1].textContent = `Across ${name}`;
+    });
   }
 
   lookAlong(axis, isOtherSide) {
@@ -167,12 +210,13 @@ class Page {
   look(from, up) {
     const height = Math.max(1, find('view').clientHeight);
     const bottom = this.colours.variable === null ? 0.04 : (LEGEND_HEIGHT + 10) / height;
-    this.viewer.fit(from, up, { top: 0.04, bottom, side: 0.04 });
+    const top = Math.min(0.2, TOOLBAR_HEIGHT / height);
+    this.viewer.fit(from, up, { top, bottom, side: 0.04 });
     this.render();
   }
 
   makeClipControls() {
-    setOptions(find('clip-axis'), [['', 'Off'], ...this.about.axes.map((axis, i) => [i, `Across ${axis}`])]);
+    setOptions(find('clip-axis'), [['', 'Off'], [0, ''], [1, ''], [2, '']]); // nameAxes() names them
     for (const [id, event] of [
       ['clip-axis', 'change'],
       ['clip-place', 'input'],
@@ -223,13 +267,13 @@ class Page {
     } else {
       this.unpick();
     }
-    this.drawOverlay();
+    this.drawOver();
   }
 
   unpick() {
     this.picked = null;
     find('card').hidden = true;
-    this.drawOverlay();
+    this.drawOver();
   }
 
   // What was clicked, as it is at the step.
@@ -244,6 +288,9 @@ class Page {
     this.picked.place = Array.from(surface.points.subarray(3 * point, 3 * point + 3));
     const variable = this.colours.variable === null ? null : this.about.variables[this.colours.variable];
     showCard(this.about, this.picked, surface, variable && values ? { variable, ...values } : null);
+    // On a phone the card is where it does not hide the place.
+    const [, y] = this.viewer.project(this.picked.place);
+    find('card').classList.toggle('above', y > find('view').clientHeight / 2);
   }
 
   takeKey(event) {
@@ -255,7 +302,7 @@ class Page {
     const actions = {
       arrowleft: () => this.goTo(this.step - 1),
       arrowright: () => this.goTo(this.step + 1),
-      ' ': isButton ? null : () => this.surfaces.stepCount > 1 && this.play(!this.timer),
+      ' ': isButton ? null : () => this.surfaces.stepCount > 1 && this.play(this.timer === null),
       x: () => this.lookAlong(0, event.shiftKey),
       y: () => this.lookAlong(1, event.shiftKey),
       z: () => this.lookAlong(2, event.shiftKey),
@@ -289,7 +336,21 @@ class Page {
 
   // Brings the picture to the step and what the controls say. When it is called again meanwhile, the later call wins.
   async update() {
-    const turn = (this.turn = (this.turn ?? 0) + 1);
+    const turn = ++this.turn;
+    this.isBehind = true;
+    this.announce();
+    try {
+      await this.load(turn);
+    } catch (error) {
+      tellFailure(error);
+    }
+    if (turn !== this.turn) return;
+    this.isBehind = false;
+    this.render();
+  }
+
+  // Gives the viewer what it is to show, unless it is asked for something else meanwhile.
+  async load(turn) {
     const { step, colours } = this;
     const shown = await Promise.all(
       this.looks.map(async (look, part) => ({
@@ -316,15 +377,19 @@ class Page {
       });
     });
     this.tree.setAbsent(this.about.scene.steps[step].parts.map((part) => part === null));
+    document.documentElement.dataset.step = this.about.scene.steps[step].step;
+    this.nameAxes();
     this.clip();
     this.showPicked();
-    this.render();
+    this.surfaces.prepare(colours.variable, (step + 1) % this.surfaces.stepCount);
   }
 
   render() {
     this.viewer.setBackground(this.darkness.matches ? DARK : [1, 1, 1]);
     this.viewer.render();
-    this.drawOverlay();
+    performance.clearMarks('drawn');
+    performance.mark('drawn');
+    this.drawOver();
   }
 
   overlayScene() {
@@ -339,13 +404,14 @@ class Page {
         ({ surface, hasUndefined }, part) => surface && this.looks[part].isColoured && hasUndefined,
       ),
     };
-    return { isDark: this.darkness.matches, legend, viewer: this.viewer, axes: this.about.axes, mark: this.picked?.place };
+    return { isDark: this.darkness.matches, legend, viewer: this.viewer, axes: this.axes, mark: this.picked?.place };
   }
 
-  drawOverlay() {
+  // Draws what lies over the picture.
+  drawOver() {
     const view = find('view');
     const canvas = find('overlay');
-    const ratio = Math.min(window.devicePixelRatio || 1, 2);
+    const ratio = displayRatio();
     const [width, height] = [view.clientWidth, view.clientHeight];
     if (canvas.width !== Math.floor(width * ratio) || canvas.height !== Math.floor(height * ratio)) {
       canvas.width = Math.floor(width * ratio);
@@ -356,32 +422,17 @@ class Page {
     const context = canvas.getContext('2d');
     context.setTransform(ratio, 0, 0, ratio, 0, 0);
     drawOverlay(context, width, height, this.overlayScene());
+    this.announce();
   }
 
-  resized() {
-    this.viewer.resize();
-    this.render();
-  }
-
-  // A PNG file of the picture with what lies over it and the title.
   savePicture() {
-    const view = find('view');
-    this.render(); // what is drawn is only there until the browser shows it
-    const picture = make('canvas', { width: this.viewer.canvas.width, height: this.viewer.canvas.height });
-    const context = picture.getContext('2d');
-    context.drawImage(this.viewer.canvas, 0, 0);
-    context.drawImage(find('overlay'), 0, 0, picture.width, picture.height);
-    const ratio = picture.width / view.clientWidth;
-    context.scale(ratio, ratio);
-    context.fillStyle = this.darkness.matches ? '#e7ebf0' : '#1b2129';
-    context.font = `600 14px ${getComputedStyle(document.body).fontFamily}`;
-    const { step, time } = this.about.scene.steps[this.step];
-    const title = this.about.title ?? `${this.about.file}    step ${step}    t = ${formatNumber(time)}`;
-    context.fillText(title, 16, 26, view.clientWidth - 32);
-    picture.toBlob((blob) => {
-      const link = make('a', { href: URL.createObjectURL(blob), download: `${this.about.file.replace(/\.[^.]*$/, '')}_${step}.png` });
-      link.click();
-      setTimeout(() => URL.revokeObjectURL(link.href), 10000);
+    const { about } = this;
+    const { step, time } = about.scene.steps[this.step];
+    savePicture(this.viewer, {
+      title: about.title ?? `${about.file}    step ${step}    t = ${formatNumber(time)}`,
+      ink: this.darkness.matches ? '#e7ebf0' : '#1b2129',
+      name: `${about.file.replace(/\.[^.]*$/, '')}_${step}.png`,
+      drawOver: (context, width, height) => drawOverlay(context, width, height, this.overlayScene()),
     });
   }
 }
@@ -398,8 +449,10 @@ function tellFailure(error) {
 }
 
 try {
-  if (!document.createElement('canvas').getContext('webgl2')) throw new Error('this browser has no WebGL 2');
-  const page = new Page(JSON.parse(find('scene').textContent));
+  const gl = document.createElement('canvas').getContext('webgl2');
+  if (!gl) throw new Error('this browser has no WebGL 2');
+  const page = new Page(JSON.parse(find('scene').textContent), drawsInSoftware(gl));
+  gl.getExtension('WEBGL_lose_context')?.loseContext();
   page.start().catch(tellFailure);
 } catch (error) {
   tellFailure(error);

@@ -3,6 +3,8 @@
 
 import { makeTicks } from './ticks.js';
 
+const MOST_TICKS = 8;
+const LABEL_GAP = 14;
 const FONT = 'system-ui, "Segoe UI", Roboto, "Noto Sans", "Liberation Sans", Arial, sans-serif';
 const AXIS_COLOURS = { light: ['#c62f2f', '#23832f', '#2459c9'], dark: ['#ff7b72', '#5bc46a', '#79a8ff'] };
 
@@ -35,9 +37,9 @@ function drawLegend(context, width, height, legend, ink) {
   context.fillStyle = ink;
   context.lineWidth = 1;
   context.font = `12px ${FONT}`;
-  const most = Math.max(2, Math.min(7, Math.floor(barWidth / 70)));
-  for (const { value, label } of makeTicks(legend.low, legend.high, most)) {
-    const x = left0 + ((value - legend.low) / (legend.high - legend.low)) * barWidth;
+  const place = (value) => left0 + ((value - legend.low) / (legend.high - legend.low)) * barWidth;
+  for (const { value, label } of fittingTicks(context, legend, place)) {
+    const x = place(value);
     context.beginPath();
     context.moveTo(x, top + barHeight);
     context.lineTo(x, top + barHeight + 4);
@@ -53,6 +55,16 @@ function drawLegend(context, width, height, legend, ink) {
     context.textAlign = 'left';
     context.fillText('undefined', x + 20, y + 11);
   }
+}
+
+// As many ticks as have room for their labels.
+function fittingTicks(context, { low, high }, place) {
+  for (let most = MOST_TICKS; most > 2; --most) {
+    const ticks = makeTicks(low, high, most);
+    const widest = Math.max(...ticks.map(({ label }) => context.measureText(label).width));
+    if (ticks.length < 2 || place(ticks[1].value) - place(ticks[0].value) >= widest + LABEL_GAP) return ticks;
+  }
+  return makeTicks(low, high, 2);
 }
 
 // The colours as an image of one row.

@@ -50,6 +50,16 @@ export class Surfaces {
     return xyz;
   }
 
+  // Unpacks ahead what a step needs, so that it is there when the step is asked for.
+  prepare(variable, step) {
+    const { parts, values } = this.scene.steps[step];
+    const blocks = parts.flatMap((part) => (part ? [part.faces, part.points] : []));
+    if (variable !== null) blocks.push(...values[variable].filter(Boolean));
+    for (const chunk of new Set(blocks.map(([number]) => number))) {
+      this.chunks.get(chunk).catch(() => {}); // whoever asks for it again is told
+    }
+  }
+
   // The values as { perFace, numbers, components }, or null where there are none. The numbers are those of one component
   // or of the magnitude, the components all that there are.
   async values(variable, component, part, step) {

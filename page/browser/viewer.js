@@ -22,6 +22,7 @@ import vtkRenderer from '@kitware/vtk.js/Rendering/Core/Renderer';
 import vtkOpenGLRenderWindow from '@kitware/vtk.js/Rendering/OpenGL/RenderWindow';
 
 import { faceNormals, makeMesh, vertexNormals } from './mesh.js';
+import { pixelSize, Sharpness } from './sharpness.js';
 
 const FAINT = [0.45, 0.5, 0.55];
 const PART_COLOURS = [
@@ -41,13 +42,25 @@ const BEHIND = [2, 100, 200];
 const BEHIND_PART_BEFORE = 0.1;
 
 export class Viewer {
-  constructor(container, undefinedColour) {
+  // `onRest` is called when a picture was drawn anew that had come to rest (sharpness.js), which it has not as long as
+  // `isPlaying()`.
+  constructor(container, undefinedColour, isSoftware, { isPlaying, onRest }) {
     this.container = container;
     this.undefinedColour = undefinedColour;
+    this.sharpness = new Sharpness(isSoftware, {
+      resize: (ratio) => this.setRatio(ratio),
+      isMoving: () => isPlaying() || this.interactor.isAnimating(),
+      draw: () => {
+        this.draw();
+        onRest();
+      },
+    });
     this.renderWindow = vtkRenderWindow.newInstance();
     this.renderer = vtkRenderer.newInstance({ background: [1, 1, 1] });
     this.renderWindow.addRenderer(this.renderer);
     this.glWindow = vtkOpenGLRenderWindow.newInstance();
+    // The first to ask for the context decides on it.
+    this.canvas.getContext('webgl2', { antialias: !isSoftware, powerPreference: 'high-performance' });
     this.glWindow.setContainer(container);
     this.renderWindow.addView(this.glWindow);
     this.camera = this.renderer.getActiveCamera();
@@ -57,6 +70,7 @@ export class Viewer {
     this.clips = false;
     this.parts = [];
     this.bindPointer();
+    this.camera.onModified(() => this.sharpness.changed());
   }
 
   get canvas() {
@@ -80,16 +94,31 @@ export class Viewer {
     this.style = style;
   }
 
-  resize() {
-    const ratio = Math.min(window.devicePixelRatio || 1, 2);
-    const width = Math.max(1, Math.floor(this.container.clientWidth * ratio));
-    const height = Math.max(1, Math.floor(this.container.clientHeight * ratio));
-    this.glWindow.setSize(width, height);
+  setRatio(ratio) {
+    this.glWindow.setSize(...pixelSize(this.container.clientWidth, this.container.clientHeight, ratio));
+  }
+
+  // Whether the picture is the one that stays.
+  get isAtRest() {
+    return this.sharpness.isFinal;
   }
 
   render() {
+    this.sharpness.changed();
+    this.draw();
+  }
+
+  draw() {
     this.renderer.resetCameraClippingRange();
     this.renderWindow.render();
+  }
+
+  // Hands the picture in so many pixels per CSS pixel to `use`. What is drawn is only there until the browser shows it.
+  withPixels(ratio, use) {
+    this.setRatio(ratio);
+    this.draw();
+    use(this.canvas);
+    this.render();
   }
 
   setBackground(colour) {

@@ -7,7 +7,7 @@ namespace {
 
 std::string page_with(const std::string& title, const nlohmann::json& about) {
   std::string text;
-  page::write_page(title, about, page::Scene(0, 0, {}), {}, [&](std::string_view piece) { text += piece; });
+  page::write_page(title, about, page::Scene(0, {}), {}, [&](std::string_view piece) { text += piece; });
   return text;
 }
 

@@ -1,5 +1,6 @@
 // fldtool page on the command line. What browsers make of the pages is tested by page_test.mjs.
 #include "gtest/gtest.h"
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -8,6 +9,8 @@
 
 #include "nlohmann/json.hpp"
 #include "samples/samples.h"
+#include "testkit/file_writer.h"
+#include "testkit/small_meshes.h"
 #include "testkit/temporary_directory.h"
 #include "tests/tool/run_fldtool.h"
 #include "tests/tool/tool_datasets.h"
@@ -165,6 +168,78 @@ TEST_F(PageCommand, TellsPartsThatAStepDoesNotHave) {
   const json told = scene(series, {"--parts", "lower"});
   EXPECT_NE(errors_.find("step 1 does not have: volume lower"), std::string::npos) << errors_;
   EXPECT_TRUE(told["scene"]["steps"][1]["parts"][0].is_null());
+}
+
+// s_1 has the volume "lower" and the surface "@between" that s_0 does not have.
+TEST_F(PageCommand, ListsPartsFromTheStepOnThatHasThem) {
+  testkit::File file = tool_test::one_of_each_file();
+  const testkit::TemporaryDirectory folder;
+  file.header.set_cycle(1, 1.0);
+  testkit::write_file(file, folder / "s_1.fld");
+  tool_test::remove_lower(file);
+  testkit::Surface outside = testkit::one_of_each().surface("outside");
+  outside.name = tool_test::kOutsideBytes;
+  file.region_sets.front().section("LS_SurfaceGeometry") = testkit::surfaces_section({outside});
+  file.header.set_cycle(0, 0.0);
+  testkit::write_file(file, folder / "s_0.fld");
+  const std::string series = (folder / "s_0.fld").string();
+
+  const json usual = scene(series, {});
+  EXPECT_EQ(names(usual), (Words{"外", "@between"}));
+  EXPECT_EQ(usual["parts"][0]["shown"], true);
+  EXPECT_EQ(usual["parts"][1]["shown"], false) << "it is in a group";
+  EXPECT_EQ(usual["tree"][0]["folders"][0]["name"], "Undefined_Regions");
+  EXPECT_EQ(usual["tree"][0]["folders"][0]["parts"], json({1}));
+  EXPECT_TRUE(usual["scene"]["steps"][0]["parts"][1].is_null());
+  EXPECT_FALSE(usual["scene"]["steps"][1]["parts"][1].is_null());
+  EXPECT_FALSE(usual["scene"]["steps"][1]["values"][0][1].is_null());
+
+  const json volumes = scene(series, {"--parts", "volumes", "--slice", "x"});
+  EXPECT_EQ(names(volumes), (Words{"upper", "upper at x = 1", "lower", "lower at x = 1"}));
+  EXPECT_EQ(volumes["parts"][2]["shown"], true);
+  EXPECT_EQ(volumes["tree"][0]["parts"], json({0, 2}));
+  EXPECT_EQ(volumes["tree"][1]["parts"], json({1, 3}));
+  EXPECT_EQ(errors_, "");
+}
+
+TEST_F(PageCommand, TellsTheStepThatCannotBeRead) {
+  const testkit::TemporaryDirectory folder;
+  const std::string series = tool_test::write_series_that_loses_a_part(folder.path());
+  std::filesystem::resize_file(folder / "s_1.fld", std::filesystem::file_size(folder / "s_1.fld") / 2);
+  const Words pages = {"page", series, path("out.html"), "--parts", "outside,upper"};
+  const Result page = run_fldtool(pages);
+  const Result picture = run_fldtool(
+      {"render", series, "--output", path("out.png"), "--steps", "all", "--parts", "outside,upper"});
+  EXPECT_EQ(page.status, 3);
+  EXPECT_EQ(page.errors, picture.errors);
+}
+
+// The colours of a volume begin with the range that a picture of it has, which inner nodes take part in.
+TEST_F(PageCommand, BeginsWithThePicturesRange) {
+  const json told = scene(channel(), {"--parts", "volumes", "--variable", "Velocity"});
+  const Result stats =
+      run_fldtool({"stats", channel(), "--parts", "volumes", "--variables", "Velocity", "--json"});
+  double low = 1e30;
+  double high = -1e30;
+  const json found = json::parse(stats.output);
+  for (const json& part : found["steps"][0]["variables"][0]["parts"]) {
+    const json& magnitude = part["components"].back();
+    ASSERT_EQ(magnitude["component"], "magnitude");
+    low = std::min(low, magnitude["minimum"].get<double>());
+    high = std::max(high, magnitude["maximum"].get<double>());
+  }
+  EXPECT_NEAR(told["start"]["range"][0].get<double>(), low, 1e-6);
+  EXPECT_NEAR(told["start"]["range"][1].get<double>(), high, 1e-6);
+}
+
+TEST_F(PageCommand, NamesTheCoordinatesOfAWholeCylindricalMesh) {
+  testkit::Mesh mesh = testkit::one_tetrahedron();
+  mesh.coordinate_system = 1;
+  const tool_test::OneFile file(testkit::file_of(mesh));
+  const json told = scene(file.path(), {"--parts", "wall,whole", "--slice", "y=0.2"});
+  EXPECT_EQ(told["parts"][0]["axes"], json({"x", "y", "z"}));
+  EXPECT_EQ(told["parts"][1]["axes"], json({"r", "theta", "z"}));
+  EXPECT_EQ(told["parts"][2]["name"], "ALL_ELEMENTS at theta = 0.2");
 }
 
 TEST_F(PageCommand, RefusesWrongOptions) {

@@ -4,7 +4,7 @@
 //   node --test tests/page/page_test.mjs
 import assert from 'node:assert/strict';
 import { execFileSync } from 'node:child_process';
-import { mkdtempSync, readFileSync, rmSync } from 'node:fs';
+import { mkdtempSync, readFileSync, rmSync, writeFileSync } from 'node:fs';
 import { createRequire } from 'node:module';
 import { tmpdir } from 'node:os';
 import { join, resolve } from 'node:path';
@@ -59,8 +59,7 @@ async function open(name, words, window = {}) {
     if (request.url() !== `file://${file}`) complaints.push(request.url());
   });
   await page.goto(`file://${file}`);
-  await page.waitForFunction(() => document.documentElement.dataset.state);
-  assert.equal(await page.evaluate(() => document.documentElement.dataset.state), 'ready');
+  await settled(page);
   return { page, complaints, close: () => context.close() };
 }
 
@@ -105,8 +104,10 @@ async function cardTerms(page) {
   });
 }
 
-async function settled(page) {
-  await page.evaluate(() => new Promise((done) => requestAnimationFrame(() => requestAnimationFrame(done))));
+// Waits until the page says that its picture is the one that stays; `state` has more that it has to say.
+async function settled(page, state = '') {
+  await page.locator(`html[data-state=failed], html[data-state=ready]${state}`).waitFor({ state: 'attached' });
+  assert.equal(await page.locator('html').getAttribute('data-state'), 'ready', await page.locator('#message').textContent());
 }
 
 async function goTo(page, step) {
@@ -115,7 +116,7 @@ async function goTo(page, step) {
     slider.value = value;
     slider.dispatchEvent(new Event('input'));
   }, step);
-  await settled(page);
+  await settled(page, `[data-step="${step}"]`);
 }
 
 test('a page loads from a file without a network and without a complaint', async () => {
@@ -139,7 +140,7 @@ for (const [name, file, options] of [
 ]) {
   test(`a page looks like the picture of fldtool render: ${name}`, async () => {
     const { page, close } = await open(`compared-${name}`, [file(), ...options]);
-      await page.evaluate(() => {
+    await page.evaluate(() => {
       for (const id of ['overlay', 'views', 'time']) document.getElementById(id).style.display = 'none';
     });
     await settled(page);
@@ -209,7 +210,7 @@ test('the time slider moves the impeller and its values', async () => {
   ['x', 'y', 'z'].forEach((axis, i) => assert.ok(Math.abs(row[1 + i] - Number(terms[axis])) < 1e-6));
   assert.ok(Math.abs(row[4] - parseFloat(terms['Velocity x'])) <= 1e-6);
   await page.keyboard.press('ArrowRight');
-  await settled(page);
+  await settled(page, '[data-step="7"]');
   assert.match(await page.locator('#step-label').textContent(), /^Step 7, /);
   await close();
 });
@@ -217,18 +218,72 @@ test('the time slider moves the impeller and its values', async () => {
 test('parts can be switched off and made faint', async () => {
   const { page, close } = await open('parts', [tank, '--variable', 'Pressure', '--steps', '0']);
   const all = await screenshot(page, '#view');
-  const box = page.locator('#tree .part', { hasText: 'tank_wall' }).locator('input[type=checkbox]').first();
-  await box.uncheck();
+  const wall = page.locator('#tree .part', { hasText: 'tank_wall' });
+  await wall.locator('input[type=checkbox]').first().uncheck();
   await settled(page);
   const without = await screenshot(page, '#view');
-  const [x, y] = [all.width / 2 - 200, all.height / 2];
-  assert.ok(distance(pixel(all, x, y), pixel(without, x, y)) > 20);
+  const place = [all.width / 2 - 200, all.height / 2];
+  assert.ok(distance(pixel(all, ...place), pixel(without, ...place)) > 20);
+
+  await wall.locator('input[type=checkbox]').first().check();
+  await wall.locator('button').click();
+  await wall.locator('input[type=range]').fill('50');
+  await settled(page);
+  const faint = pixel(await screenshot(page, '#view'), ...place);
+  assert.ok(distance(pixel(all, ...place), faint) > 5 && distance(pixel(without, ...place), faint) > 5, String(faint));
+
   const folderBox = page.locator('#tree .folder > .row input').first();
   assert.equal(await folderBox.evaluate((element) => element.indeterminate), true);
   await folderBox.check();
   await folderBox.uncheck();
   await settled(page);
   assert.equal(boxOf(await screenshot(page, '#view'), 0.15, 0.85).right, -1);
+  await close();
+});
+
+test('the groups of the reader are folders', async () => {
+  const { page, close } = await open('groups', [channel]);
+  const folders = await page.locator('#tree .folder > .row .name').allTextContents();
+  assert.deepEqual(folders, ['Surfaces', 'Grouping_Regions', 'Undefined_Regions']);
+  await page.locator('#tree .folder > .row button').first().click();
+  assert.ok(await page.locator('#tree .part').first().isHidden());
+  await close();
+});
+
+test('keys move the view, the step and the clipping plane', async () => {
+  const { page, complaints, close } = await open('keys', [tank, '--variable', 'Pressure', '--steps', '2-4']);
+  const pictures = [];
+  for (const key of ['x', 'Shift+X', 'z', 'i', 'e', 'c', 'c']) {
+    await page.keyboard.press(key);
+    await settled(page);
+    const picture = (await screenshot(page, '#view')).data;
+    assert.ok(pictures.every((other) => Buffer.compare(other, picture) !== 0), key);
+    pictures.push(picture);
+  }
+  assert.equal(await page.locator('#clip-axis').inputValue(), '1');
+  await page.keyboard.press('ArrowLeft');
+  await settled(page, '[data-step="4"]');
+  await page.keyboard.press('Space');
+  await page.locator('body.playing').waitFor();
+  await page.locator('html[data-step="2"]').waitFor();
+  await page.locator('html[data-step="3"]').waitFor();
+  await page.keyboard.press('Space');
+  assert.equal(await page.locator('body.playing').count(), 0);
+  assert.deepEqual(complaints, []);
+  await close();
+});
+
+test('axes have the names of cylindrical coordinates where these are shown', async () => {
+  const file = join(folder, 'cylindrical.fld');
+  const { page, close } = await open('cylindrical', [file, '--parts', 'wall,whole', '--variable', 'none']);
+  const names = async () => (await page.locator('#views button').allTextContents()).slice(0, 3);
+  assert.deepEqual(await names(), ['x', 'y', 'z']);
+  await page.locator('#tree .part', { hasText: 'wall' }).locator('input[type=checkbox]').first().uncheck();
+  await settled(page);
+  assert.deepEqual(await names(), ['r', 'theta', 'z']);
+  assert.deepEqual(await page.locator('#clip-axis option').allTextContents(), ['Off', 'Across r', 'Across theta', 'Across z']);
+  await page.mouse.click(...(await middle(page)));
+  assert.deepEqual(Object.keys(await cardTerms(page)).slice(-3), ['r', 'theta', 'z']);
   await close();
 });
 
@@ -270,8 +325,8 @@ test('a saved picture is a PNG file of the view', async () => {
   const [download] = await Promise.all([page.waitForEvent('download'), page.locator('#save').click()]);
   assert.equal(download.suggestedFilename(), 'channel_0.png');
   const picture = PNG.sync.read(readFileSync(await download.path()));
-  const view = await page.locator('#view').boundingBox();
-  assert.equal(picture.width, Math.floor(view.width));
+  const view = await page.locator('#view').evaluate(({ clientWidth, clientHeight }) => [clientWidth, clientHeight]);
+  assert.deepEqual([picture.width, picture.height], view.map((length) => 2 * length));
   assert.ok(boxOf(picture, 0.2, 0.8).right > picture.width / 2);
   await close();
 });
@@ -297,26 +352,83 @@ test('the dark page is dark', async () => {
   const picture = await screenshot(page, '#view');
   assert.ok(Math.max(...pixel(picture, 5, picture.height / 2)) < 60);
   await page.emulateMedia({ colorScheme: 'light' });
-  await settled(page);
-  await page.waitForTimeout(100);
+  await settled(page, '[data-theme=light]');
   assert.ok(Math.min(...pixel(await screenshot(page, '#view'), 5, picture.height / 2)) > 240);
   await close();
 });
 
+test('two fingers zoom and one turns', async () => {
+  const phone = { viewport: { width: 360, height: 740 }, hasTouch: true, isMobile: true };
+  const { page, close } = await open('touch', [channel, '--variable', 'none'], phone);
+  const client = await page.context().newCDPSession(page);
+  const touch = (type, ...places) =>
+    client.send('Input.dispatchTouchEvent', { type, touchPoints: places.map(([x, y], id) => ({ x, y, id })) });
+  const width = async () => {
+    await settled(page);
+    const box = boxOf(await screenshot(page, '#view'), 0.25, 0.8);
+    return box.right - box.left;
+  };
+  const before = await width();
+  await touch('touchStart', [80, 400], [280, 400]);
+  for (const reach of [90, 80, 70, 60, 50]) await touch('touchMove', [180 - reach, 400], [180 + reach, 400]);
+  await touch('touchEnd');
+  const zoomed = await width();
+  assert.ok(zoomed < 0.8 * before, `${zoomed} of ${before}`);
+  await touch('touchStart', [180, 400]);
+  for (const x of [200, 220, 240, 260, 280]) await touch('touchMove', [x, 400]);
+  await touch('touchEnd');
+  assert.notEqual(await width(), zoomed);
+  await close();
+});
+
 test('names that are markup or script stay names', async () => {
-  const words = ['--parts', 'all', '--title', '</title><script>window.broken=1</script>'];
+  const title = '</title><script>window.broken=1</script>\u2028';
+  const words = ['--parts', 'all', '--title', title];
   const { page, complaints, close } = await open('hostile', [join(folder, 'hostile.fld'), ...words]);
   assert.equal(await page.evaluate(() => window.broken), undefined);
-  assert.equal(await page.locator('#title').textContent(), '</title><script>window.broken=1</script>');
+  assert.equal(await page.locator('#title').evaluate((element) => element.textContent), title);
   const names = await page.locator('#tree .part .name').allTextContents();
   assert.ok(names.includes('<script>window.broken=1</script>'), String(names));
   assert.ok(names.includes('<img src=x onerror=window.broken=1>'));
   const variables = await page.locator('#variable option').allTextContents();
-  assert.ok(variables.some((text) => text.includes('</script><b>"\'&')), String(variables));
-  await page.mouse.click(...(await middle(page)));
-  assert.equal(await page.locator('img').count(), 0);
+  assert.ok(variables.includes('</script><b>"\'& \u2013 <!--<script> [</script>]'), String(variables));
+  const about = await page.locator('#about dd').allTextContents();
+  for (const item of ['Application version 1', 'Date', 'Comments']) assert.ok(about.includes(`</script><b>${item}`), String(about));
+  let cards = '';
+  for (let variable = 1; variable < variables.length; ++variable) {
+    await page.locator('#variable').selectOption({ index: variable });
+    await settled(page);
+    await page.mouse.click(...(await middle(page)));
+    cards += await page.locator('#card').textContent();
+  }
+  for (const text of ['<script>window.broken=1</script>', '</script><b>"\'&', '1 </script>', '1 "><b>']) assert.ok(cards.includes(text), cards);
+  assert.equal(await page.locator('img, b').count(), 0);
+  assert.equal(await page.evaluate(() => window.broken), undefined);
   assert.deepEqual(complaints, []);
   await close();
+});
+
+test('a file name that is markup stays a name', async () => {
+  const name = '<b>\'"&--><script>.fld';
+  const { page, complaints, close } = await open('named', [join(folder, name)]);
+  assert.equal(await page.title(), name);
+  assert.equal(await page.locator('#title').textContent(), name);
+  assert.equal(await page.locator('b').count(), 0);
+  const [download] = await Promise.all([page.waitForEvent('download'), page.locator('#save').click()]);
+  assert.ok(download.suggestedFilename().endsWith('_0.png'), download.suggestedFilename());
+  assert.deepEqual(complaints, []);
+  await close();
+});
+
+test('a page with damaged data says so', async () => {
+  const file = join(folder, 'damaged.html');
+  fldtool('page', channel, file);
+  writeFileSync(file, readFileSync(file, 'utf8').replace(/class="chunk">.{40}/, 'class="chunk">'));
+  const page = await browser.newPage();
+  await page.goto(`file://${file}`);
+  await page.locator('html[data-state=failed]').waitFor();
+  assert.match(await page.locator('#message').textContent(), /^The page cannot be shown: /);
+  await page.close();
 });
 
 test('the policy lets no other script, style or request through', async () => {

@@ -26,7 +26,8 @@ Surface stretched() {
 
 // A scene of one part and one variable; per step the surface and the values, which may be empty.
 Scene scene_of(std::vector<std::pair<Surface, std::vector<float>>> steps) {
-  Scene scene(1, 1, {});
+  Scene scene(1, {});
+  scene.set_part_count(1);
   for (auto& [surface, values] : steps) {
     scene.begin_step({{"step", scene.step_count()}});
     scene.set_surface(0, std::move(surface));
@@ -79,7 +80,8 @@ TEST(PageScene, LeavesOutValuesOfAnotherCount) {
 
 // The ranges of x, y and z, and that of the magnitude.
 TEST(PageScene, TellsTheRangeOfTheMagnitude) {
-  Scene scene(1, 1, {});
+  Scene scene(1, {});
+  scene.set_part_count(1);
   scene.begin_step({});
   scene.set_surface(0, triangle());
   scene.set_values(0, 0, {false, {{3, 0, 0}, {4, 0, 1}, {0, 0, 0}}});

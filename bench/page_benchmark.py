@@ -1,0 +1,50 @@
+"""The processor time that `fldtool page` takes beside `fldtool convert` of the same parts and variables.
+
+  box_series FOLDER --millions 1 --steps 8
+  python3 page_benchmark.py FLDTOOL FOLDER     (scripts/benchmark page does both)
+
+Both take the surfaces of the box at all steps; they run in turn, after one run of each that is not counted, and what
+counts is the median of the runs. The ratio has to stay below 1.5.
+"""
+import argparse
+import os
+import resource
+import statistics
+import subprocess
+import tempfile
+
+GOAL = 1.5
+
+
+def seconds(words):
+    """Seconds of the processor for a command, the system's share included."""
+
+    def used():
+        usage = resource.getrusage(resource.RUSAGE_CHILDREN)
+        return usage.ru_utime + usage.ru_stime
+
+    before = used()
+    subprocess.run(words, check=True, stdout=subprocess.DEVNULL)
+    return used() - before
+
+
+def main():
+    parser = argparse.ArgumentParser()
+    parser.add_argument("fldtool")
+    parser.add_argument("folder", help="where box_series has written")
+    parser.add_argument("--runs", type=int, default=5)
+    options = parser.parse_args()
+    dataset = os.path.join(options.folder, "box_0.fld")
+    with tempfile.TemporaryDirectory(dir=options.folder) as out:
+        page = [options.fldtool, "page", dataset, os.path.join(out, "box.html"), "--parts", "surfaces"]
+        convert = [options.fldtool, "convert", dataset, os.path.join(out, "box.pvd"), "--parts", "surfaces"]
+        times = [(seconds(page), seconds(convert)) for _ in range(1 + options.runs)][1:]
+        size = os.path.getsize(os.path.join(out, "box.html"))
+    ratio = statistics.median(a / b for a, b in times)
+    page_time, convert_time = (statistics.median(column) for column in zip(*times))
+    print(f"page {page_time:.3f} s, convert {convert_time:.3f} s, ratio {ratio:.2f} (at most {GOAL}); {size / 1e6:.2f} MB")
+    return 0 if ratio <= GOAL else 1
+
+
+if __name__ == "__main__":
+    raise SystemExit(main())
