@@ -27,6 +27,7 @@ int run(int argc, char** argv) {
   for (int step = 0; step < steps; ++step) {
     options.cycle = step;
     options.time = 0.1 * step;
+    options.lengths.fill(1.0 + 0.1 * step);  // the values are those of a box that grows
     testkit::write_file(step == 0 ? testkit::box_file(options) : testkit::box_values_file(options),
                         folder / fmt::format("box_{}.fld", step));
   }

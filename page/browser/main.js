@@ -217,6 +217,10 @@ class Page {
 
   makeClipControls() {
     setOptions(find('clip-axis'), [['', 'Off'], [0, ''], [1, ''], [2, '']]); // nameAxes() names them
+    find('clip-axis').addEventListener('change', ({ target }) => {
+      // Cuts away what is in front, until it is told otherwise.
+      find('clip-flip').checked = target.value !== '' && this.viewer.axes().from[Number(target.value)] < 0;
+    });
     for (const [id, event] of [
       ['clip-axis', 'change'],
       ['clip-place', 'input'],

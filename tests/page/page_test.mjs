@@ -16,6 +16,9 @@ const require = createRequire(join(resolve(FLD_TEST_MODULES), 'here.js'));
 const { chromium } = require('playwright-core');
 const { PNG } = require('pngjs');
 
+// How long a page may say nothing, in ms. Only a test that fails takes so long: a busy machine is not what is tested.
+const PATIENCE = 600000;
+
 const folder = mkdtempSync(join(tmpdir(), 'fld-page-'));
 const tank = join(folder, 'tank/tank_0.fld');
 const channel = join(folder, 'channel/channel.fld');
@@ -31,6 +34,7 @@ before(async () => {
   execFileSync(PAGE_DATASETS, [folder]);
   const quiet = ['--disable-gpu', '--disable-quic', '--no-first-run', '--disable-background-networking', '--disable-component-update', '--disable-sync'];
   browser = await chromium.launch({
+    timeout: PATIENCE,
     executablePath: CHROMIUM,
     headless: true,
     args: ['--no-sandbox', '--enable-unsafe-swiftshader', ...quiet],
@@ -48,6 +52,7 @@ async function open(name, words, window = {}) {
   const file = join(folder, `${name}.html`);
   fldtool('page', words[0], file, ...words.slice(1));
   const context = await browser.newContext({ offline: true, viewport: { width: 1200, height: 900 }, ...window });
+  context.setDefaultTimeout(PATIENCE);
   const page = await context.newPage();
   const complaints = [];
   page.on('console', (message) => {
@@ -425,6 +430,7 @@ test('a page with damaged data says so', async () => {
   fldtool('page', channel, file);
   writeFileSync(file, readFileSync(file, 'utf8').replace(/class="chunk">.{40}/, 'class="chunk">'));
   const page = await browser.newPage();
+  page.setDefaultTimeout(PATIENCE);
   await page.goto(`file://${file}`);
   await page.locator('html[data-state=failed]').waitFor();
   assert.match(await page.locator('#message').textContent(), /^The page cannot be shown: /);
