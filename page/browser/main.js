@@ -67,7 +67,9 @@ class Page {
     new ResizeObserver(() => {
       if (size() === drawn) return;
       drawn = size();
-      this.render();
+      // A view that was not moved since is made to fit again.
+      if (this.lookedFrom && this.viewer.place === this.lookedFrom.place) this.look(this.lookedFrom.from, this.lookedFrom.up);
+      else this.render();
     }).observe(view);
   }
 
@@ -212,6 +214,7 @@ class Page {
     const bottom = this.colours.variable === null ? 0.04 : (LEGEND_HEIGHT + 10) / height;
     const top = Math.min(0.2, TOOLBAR_HEIGHT / height);
     this.viewer.fit(from, up, { top, bottom, side: 0.04 });
+    this.lookedFrom = { from, up, place: this.viewer.place };
     this.render();
   }
 

@@ -363,6 +363,12 @@ export class Viewer {
     this.style.setCenterOfRotation?.([0, 1, 2].map((k) => (box[2 * k] + box[2 * k + 1]) / 2));
   }
 
+  // Where the camera is, as a text that tells places apart.
+  get place() {
+    const { camera } = this;
+    return JSON.stringify([camera.getPosition(), camera.getFocalPoint(), camera.getViewUp(), camera.getParallelScale()]);
+  }
+
   // Where a point is in the container, in CSS pixels.
   project(point) {
     const { right, up } = this.axes();

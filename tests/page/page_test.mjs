@@ -5,19 +5,13 @@
 import assert from 'node:assert/strict';
 import { execFileSync } from 'node:child_process';
 import { mkdtempSync, readFileSync, rmSync, writeFileSync } from 'node:fs';
-import { createRequire } from 'node:module';
 import { tmpdir } from 'node:os';
-import { join, resolve } from 'node:path';
+import { join } from 'node:path';
 import { after, before, test } from 'node:test';
 
-const { FLDTOOL = 'build/release/bin/fldtool', PAGE_DATASETS = 'build/release/bin/page_datasets' } = process.env;
-const { FLD_TEST_MODULES = 'build/page-tests/node_modules', CHROMIUM = '/usr/bin/chromium' } = process.env;
-const require = createRequire(join(resolve(FLD_TEST_MODULES), 'here.js'));
-const { chromium } = require('playwright-core');
-const { PNG } = require('pngjs');
+import { launch, PATIENCE, PNG, settled } from './browser.mjs';
 
-// How long a page may say nothing, in ms. Only a test that fails takes so long: a busy machine is not what is tested.
-const PATIENCE = 600000;
+const { FLDTOOL = 'build/release/bin/fldtool', PAGE_DATASETS = 'build/release/bin/page_datasets' } = process.env;
 
 const folder = mkdtempSync(join(tmpdir(), 'fld-page-'));
 const tank = join(folder, 'tank/tank_0.fld');
@@ -32,13 +26,7 @@ function fldtool(...words) {
 before(async () => {
   fldtool('sample', folder);
   execFileSync(PAGE_DATASETS, [folder]);
-  const quiet = ['--disable-gpu', '--disable-quic', '--no-first-run', '--disable-background-networking', '--disable-component-update', '--disable-sync'];
-  browser = await chromium.launch({
-    timeout: PATIENCE,
-    executablePath: CHROMIUM,
-    headless: true,
-    args: ['--no-sandbox', '--enable-unsafe-swiftshader', ...quiet],
-  });
+  browser = await launch();
 });
 
 after(async () => {
@@ -107,12 +95,6 @@ async function cardTerms(page) {
     const list = [...document.querySelectorAll('#card-values dt')];
     return Object.fromEntries(list.map((term) => [term.textContent, term.nextElementSibling.textContent]));
   });
-}
-
-// Waits until the page says that its picture is the one that stays; `state` has more that it has to say.
-async function settled(page, state = '') {
-  await page.locator(`html[data-state=failed], html[data-state=ready]${state}`).waitFor({ state: 'attached' });
-  assert.equal(await page.locator('html').getAttribute('data-state'), 'ready', await page.locator('#message').textContent());
 }
 
 async function goTo(page, step) {
@@ -359,6 +341,17 @@ test('the dark page is dark', async () => {
   await page.emulateMedia({ colorScheme: 'light' });
   await settled(page, '[data-theme=light]');
   assert.ok(Math.min(...pixel(await screenshot(page, '#view'), 5, picture.height / 2)) > 240);
+  await close();
+});
+
+test('a picture fits a phone that is turned', async () => {
+  const { page, close } = await open('turned', [channel, '--variable', 'none'], { viewport: { width: 740, height: 360 } });
+  await page.setViewportSize({ width: 360, height: 740 });
+  await page.locator('#overlay[width="360"]').waitFor({ state: 'attached' });
+  await settled(page);
+  const box = boxOf(await screenshot(page, '#view'), 0.25, 0.8);
+  assert.ok(box.left > 5 && box.right < 354, `from ${box.left} to ${box.right}`);
+  assert.ok(box.right - box.left > 250, `from ${box.left} to ${box.right}`);
   await close();
 });
 
