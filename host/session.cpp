@@ -74,10 +74,8 @@ void Session::exchange_undefined_value() {
                         values.data());
 }
 
-void Session::open(const std::filesystem::path& file) {
-  give_options(guarded_, reader_options_);
-  exchange_undefined_value();
-
+// Calls the entry point that opens a dataset.
+void Session::give_to_reader(const std::filesystem::path& file) {
   // A reader looks for the other files of the series in the directory of the path, so the path must have one.
   const std::filesystem::path absolute = std::filesystem::absolute(file);
   std::vector<char> name = writable(absolute.string());
@@ -88,6 +86,12 @@ void Session::open(const std::filesystem::path& file) {
   const int result =
       guarded_.call_checked(entry_.set_filenames, name.data(), second_name.data(), directory.data(), 0);
   if (result != 1) throw guarded_.error(entry_.set_filenames.name, "the result is " + std::to_string(result));
+}
+
+void Session::open(const std::filesystem::path& file) {
+  give_options(guarded_, reader_options_);
+  exchange_undefined_value();
+  give_to_reader(file);
 
   // From here on the reader holds the new dataset, whatever happens next. The path may be the session's own.
   std::filesystem::path path = file;
@@ -97,6 +101,8 @@ void Session::open(const std::filesystem::path& file) {
     path_ = std::move(path);
     traced_files_ = std::move(traced);
     ask_time_sets();
+    // Positions may depend on the steps that were loaded before, so it starts anew.
+    if (pair_equal_times()) give_to_reader(file);
     is_open_ = true;
     select_step(0);
   } catch (...) {

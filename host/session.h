@@ -108,7 +108,10 @@ class Session {
   void exchange_undefined_value();
   void require_open() const;
   const TimeSet& time_set(int number) const;
+  void give_to_reader(const std::filesystem::path& file);
   void ask_time_sets();
+  std::optional<int> step_of_geometry(int geometry_step);
+  bool pair_equal_times();
   void select(int set, int step);
   std::optional<Error> select_geometry(int geometry_step);
   void ask_parts();

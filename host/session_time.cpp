@@ -40,6 +40,31 @@ void Session::ask_time_sets() {
   geometry_steps_ = pair_steps(variable_times().times, geometry_times().times);
 }
 
+// The step of the variables whose file the reader traces when it loads a geometry step. With several region
+// sets some may be loaded from files before it; a motion names its base.
+std::optional<int> Session::step_of_geometry(int geometry_step) {
+  select(geometry_set_, geometry_step);
+  std::optional<int> last;
+  for (const std::string& file : guarded_.latest_files()) {
+    const auto found = std::find(traced_files_.begin(), traced_files_.end(), file);
+    if (found == traced_files_.end()) continue;
+    last = std::max(last.value_or(0), static_cast<int>(found - traced_files_.begin()));
+  }
+  return last;
+}
+
+// Steps of one time are told apart by the files that the reader loads their geometry from, where it names
+// every file. Returns whether the reader was asked: it has other steps loaded then than after opening.
+bool Session::pair_equal_times() {
+  bool was_asked = false;
+  if (traced_files_.size() != variable_times().times.size()) return was_asked;
+  geometry_steps_ = pair_steps(variable_times().times, geometry_times().times, [&](int geometry_step) {
+    was_asked = true;
+    return step_of_geometry(geometry_step);
+  });
+  return was_asked;
+}
+
 const TimeSet& Session::time_set(int number) const {
   static const TimeSet kNone;
   const auto set = std::find_if(time_sets_.begin(), time_sets_.end(),

@@ -115,6 +115,14 @@ void Series::fail(int index, const std::string& reason) const {
   throw Error(file(index).m_path + ": " + reason);
 }
 
+std::vector<int> Series::steps_with_mesh() const {
+  std::vector<int> steps;
+  for (int i = 0; i < static_cast<int>(dataset_.m_fld.size()); ++i) {
+    if (file(i).hasGeometry()) steps.push_back(i);
+  }
+  return steps;
+}
+
 // The nearest file at or before the step's that has geometry or a motion.
 int Series::geometry_file_of(int step) const {
   for (int i = step; i > 0; --i) {
@@ -237,6 +245,11 @@ SetMesh Series::locate_mesh(const SetSections& sections, int set) const {
   const fld::RegionSetLayout& layout = sections.layout;
   SetMesh mesh;
   mesh.is_cylindrical = layout.coordinateSystem == 1;
+  mesh.is_overset =
+      std::any_of(dataset_.m_fld.begin(), dataset_.m_fld.end(), [set](const fld::FLDFile& file) {
+        const auto region = static_cast<std::size_t>(set);
+        return region < file.m_overlap.size() && file.m_overlap[region].m_hasOverset;
+      });
   if (layout.elements) {
     mesh.element_bias = file(sections.elements_file).m_bias;
     mesh.types = at(sections.elements_file, layout.elements->type);

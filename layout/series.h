@@ -60,6 +60,8 @@ class Series {
   const std::vector<double>& times() const { return times_; }
   const std::vector<Variable>& variables() const { return variables_; }
   int set_count() const { return set_count_; }
+  // The steps whose own files have nodes, the first one among them.
+  std::vector<int> steps_with_mesh() const;
 
   // The parts of a step. Throws Error.
   std::vector<Part> parts(int step);

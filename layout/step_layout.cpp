@@ -34,6 +34,7 @@ MovingVolumes get_moving(ByteReader& from) {
 
 void put(ByteWriter& to, const SetMesh& set) {
   to.put(set.is_cylindrical);
+  to.put(set.is_overset);
   to.put(set.element_bias);
   to.put(set.list_bias);
   to.put(set.node_count);
@@ -48,6 +49,7 @@ void put(ByteWriter& to, const SetMesh& set) {
 SetMesh get_set(ByteReader& from) {
   SetMesh set;
   from.get(set.is_cylindrical);
+  from.get(set.is_overset);
   from.get(set.element_bias);
   from.get(set.list_bias);
   from.get(set.node_count);

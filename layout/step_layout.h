@@ -33,6 +33,7 @@ struct MovingVolumes {
 // The mesh of one region set.
 struct SetMesh {
   bool is_cylindrical = false;
+  bool is_overset = false;        // it has marks of overset meshes at some step
   std::int32_t element_bias = 0;  // the number of the first node in `conn`
   std::int32_t list_bias = 0;     // the number of the first element in the lists of moving volumes
   std::int32_t node_count = 0;

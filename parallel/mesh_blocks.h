@@ -25,6 +25,8 @@ class ElementBlock {
   ElementBlock(Communicator& ranks, FileArrays& files, const layout::SetMesh& mesh);
 
   const Partition& partition() const { return partition_; }
+  // The nodes of the own elements; kNoNode where the file gives no node of the mesh.
+  const Array<std::int32_t>& corners() const { return corners_; }
   // Asks the owners for the elements of a list, which may be another one on each rank. Collective.
   ListedElements collect(Communicator& ranks, const ListRuns& list) const;
 

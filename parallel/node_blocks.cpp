@@ -14,49 +14,33 @@ Stretch own_nodes(const Communicator& ranks, const layout::SetMesh& mesh) {
   return Partition(mesh.node_count, ranks.size()).of(ranks.rank());
 }
 
-// One axis in the precision of its file, as a motion wants it.
-class Axis {
- public:
-  Axis(FileArrays& files, const layout::FileArray& array, Stretch own) {
-    if (array.place.width == sizeof(float)) {
-      read(files, array, own, singles_);
-      values_ = {sizeof(float), singles_.data()};
-    } else {
-      read(files, array, own, doubles_);
-      values_ = {sizeof(double), doubles_.data()};
-    }
+using Axes = std::array<Axis, 3>;
+
+Axes read_axes(FileArrays& files, const layout::SetMesh& mesh, Stretch own) {
+  return {Axis(files, mesh.axes[0], own), Axis(files, mesh.axes[1], own), Axis(files, mesh.axes[2], own)};
+}
+
+// The axes to be moved: those that are kept, or what the file has.
+Axes axes_to_move(FileArrays& files, const layout::SetMesh& mesh, Stretch own,
+                  std::optional<BaseCoordinates>* kept) {
+  if (kept == nullptr) return read_axes(files, mesh, own);
+  std::optional<BaseCoordinates>& base = *kept;
+  if (!base || base->places != mesh.axes) {
+    base.reset();
+    base = BaseCoordinates{mesh.axes, read_axes(files, mesh, own)};
   }
+  return {base->axes[0].copy(), base->axes[1].copy(), base->axes[2].copy()};
+}
 
-  const fld::VFPA& values() const { return values_; }
-
- private:
-  template <typename Real>
-  void read(FileArrays& files, const layout::FileArray& array, Stretch own, Array<Real>& to) {
-    to = Array<Real>(own.size());
-    Real* next = to.data();
-    files.read<Real>(array, own.first, own.size(),
-                     [&](const Real* from, std::int64_t count) { next = std::copy_n(from, count, next); });
-  }
-
-  Array<float> singles_;
-  Array<double> doubles_;
-  fld::VFPA values_;
-};
-
-void read_moved(FileArrays& files, const layout::SetMesh& mesh, Stretch own, const MovedNodes& moved,
-                Array<float>& coordinates) {
-  const Axis x(files, mesh.axes[0], own);
-  const Axis y(files, mesh.axes[1], own);
-  const Axis z(files, mesh.axes[2], own);
+void move_axes(const Axes& axes, const layout::SetMesh& mesh, Stretch own, const MovedNodes& moved,
+               Array<float>& coordinates) {
   for (std::size_t m = 0; m < moved.size(); ++m) {
     for (const fld::ALE_ACT& action : mesh.motion[m].actions)
-      fld::move_nodes(action, x.values(), y.values(), z.values(), moved[m]);
+      fld::move_nodes(action, axes[0].values(), axes[1].values(), axes[2].values(), moved[m]);
   }
-  int axis = 0;
-  for (const Axis* each : {&x, &y, &z}) {
-    float* to = coordinates.data() + axis++;
-    if (own.size() == 0) continue;
-    fld::visit_elements(each->values(), [&](const auto* values) {
+  for (std::size_t axis = 0; axis < axes.size() && own.size() > 0; ++axis) {
+    float* to = coordinates.data() + axis;
+    fld::visit_elements(axes[axis].values(), [&](const auto* values) {
       for (std::int64_t i = 0; i < own.size(); ++i) to[3 * i] = static_cast<float>(values[i]);
     });
   }
@@ -111,13 +95,13 @@ MovedNodes find_moved_nodes(Communicator& ranks, FileArrays& files, const layout
 }
 
 Array<float> read_coordinates(Communicator& ranks, FileArrays& files, const layout::SetMesh& mesh,
-                              const MovedNodes& moved) {
+                              const MovedNodes& moved, std::optional<BaseCoordinates>* kept) {
   const Stretch own = own_nodes(ranks, mesh);
   Array<float> coordinates;
   together(ranks, [&] {
     coordinates = Array<float>(own.size() * 3);
     if (!moved.empty()) {
-      read_moved(files, mesh, own, moved, coordinates);
+      move_axes(axes_to_move(files, mesh, own, kept), mesh, own, moved, coordinates);
     } else {
       for (std::size_t axis = 0; axis < 3; ++axis) {
         float* to = coordinates.data() + axis;

@@ -3,9 +3,11 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 #include "layout/step_layout.h"
+#include "parallel/base_coordinates.h"
 #include "parallel/mesh_blocks.h"
 
 namespace parallel {
@@ -18,9 +20,10 @@ using MovedNodes = std::vector<std::vector<std::int32_t>>;
 MovedNodes find_moved_nodes(Communicator& ranks, FileArrays& files, const layout::SetMesh& mesh,
                             const ElementBlock& elements);
 
-// The coordinates of the own nodes at the step: x, y and z of each, Cartesian. Collective.
+// The coordinates of the own nodes at the step: x, y and z of each, Cartesian. With `kept`, those that a
+// motion starts from are kept there, and taken from there if they are the mesh's. Collective.
 Array<float> read_coordinates(Communicator& ranks, FileArrays& files, const layout::SetMesh& mesh,
-                              const MovedNodes& moved);
+                              const MovedNodes& moved, std::optional<BaseCoordinates>* kept = nullptr);
 
 // The values of the own nodes, `components` each; NaN where one is undefined or missing. Collective.
 Array<float> read_values(Communicator& ranks, FileArrays& files, const layout::SetMesh& mesh,

@@ -71,17 +71,6 @@ NodeSet NodeSet::whole(std::int32_t nodes) {
   return set;
 }
 
-void NodeSet::add_first(std::int32_t node) {
-  if (!runs.empty() && runs.front().first <= node) return;
-  if (!runs.empty() && runs.front().first == node + 1) {
-    --runs.front().first;
-    ++runs.front().count;
-  } else {
-    runs.insert(runs.begin(), {node, 1});
-  }
-  ++count;
-}
-
 NodeSet nodes_of(std::span<const std::int32_t> corners) {
   std::int32_t smallest = std::numeric_limits<std::int32_t>::max();
   std::int32_t largest = kNoNode;
@@ -99,17 +88,17 @@ NodeSet nodes_of(std::span<const std::int32_t> corners) {
   return bits.runs();
 }
 
-void number_corners(const NodeSet& nodes, std::span<std::int32_t> corners, std::int32_t instead) {
+void number_corners(const NodeSet& nodes, std::span<std::int32_t> corners) {
   if (nodes.runs.size() <= 1) {
     const std::int32_t first = nodes.first();
-    for (std::int32_t& node : corners) node = node == kNoNode ? instead : node - first;
+    for (std::int32_t& node : corners) node -= first;
     return;
   }
   const Run last = nodes.runs.back();
   NodeBits bits(nodes.first(), std::int64_t{last.first} + last.count - 1);
   for (const Run run : nodes.runs) bits.set(run);
   bits.count();
-  for (std::int32_t& node : corners) node = node == kNoNode ? instead : bits.number_of(node);
+  for (std::int32_t& node : corners) node = bits.number_of(node);
 }
 
 }  // namespace parallel

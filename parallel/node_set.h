@@ -21,14 +21,12 @@ struct NodeSet {
   static NodeSet whole(std::int32_t nodes);
   // The smallest node; kNoNode without nodes.
   std::int32_t first() const { return runs.empty() ? kNoNode : runs.front().first; }
-  // Adds a node to those that are there; only one that is smaller than all of them, or there already.
-  void add_first(std::int32_t node);
 };
 
 // The nodes among `corners`, each once; kNoNode is none.
 NodeSet nodes_of(std::span<const std::int32_t> corners);
 
-// Replaces each node by its number (from 0) within the set, and kNoNode by `instead`. The set has them all.
-void number_corners(const NodeSet& nodes, std::span<std::int32_t> corners, std::int32_t instead);
+// Replaces each node by its number (from 0) within the set, which has them all.
+void number_corners(const NodeSet& nodes, std::span<std::int32_t> corners);
 
 }  // namespace parallel

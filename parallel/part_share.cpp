@@ -126,23 +126,21 @@ void keep_cells(Array<std::uint8_t>& codes, Array<std::int32_t>& corners, bool a
   corners = std::move(kept);
 }
 
-// Gives the share's corners their numbers. A corner that the file does not give is the part's first node.
-void number_share(Communicator& ranks, const layout::SetMesh& mesh, bool is_whole, ShareNumber share,
-                  PartShare& made) {
-  std::span<std::int32_t> corners = made.cells.corners.span();
+// A corner that the file does not give becomes the part's first node.
+void give_every_corner_a_node(Communicator& ranks, const layout::SetMesh& mesh, bool is_whole,
+                              std::span<std::int32_t> corners) {
   bool lacks_nodes = false;
-  together(ranks, [&] {
-    made.nodes = is_whole && share.count == 1 ? NodeSet::whole(mesh.node_count) : nodes_of(corners);
-    lacks_nodes = std::find(corners.begin(), corners.end(), kNoNode) != corners.end();
-  });
-  if (any(ranks, lacks_nodes)) {
-    constexpr std::int64_t kNone = std::numeric_limits<std::int64_t>::max();
-    std::int64_t first = smallest(ranks, made.nodes.runs.empty() ? kNone : made.nodes.first());
-    if (is_whole) first = mesh.node_count > 0 ? 0 : kNone;
-    if (first == kNone) throw RankError("its cells name no node of the mesh");
-    if (lacks_nodes) made.nodes.add_first(static_cast<std::int32_t>(first));
+  together(ranks, [&] { lacks_nodes = std::find(corners.begin(), corners.end(), kNoNode) != corners.end(); });
+  if (!any(ranks, lacks_nodes)) return;
+  constexpr std::int64_t kNone = std::numeric_limits<std::int64_t>::max();
+  std::int64_t first = kNone;
+  for (const std::int32_t node : corners) {
+    if (node != kNoNode) first = std::min<std::int64_t>(first, node);
   }
-  together(ranks, [&] { number_corners(made.nodes, corners, 0); });
+  first = smallest(ranks, first);
+  if (is_whole) first = mesh.node_count > 0 ? 0 : kNone;
+  if (first == kNone) throw RankError("its cells name no node of the mesh");
+  std::replace(corners.begin(), corners.end(), kNoNode, static_cast<std::int32_t>(first));
 }
 
 }  // namespace
@@ -162,7 +160,8 @@ PartShare make_share(Communicator& ranks, FileArrays& files, const layout::SetMe
   PartShare made;
   if (is_surface) {
     Faces faces = read_faces(ranks, files, mesh, part, stretch);
-    made.cells = {std::move(faces.codes), std::move(faces.corners)};
+    made.cells.codes = std::move(faces.codes);
+    made.cells.corners = std::move(faces.corners);
   } else {
     ListRuns list(mesh.element_count());
     together(ranks, [&] {
@@ -170,10 +169,23 @@ PartShare make_share(Communicator& ranks, FileArrays& files, const layout::SetMe
                       : read_list(files, part.elements, stretch, part.bias, false, mesh.element_count());
     });
     ListedElements listed = elements->collect(ranks, list);
-    made.cells = {std::move(listed.codes), std::move(listed.corners)};
+    made.cells.codes = std::move(listed.codes);
+    made.cells.corners = std::move(listed.corners);
   }
   together(ranks, [&] { keep_cells(made.cells.codes, made.cells.corners, is_surface, made.entry_codes); });
-  number_share(ranks, mesh, is_whole, share, made);
+  give_every_corner_a_node(ranks, mesh, is_whole, made.cells.corners.span());
+  const bool has_neighbours = ranks.size() > 1 && share.ghost_layers > 0;
+  if (has_neighbours) {
+    made.ghosts = GhostCells(ranks, Partition(mesh.node_count, ranks.size()), share.ghost_layers,
+                             made.cells.codes, made.cells.corners);
+    made.cells.ghosts = made.ghosts.count();
+  }
+  together(ranks, [&] {
+    const std::span<std::int32_t> corners = made.cells.corners.span();
+    made.nodes = is_whole && share.count == 1 ? NodeSet::whole(mesh.node_count) : nodes_of(corners);
+    number_corners(made.nodes, corners);
+    if (has_neighbours) made.cells.ghost_nodes = made.ghosts.ghost_nodes(made.nodes);
+  });
   return made;
 }
 

@@ -4,6 +4,7 @@
 #include <cstdint>
 
 #include "layout/step_layout.h"
+#include "parallel/ghost_cells.h"
 #include "parallel/mesh_blocks.h"
 #include "parallel/node_set.h"
 
@@ -13,6 +14,7 @@ namespace parallel {
 struct ShareNumber {
   int index = 0;
   int count = 1;
+  int ghost_layers = 0;  // of cells of other ranks around the share; none in a process of its own
 
   bool operator==(const ShareNumber&) const = default;
 };
@@ -20,6 +22,8 @@ struct ShareNumber {
 struct ShareCells {
   Array<std::uint8_t> codes;    // type codes of the file, of elements or of faces
   Array<std::int32_t> corners;  // numbers of the share's nodes from 0, cell after cell, in the file's order
+  std::int64_t ghosts = 0;      // how many of the cells, the last ones, are of other shares
+  Array<std::uint8_t> ghost_nodes;  // where there may be such: 1 for each node that another share counts
 };
 
 struct PartShare {
@@ -28,6 +32,7 @@ struct PartShare {
   // The type code of each entry of the part's list, or 0 where it is no cell. Empty when all are cells that
   // can have a material.
   Array<std::uint8_t> entry_codes;
+  GhostCells ghosts;
 };
 
 // The entries of the part's list that are in the share.
@@ -37,7 +42,7 @@ Stretch entries_of_share(const layout::SetMesh& mesh, const layout::PartLists& p
 PartShare make_share(Communicator& ranks, FileArrays& files, const layout::SetMesh& mesh,
                      const layout::PartLists& part, ShareNumber share, const ElementBlock* elements);
 
-// The materials of the share's cells, of which make_share told `entry_codes`. Collective.
+// The materials of the share's own cells, of which make_share told `entry_codes`. Collective.
 Array<float> share_materials(Communicator& ranks, FileArrays& files, const layout::SetMesh& mesh,
                              const layout::PartLists& part, ShareNumber share,
                              const Array<std::uint8_t>& entry_codes, const MaterialBlock& materials);

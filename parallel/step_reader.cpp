@@ -101,6 +101,11 @@ struct StepReader::SetBlocks {
   std::string no_values;
 };
 
+void StepReader::keep_coordinates(bool keep) {
+  keeps_coordinates_ = keep;
+  if (!keep) base_coordinates_.clear();
+}
+
 bool StepReader::goes_on(Task& task) {
   const bool answer = task.progress(std::min(task.done++ / task.items, 1.0));
   return decide(task.ranks, answer);
@@ -245,13 +250,15 @@ void StepReader::read_mesh(const Task& task, const layout::PartLists& part, SetB
   state.mesh_key = mesh_key(mesh, part, task.share);
   state.nodes = std::move(nodes);
   state.entry_codes = std::move(made.entry_codes);
+  state.ghosts = std::move(made.ghosts);
 }
 
 void StepReader::read_points(const Task& task, const layout::PartLists& part, SetBlocks& blocks) {
   const layout::SetMesh& mesh = mesh_of(task.step, part);
   const Array<float>& coordinates = SetBlocks::get(blocks.coordinates, blocks.no_coordinates, [&] {
     static const MovedNodes none;
-    return read_coordinates(task.ranks, files_, mesh, mesh.motion.empty() ? none : moved_[part.set].second);
+    return read_coordinates(task.ranks, files_, mesh, mesh.motion.empty() ? none : moved_[part.set].second,
+                            keeps_coordinates_ ? &base_coordinates_[part.set] : nullptr);
   });
   PartState& state = states_.at(part.number);
   state.points_key.clear();
@@ -284,6 +291,7 @@ void StepReader::read_part_values(const Task& task, const layout::PartLists& par
     const MaterialBlock& materials = SetBlocks::get(blocks.materials, blocks.no_materials,
                                                     [&] { return MaterialBlock(task.ranks, files_, mesh); });
     values = share_materials(task.ranks, files_, mesh, part, task.share, state.entry_codes, materials);
+    values = state.ghosts.extend(task.ranks, std::move(values));
   } else {
     const layout::SetValues& where = variable.sets[static_cast<std::size_t>(part.set)];
     if (!blocks.no_values.empty()) throw RankError(blocks.no_values);

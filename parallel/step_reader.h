@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <functional>
 #include <map>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -47,6 +48,10 @@ class StepReader {
 
   explicit StepReader(FileArrays& files) : files_(files) {}
 
+  // Whether the coordinates that motions start from are kept, a copy of the rank's own ones, so that a step
+  // of a moving mesh does not read them again.
+  void keep_coordinates(bool keep);
+
   // Brings the sink's shares to the step. Whether it came to the end: progress may stop it, after which what
   // is there is of this step and the rest is not there. What cannot be read is a problem, and the rest is
   // read all the same. Collective.
@@ -63,6 +68,7 @@ class StepReader {
     std::map<int, std::string> value_keys;  // by variable
     NodeRequest nodes;
     Array<std::uint8_t> entry_codes;
+    GhostCells ghosts;
   };
   struct SetBlocks;
 
@@ -96,6 +102,8 @@ class StepReader {
   std::vector<Problem> problems_;
   // Which own nodes move, by region set, and what they were found from.
   std::map<int, std::pair<std::string, MovedNodes>> moved_;
+  bool keeps_coordinates_ = false;
+  std::map<int, std::optional<BaseCoordinates>> base_coordinates_;  // by region set
 };
 
 }  // namespace parallel

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <numeric>
 #include <stdexcept>
+#include <unordered_set>
 
 #include "host/abort_recovery.h"
 #include "host/diagnostic_text.h"
@@ -31,7 +32,7 @@ host::PartKind host_kind(layout::PartKind kind) {
 Dataset::Dataset(const std::string& file, const ReadingOptions& options) : options_(options) {
   call([&] { series_.emplace(file, options.simplify); });
   info_.files = series_->paths();
-  call([&] { info_.parts = part_infos(host_parts(series_->parts(0))); });
+  call([&] { list_parts(); });
   describe_variables();
   set_times();
 }
@@ -82,6 +83,23 @@ std::vector<host::PartGroup> Dataset::groups(const std::vector<host::Part>& part
     if (part.name.starts_with('@')) undefined.parts.push_back(part.name);
   }
   return {std::move(grouping), std::move(undefined)};
+}
+
+// Those of the first step, and behind them those that only later steps have.
+void Dataset::list_parts() {
+  info_.parts = part_infos(host_parts(series_->parts(0)));
+  std::unordered_set<std::string> known;
+  for (const PartInfo& part : info_.parts) known.insert(part.name);
+  for (const int step : series_->steps_with_mesh()) {
+    if (step == 0) continue;
+    try {
+      for (PartInfo& part : part_infos(host_parts(series_->parts(step)))) {
+        if (known.insert(part.name).second) info_.parts.push_back(std::move(part));
+      }
+    } catch (const layout::Error&) {
+      // Said when the step is to be shown.
+    }
+  }
 }
 
 void Dataset::describe_variables() {

@@ -45,6 +45,7 @@ class Dataset {
   std::vector<host::Part> host_parts(const std::vector<layout::Part>& parts) const;
   std::vector<PartInfo> part_infos(const std::vector<host::Part>& parts) const;
   std::vector<host::PartGroup> groups(const std::vector<host::Part>& parts) const;
+  void list_parts();
   void describe_variables();
   void set_times();
 

@@ -25,7 +25,7 @@ struct VariableInfo {
 
 struct DatasetInfo {
   std::vector<std::string> files;  // in the order of the steps
-  std::vector<PartInfo> parts;     // at the first step
+  std::vector<PartInfo> parts;     // at the first step, and what only later ones have
   std::vector<VariableInfo> variables;
   std::vector<double> times;        // ascending, one per step
   bool times_are_numbers = false;   // whether they are step numbers, because the solution times do not ascend

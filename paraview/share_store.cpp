@@ -1,6 +1,7 @@
 #include "paraview/share_store.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstring>
 #include <limits>
 #include <vtkCellData.h>
@@ -62,6 +63,9 @@ void ShareStore::clear() {
 
 void ShareStore::set_mesh(int number, parallel::ShareCells cells, const parallel::NodeSet& nodes) {
   Part& part = parts_[number];
+  part.ghosts = cells.ghosts;
+  part.ghost_nodes = std::move(cells.ghost_nodes);
+  part.marks = {};
   vtkdata::Cells made = make_cells(std::move(cells));
   if (!are_same(part.cells, made)) part.cells = std::move(made);
   part.node_ids = is_shared_ ? ids_of(nodes) : nullptr;
@@ -106,6 +110,45 @@ void ShareStore::fill_missing(const StepPlan& plan, const DatasetInfo& info) {
   }
 }
 
+// 1 for each blanked node; empty where nothing tells.
+std::vector<std::uint8_t> ShareStore::blanked_nodes(const Part& part, int set, const StepPlan& plan,
+                                                    const DatasetInfo& info) {
+  std::vector<std::uint8_t> blanked;
+  for (const layout::VariableValues& variable : plan.layout.variables) {
+    const bool is_mark = info.variables[static_cast<std::size_t>(variable.number) - 1].name.starts_with('@');
+    if (variable.is_material || is_mark) continue;
+    if (!variable.sets[static_cast<std::size_t>(set)].components[0].exists()) continue;
+    const auto found = part.values.find(variable.number);
+    if (found == part.values.end()) continue;
+    const auto* values = vtkFloatArray::SafeDownCast(found->second);
+    const std::vector<std::uint8_t>::size_type nodes = static_cast<std::size_t>(values->GetNumberOfTuples());
+    if (blanked.empty()) blanked.resize(nodes, 1);
+    for (std::size_t i = 0; i < nodes; ++i) {
+      if (!std::isnan(values->GetTypedComponent(static_cast<vtkIdType>(i), 0))) blanked[i] = 0;
+    }
+  }
+  return blanked;
+}
+
+void ShareStore::mark_ghosts(const StepPlan& plan, const DatasetInfo& info) {
+  for (const layout::PartLists& lists : plan.layout.parts) {
+    const auto found = parts_.find(lists.number);
+    if (found == parts_.end() || !found->second.points) continue;
+    Part& part = found->second;
+    const bool is_overset = plan.layout.sets[static_cast<std::size_t>(lists.set)].is_overset;
+    const std::vector<std::uint8_t> blanked =
+        is_overset ? blanked_nodes(part, lists.set, plan, info) : std::vector<std::uint8_t>();
+    GhostMarks marks;
+    if (plan.ghost_layers > 0 || is_overset) {
+      // Marks of neighbours alone stay as they are.
+      if (!is_overset && part.marks.cells) continue;
+      marks = make_ghost_marks(part.cells, part.points->GetNumberOfPoints(), part.ghosts,
+                               part.ghost_nodes.span(), blanked);
+    }
+    if (!are_same(part.marks, marks)) part.marks = std::move(marks);
+  }
+}
+
 vtkSmartPointer<vtkDataObject> ShareStore::grid_of(int number, const DatasetInfo& info) const {
   const auto found = parts_.find(number);
   if (found == parts_.end() || !found->second.points) return nullptr;
@@ -120,6 +163,10 @@ vtkSmartPointer<vtkDataObject> ShareStore::grid_of(int number, const DatasetInfo
     } else {
       grid->GetPointData()->AddArray(values->second);
     }
+  }
+  if (part.marks.cells) {
+    grid->GetCellData()->AddArray(part.marks.cells);
+    grid->GetPointData()->AddArray(part.marks.points);
   }
   if (part.node_ids) grid->GetPointData()->SetGlobalIds(part.node_ids);
   return grid;

@@ -14,6 +14,7 @@
 
 #include "parallel/step_reader.h"
 #include "paraview/dataset_info.h"
+#include "paraview/ghost_marks.h"
 #include "paraview/step_plan.h"
 #include "vtk/cells.h"
 
@@ -33,6 +34,9 @@ class ShareStore : public parallel::ShareSink {
 
   // Gives every part of the plan the plan's variables: NaN where the step has no values.
   void fill_missing(const StepPlan& plan, const DatasetInfo& info);
+  // Marks what filters have to leave out: what other ranks have, and in overset meshes what is blanked, which
+  // is where the step gives none of the plan's variables a value. Their own marks are not among these.
+  void mark_ghosts(const StepPlan& plan, const DatasetInfo& info);
 
   // The plan's parts as a collection with one partition each, and their hierarchy.
   vtkSmartPointer<vtkPartitionedDataSetCollection> collection(const StepPlan& plan,
@@ -42,11 +46,16 @@ class ShareStore : public parallel::ShareSink {
   struct Part {
     vtkdata::Cells cells;
     vtkSmartPointer<vtkIdTypeArray> node_ids;
+    std::int64_t ghosts = 0;
+    parallel::Array<std::uint8_t> ghost_nodes;
+    GhostMarks marks;
     vtkSmartPointer<vtkPoints> points;
     std::map<int, vtkSmartPointer<vtkDataArray>> values;  // by variable
   };
 
   vtkSmartPointer<vtkDataObject> grid_of(int part, const DatasetInfo& info) const;
+  static std::vector<std::uint8_t> blanked_nodes(const Part& part, int set, const StepPlan& plan,
+                                                 const DatasetInfo& info);
 
   std::map<int, Part> parts_;  // by number
   bool is_shared_ = false;

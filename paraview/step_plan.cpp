@@ -31,6 +31,7 @@ std::string to_bytes(const StepPlan& plan) {
   put_parts(to, plan.parts);
   put_folders(to, plan.folders);
   to.put_text(to_bytes(plan.layout));
+  to.put(plan.ghost_layers);
   return to.take();
 }
 
@@ -41,6 +42,7 @@ StepPlan step_plan_from(std::string_view bytes) {
   plan.parts = get_parts(from);
   plan.folders = get_folders(from);
   plan.layout = layout::step_layout_from(from.text());
+  from.get(plan.ghost_layers);
   return plan;
 }
 

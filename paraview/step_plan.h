@@ -1,6 +1,7 @@
 // What a step shows, as rank 0 decides it, in a form that can be sent to the other ranks.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -16,6 +17,7 @@ struct StepPlan {
   std::vector<PartInfo> parts;            // ascending numbers
   std::vector<host::PartFolder> folders;  // their hierarchy
   layout::StepLayout layout;
+  std::int32_t ghost_layers = 0;  // of cells that each rank gets around its shares
 };
 
 std::string to_bytes(const StepPlan& plan);

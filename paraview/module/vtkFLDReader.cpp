@@ -7,19 +7,17 @@
 #include <fstream>
 #include <optional>
 #include <set>
-#include <unordered_map>
 #include <vector>
-#include <vtkDataArraySelection.h>
 #include <vtkInformation.h>
 #include <vtkInformationVector.h>
 #include <vtkMultiProcessController.h>
-#include <vtkNew.h>
 #include <vtkObjectFactory.h>
 #include <vtkPartitionedDataSetCollection.h>
 #include <vtkStreamingDemandDrivenPipeline.h>
 
 #include "paraview/controller_communicator.h"
 #include "paraview/dataset.h"
+#include "paraview/selection.h"
 #include "paraview/share_store.h"
 
 namespace {
@@ -27,39 +25,16 @@ namespace {
 constexpr char kMagic[] = "VTRL-FLD";
 constexpr std::size_t kMagicOffset = 4;  // after the marker of the first record
 
-// The states of the names in `selection`. Asking it for one name after the other would search it each time.
-std::unordered_map<std::string, bool> states_of(vtkDataArraySelection* selection) {
-  std::unordered_map<std::string, bool> states;
-  for (int i = 0; i < selection->GetNumberOfArrays(); ++i)
-    states.emplace(selection->GetArrayName(i), selection->GetArraySetting(i) != 0);
-  return states;
-}
-
-// Updates `selection` to the names of `items`: known names keep their state, new ones get that of `is_on`.
-template <typename Items, typename IsOn>
-void offer(vtkDataArraySelection* selection, const Items& items, IsOn is_on) {
-  const std::unordered_map<std::string, bool> known = states_of(selection);
-  std::vector<const char*> names;
-  std::vector<const char*> off;
-  for (const auto& item : items) {
-    const auto found = known.find(item.name);
-    names.push_back(item.name.c_str());
-    if (!(found == known.end() ? is_on(item) : found->second)) off.push_back(item.name.c_str());
-  }
-  selection->RemoveAllArrays();
-  selection->SetArraysWithDefault(names.data(), static_cast<int>(names.size()), 1);
-  for (const char* name : off) selection->SetArraySetting(name, 0);
-}
-
 }  // namespace
 
 struct vtkFLDReader::State {
   std::vector<std::string> file_names;
   paraview::ReadingOptions options;
   vtkMultiProcessController* controller = nullptr;
-  vtkNew<vtkDataArraySelection> parts;
-  vtkNew<vtkDataArraySelection> point_arrays;
-  vtkNew<vtkDataArraySelection> cell_arrays;
+  bool keep_coordinates = false;
+  paraview::Selection parts;
+  paraview::Selection point_arrays;
+  paraview::Selection cell_arrays;
 
   // Whether the dataset was opened, or failed to open, with the settings above.
   bool is_current = false;
@@ -68,6 +43,7 @@ struct vtkFLDReader::State {
   std::unique_ptr<parallel::FileArrays> files;
   std::unique_ptr<parallel::StepReader> steps;
   paraview::ShareStore store;
+  int ghost_layers = 0;  // the most that were asked for
 
   bool is_first_rank() const { return controller == nullptr || controller->GetLocalProcessId() == 0; }
 
@@ -77,6 +53,7 @@ struct vtkFLDReader::State {
     files.reset();
     dataset.reset();
     store.clear();
+    ghost_layers = 0;
     info.reset();
   }
 };
@@ -94,6 +71,7 @@ void vtkFLDReader::PrintSelf(ostream& os, vtkIndent indent) {
   Superclass::PrintSelf(os, indent);
   for (const std::string& name : State_->file_names) os << indent << "FileName: " << name << '\n';
   os << indent << "SimplifyReading: " << State_->options.simplify << '\n';
+  os << indent << "KeepCoordinates: " << State_->keep_coordinates << '\n';
   os << indent << "GroupParts: " << State_->options.group_parts << '\n';
 }
 
@@ -134,6 +112,11 @@ void vtkFLDReader::SetGroupParts(bool on) {
   Refresh();
 }
 
+void vtkFLDReader::SetKeepCoordinates(bool keep) {
+  // Shows nothing else, so nothing has to be read anew.
+  State_->keep_coordinates = keep;
+}
+
 void vtkFLDReader::SetController(vtkMultiProcessController* controller) {
   if (controller == State_->controller) return;
   State_->controller = controller;
@@ -146,22 +129,20 @@ void vtkFLDReader::Refresh() {
 }
 
 // The accessors of the three selections.
-#define FLD_SELECTION(Kind, member)                                            \
-  int vtkFLDReader::GetNumberOf##Kind##Arrays() {                              \
-    return State_->member->GetNumberOfArrays();                                \
-  }                                                                            \
-  const char* vtkFLDReader::Get##Kind##ArrayName(int index) {                  \
-    return State_->member->GetArrayName(index);                                \
-  }                                                                            \
-  int vtkFLDReader::Get##Kind##ArrayStatus(const char* name) {                 \
-    return State_->member->ArrayIsEnabled(name);                               \
-  }                                                                            \
-  void vtkFLDReader::Set##Kind##ArrayStatus(const char* name, int status) {    \
-    if (State_->member->ArrayExists(name) != 0 &&                              \
-        State_->member->ArrayIsEnabled(name) == static_cast<int>(status != 0)) \
-      return;                                                                  \
-    State_->member->SetArraySetting(name, status);                             \
-    Modified();                                                                \
+#define FLD_SELECTION(Kind, member)                                           \
+  int vtkFLDReader::GetNumberOf##Kind##Arrays() {                             \
+    return static_cast<int>(State_->member.names().size());                   \
+  }                                                                           \
+  const char* vtkFLDReader::Get##Kind##ArrayName(int index) {                 \
+    const std::vector<std::string>& names = State_->member.names();           \
+    const auto i = static_cast<std::size_t>(index);                           \
+    return index >= 0 && i < names.size() ? names[i].c_str() : nullptr;       \
+  }                                                                           \
+  int vtkFLDReader::Get##Kind##ArrayStatus(const char* name) {                \
+    return static_cast<int>(name != nullptr && State_->member.is_on(name));   \
+  }                                                                           \
+  void vtkFLDReader::Set##Kind##ArrayStatus(const char* name, int status) {   \
+    if (name != nullptr && State_->member.set(name, status != 0)) Modified(); \
   }
 FLD_SELECTION(Part, parts)
 FLD_SELECTION(Point, point_arrays)
@@ -206,9 +187,10 @@ bool vtkFLDReader::OpenDataset() {
   for (const paraview::VariableInfo& variable : state.info->variables)
     (variable.is_per_cell ? per_cell : per_point).push_back(variable);
   const auto on = [](const auto&) { return true; };
-  offer(state.parts, state.info->parts, [](const paraview::PartInfo& part) { return !part.is_whole_mesh; });
-  offer(state.point_arrays, per_point, on);
-  offer(state.cell_arrays, per_cell, on);
+  // Whole meshes show all of the result and each face once. The other parts overlap them and each other.
+  state.parts.offer(state.info->parts, [](const paraview::PartInfo& part) { return part.is_whole_mesh; });
+  state.point_arrays.offer(per_point, on);
+  state.cell_arrays.offer(per_cell, on);
 
   if (state.dataset) {
     if (state.info->times_are_numbers) {
@@ -267,8 +249,11 @@ int vtkFLDReader::RequestData(vtkInformation* /*request*/, vtkInformationVector*
     return information->Has(key) != 0 ? information->Get(key) : missing;
   };
   const int step = RequestedStep(information);
-  const vtkSmartPointer<vtkPartitionedDataSetCollection> read = ReadStep(
-      step, number(Pipeline::UPDATE_PIECE_NUMBER(), 0), number(Pipeline::UPDATE_NUMBER_OF_PIECES(), 1));
+  parallel::ShareNumber piece;
+  piece.count = std::max(number(Pipeline::UPDATE_NUMBER_OF_PIECES(), 1), 1);
+  piece.index = std::clamp(number(Pipeline::UPDATE_PIECE_NUMBER(), 0), 0, piece.count - 1);
+  const vtkSmartPointer<vtkPartitionedDataSetCollection> read =
+      ReadStep(step, number(Pipeline::UPDATE_NUMBER_OF_GHOST_LEVELS(), 0), piece);
   if (!read) return 0;
   vtkPartitionedDataSetCollection* output = vtkPartitionedDataSetCollection::GetData(outputs);
   output->ShallowCopy(read);
@@ -282,16 +267,10 @@ int vtkFLDReader::RequestData(vtkInformation* /*request*/, vtkInformationVector*
 // What the step shows of what is switched on, as rank 0 decides it.
 paraview::StepPlan vtkFLDReader::PlanStep(int step) {
   State& state = *State_;
-  const std::unordered_map<std::string, bool> parts = states_of(state.parts);
   const paraview::Choice choice{
-      // Parts that only later steps have are not in the selection.
-      [&](const paraview::PartInfo& part) {
-        const auto found = parts.find(part.name);
-        return found == parts.end() ? !part.is_whole_mesh : found->second;
-      },
+      [&](const paraview::PartInfo& part) { return state.parts.is_on(part.name); },
       [&](const paraview::VariableInfo& variable) {
-        const char* name = variable.name.c_str();
-        return (variable.is_per_cell ? state.cell_arrays : state.point_arrays)->ArrayIsEnabled(name) != 0;
+        return (variable.is_per_cell ? state.cell_arrays : state.point_arrays).is_on(variable.name);
       }};
   try {
     return state.dataset->plan(step, choice);
@@ -302,11 +281,18 @@ paraview::StepPlan vtkFLDReader::PlanStep(int step) {
   }
 }
 
-vtkSmartPointer<vtkPartitionedDataSetCollection> vtkFLDReader::ReadStep(int step, int piece, int pieces) {
+vtkSmartPointer<vtkPartitionedDataSetCollection> vtkFLDReader::ReadStep(int step, int ghost_layers,
+                                                                        parallel::ShareNumber piece) {
   State& state = *State_;
   const std::unique_ptr<parallel::Communicator> ranks = paraview::make_communicator(state.controller);
   std::string bytes;
-  if (state.is_first_rank()) bytes = to_bytes(PlanStep(step));
+  if (state.is_first_rank()) {
+    // Who asks for less has them too: otherwise two filters would have the mesh read in turns.
+    state.ghost_layers = std::max(state.ghost_layers, ghost_layers);
+    paraview::StepPlan planned = PlanStep(step);
+    if (ranks->size() > 1) planned.ghost_layers = state.ghost_layers;
+    bytes = to_bytes(planned);
+  }
   ranks->broadcast(bytes);
   const paraview::StepPlan plan = paraview::step_plan_from(bytes);
   if (!plan.failure.empty()) {
@@ -316,18 +302,18 @@ vtkSmartPointer<vtkPartitionedDataSetCollection> vtkFLDReader::ReadStep(int step
     }
     return nullptr;
   }
-  parallel::ShareNumber share{ranks->rank(), ranks->size()};
-  if (ranks->size() == 1) {
-    share.count = std::max(pieces, 1);
-    share.index = std::clamp(piece, 0, share.count - 1);
-  }
+  const bool is_alone = ranks->size() == 1;
+  const parallel::ShareNumber share =
+      is_alone ? piece : parallel::ShareNumber{ranks->rank(), ranks->size(), plan.ghost_layers};
   state.store.set_shared(share.count > 1);
+  state.steps->keep_coordinates(state.keep_coordinates);
   const auto progress = [&](double done) {
     UpdateProgress(done);
     return GetAbortExecute() == 0;
   };
   if (state.steps->read(*ranks, plan.layout, share, state.store, progress))
     state.store.fill_missing(plan, *state.info);
+  state.store.mark_ghosts(plan, *state.info);
   if (state.is_first_rank()) ReportProblems(plan);
   return state.store.collection(plan, *state.info);
 }

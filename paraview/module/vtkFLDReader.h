@@ -18,6 +18,9 @@ class vtkPartitionedDataSetCollection;
 namespace paraview {
 struct StepPlan;
 }
+namespace parallel {
+struct ShareNumber;
+}
 
 class FLDREADERMODULE_EXPORT vtkFLDReader : public vtkPartitionedDataSetCollectionAlgorithm {
  public:
@@ -39,6 +42,8 @@ class FLDREADERMODULE_EXPORT vtkFLDReader : public vtkPartitionedDataSetCollecti
   // The reader's options.
   void SetSimplifyReading(bool on);
   void SetGroupParts(bool on);
+  // Whether the coordinates that motions start from stay in memory, so that no step reads them again.
+  void SetKeepCoordinates(bool keep);
 
   // Parts and variables by name, and whether they are enabled. Known after UpdateInformation.
   int GetNumberOfPartArrays();
@@ -77,7 +82,8 @@ class FLDREADERMODULE_EXPORT vtkFLDReader : public vtkPartitionedDataSetCollecti
   void WarnOfOtherFiles();
   int RequestedStep(vtkInformation* output_information) const;
   paraview::StepPlan PlanStep(int step);
-  vtkSmartPointer<vtkPartitionedDataSetCollection> ReadStep(int step, int piece, int pieces);
+  vtkSmartPointer<vtkPartitionedDataSetCollection> ReadStep(int step, int ghost_layers,
+                                                            parallel::ShareNumber piece);
   void ReportProblems(const paraview::StepPlan& plan);
 
   std::unique_ptr<State> State_;

@@ -50,7 +50,8 @@ MergedPart merge(const std::vector<const Share*>& shares, int material, bool& ag
     }
     const auto materials = share->values.find(material);
     std::size_t next = 0;
-    for (std::size_t c = 0; c < share->codes.size(); ++c) {
+    const std::size_t own = share->codes.size() - static_cast<std::size_t>(share->ghosts);
+    for (std::size_t c = 0; c < own; ++c) {
       MergedCell cell;
       cell.code = share->codes[c];
       for (std::size_t k = corners_of(cell.code); k > 0; --k)

@@ -14,7 +14,9 @@ struct Share {
   std::vector<std::uint8_t> codes;
   std::vector<std::int32_t> corners;  // numbers of the share's nodes
   std::vector<std::int32_t> nodes;    // of the region set
-  std::vector<float> points;          // x, y, z each
+  std::int64_t ghosts = 0;            // the last cells, which are of other shares
+  std::vector<std::uint8_t> ghost_nodes;
+  std::vector<float> points;  // x, y, z each
   std::map<int, std::vector<float>> values;
 };
 
@@ -25,6 +27,8 @@ class CollectedShares : public parallel::ShareSink {
     share = {};
     share.codes.assign(cells.codes.span().begin(), cells.codes.span().end());
     share.corners.assign(cells.corners.span().begin(), cells.corners.span().end());
+    share.ghosts = cells.ghosts;
+    share.ghost_nodes.assign(cells.ghost_nodes.span().begin(), cells.ghost_nodes.span().end());
     for (const parallel::Run run : nodes.runs) {
       for (std::int32_t i = 0; i < run.count; ++i) share.nodes.push_back(run.first + i);
     }
@@ -64,8 +68,8 @@ struct MergedPart {
   std::map<std::int32_t, MergedNode> nodes;
 };
 
-// Puts the ranks' shares of a part together; `material` is the number of that variable. What two ranks have
-// of one node has to agree; `agrees` becomes whether it does.
+// Puts the ranks' own cells of a part together; `material` is the number of that variable. What two ranks
+// have of one node has to agree; `agrees` becomes whether it does.
 MergedPart merge(const std::vector<const Share*>& shares, int material, bool& agrees);
 
 }  // namespace parallel_test

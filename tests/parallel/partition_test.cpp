@@ -54,19 +54,9 @@ TEST(NodeSets, AreTheNodesOfTheCornersEachOnce) {
   const parallel::NodeSet set = parallel::nodes_of(corners);
   EXPECT_EQ(set.count, 4);
   EXPECT_EQ(set.runs, (std::vector<NodeRun>{{3, 2}, {7, 1}, {200, 1}}));
-  std::vector<std::int32_t> numbered = corners;
-  parallel::number_corners(set, numbered, 0);
-  EXPECT_EQ(numbered, (std::vector<std::int32_t>{2, 0, 0, 1, 2, 3}));
-}
-
-TEST(NodeSets, TakeAFirstNode) {
-  parallel::NodeSet set;
-  set.add_first(5);
-  set.add_first(4);
-  set.add_first(4);
-  set.add_first(1);
-  EXPECT_EQ(set.runs, (std::vector<NodeRun>{{1, 1}, {4, 2}}));
-  EXPECT_EQ(set.count, 3);
+  std::vector<std::int32_t> numbered = {7, 3, 4, 7, 200};
+  parallel::number_corners(set, numbered);
+  EXPECT_EQ(numbered, (std::vector<std::int32_t>{2, 0, 1, 2, 3}));
 }
 
 TEST(NodeSets, OfRandomCornersAreSortedSets) {
@@ -84,7 +74,7 @@ TEST(NodeSets, OfRandomCornersAreSortedSets) {
     }
     ASSERT_EQ(listed, std::vector<std::int32_t>(expected.begin(), expected.end()));
     std::vector<std::int32_t> numbered = corners;
-    parallel::number_corners(set, numbered, 0);
+    parallel::number_corners(set, numbered);
     for (std::size_t i = 0; i < corners.size(); ++i)
       ASSERT_EQ(listed[static_cast<std::size_t>(numbered[i])], corners[i]);
   }

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include "layout/series.h"
+#include "samples/tank.h"
 #include "testkit/box_dataset.h"
 #include "testkit/box_values.h"
 #include "testkit/temporary_directory.h"
@@ -150,6 +151,32 @@ TEST_F(ReadingSteps, StopsWhereItIsToldAndGoesOnLater) {
   EXPECT_EQ(shares_.shares.at(7).values.size(), 1U);
 }
 
+// The impeller turns from the coordinates of the first file.
+TEST_F(ReadingSteps, ReadsTheCoordinatesOfAMovingMeshOnceWhereTheyAreKept) {
+  const samples::SampleInfo tank = samples::tank::write(directory_.path());
+  series_.emplace(tank.file.string(), false);
+  std::vector<int> parts;
+  for (const layout::Part& part : series_->parts(0)) parts.push_back(part.number);
+  std::map<bool, std::map<int, Share>> last;
+  for (const bool keep : {false, true}) {
+    files_.emplace(series_->paths());
+    reader_.emplace(*files_);
+    reader_->keep_coordinates(keep);
+    shares_.shares.clear();
+    for (int step = 1; step < 4; ++step) {
+      const layout::StepLayout moved = layout_of(step, parts, {});
+      ASSERT_TRUE(read(moved));
+      if (step == 1) continue;
+      std::int64_t coordinates = 0;
+      for (const layout::FileArray& axis : moved.sets[0].axes) coordinates += bytes_of(axis);
+      EXPECT_EQ(bytes_, keep ? 0 : coordinates) << "step " << step;
+    }
+    last[keep] = shares_.shares;
+  }
+  ASSERT_EQ(last[true].size(), parts.size());
+  for (const auto& [part, share] : last[true]) EXPECT_EQ(share.points, last[false].at(part).points);
+}
+
 // Whichever read fails, on whichever rank: one reason, which names rank and file, on all ranks alike; and the
 // next try gives what there is.
 TEST_F(ReadingSteps, ComesToAnEndWhicheverReadFails) {
@@ -164,7 +191,7 @@ TEST_F(ReadingSteps, ComesToAnEndWhicheverReadFails) {
         const auto r = static_cast<std::size_t>(ranks.rank());
         FailingFiles files(series_->paths(), ranks.rank() == failing ? number : kNoFailure);
         parallel::StepReader reader(files);
-        const parallel::ShareNumber share{ranks.rank(), ranks.size()};
+        const parallel::ShareNumber share{ranks.rank(), ranks.size(), 1};
         const auto goes_on = [](double) { return true; };
         reader.read(ranks, step, share, again[r], goes_on);
         problems[r] = reader.problems();

@@ -7,6 +7,8 @@
 
 #include "samples/samples.h"
 #include "testkit/box_dataset.h"
+#include "testkit/file_writer.h"
+#include "testkit/small_meshes.h"
 #include "testkit/temporary_directory.h"
 #include "tests/paraview/paraview_reader.h"
 
@@ -128,6 +130,24 @@ TEST_F(Opening, LeavesOutTheFileThatIsNotWholeAndTakesItUpLater) {
   EXPECT_TRUE(reader.take_warnings().empty());
 }
 
+TEST_F(Opening, TakesUpTheFilesThatASolverHasWrittenSince) {
+  const std::filesystem::path last = sample("tank").parent_path() / "tank_70.fld";
+  std::filesystem::rename(last, directory_ / "not_yet");
+  Reader reader(sample("tank"));
+  ASSERT_TRUE(reader.update());
+  EXPECT_EQ(reader.times().size(), 7U);
+  const vtkSmartPointer<vtkPoints> before = reader.grid("hub")->GetPoints();
+  std::filesystem::rename(directory_ / "not_yet", last);
+  ASSERT_TRUE(reader.update());
+  EXPECT_EQ(reader.times().size(), 7U);
+  reader->Refresh();
+  ASSERT_TRUE(reader.open());
+  ASSERT_EQ(reader.times().size(), 8U);
+  ASSERT_TRUE(reader.update(reader.times().back()));
+  EXPECT_EQ(reader.grid("hub")->GetNumberOfPoints(), before->GetNumberOfPoints());
+  EXPECT_TRUE(reader.take_errors().empty());
+}
+
 TEST_F(Opening, TellsWhyItFails) {
   EXPECT_NE(error_of("/no/such/file.fld").find("cannot open /no/such/file.fld: "), std::string::npos);
   std::ofstream(directory_ / "text.fld") << "plain text, and more of it than a record needs";
@@ -162,6 +182,44 @@ TEST_F(Opening, KeepsWhatIsSwitchedWhileTheNamesStay) {
   EXPECT_EQ(reader.grid("tank_wall"), nullptr);
   EXPECT_EQ(reader.grid("hub")->GetPointData()->GetArray("Pressure"), nullptr);
   EXPECT_NE(reader.grid("hub")->GetPointData()->GetArray("Velocity"), nullptr);
+}
+
+TEST_F(Opening, KeepsWhatIsSwitchedOverAnotherDataset) {
+  Reader reader(sample("tank"));
+  ASSERT_TRUE(reader.open());
+  reader.show_only("blade_1");
+  reader->SetPointArrayStatus("Velocity", 0);
+  ASSERT_TRUE(reader.update());
+  ASSERT_EQ(reader.shown_parts(), std::vector<std::string>{"blade_1"});
+  reader->SetFileName(sample("channel").c_str());
+  ASSERT_TRUE(reader.update());
+  reader->SetFileName(sample("tank").c_str());
+  ASSERT_TRUE(reader.update());
+  EXPECT_EQ(reader.shown_parts(), std::vector<std::string>{"blade_1"});
+  EXPECT_EQ(reader.grid("blade_1")->GetPointData()->GetArray("Velocity"), nullptr);
+}
+
+TEST_F(Opening, OffersThePartsThatOnlyALaterStepHas) {
+  for (int step = 0; step < 2; ++step) {
+    testkit::Mesh mesh = testkit::one_tetrahedron();
+    if (step == 1) {
+      mesh.surfaces.push_back(mesh.surfaces.front());
+      mesh.surfaces.back().name = "opened_valve";
+    }
+    testkit::File file = testkit::file_of(mesh);
+    file.header.set_cycle(step, step, testkit::Precision::kSingle);
+    testkit::write_file(file, directory_ / ("valve_" + std::to_string(step) + ".fld"));
+  }
+  Reader reader(directory_ / "valve_0.fld");
+  ASSERT_TRUE(reader.open());
+  EXPECT_EQ(reader->GetPartArrayStatus("opened_valve"), 1);
+  ASSERT_TRUE(reader.update(0.0));
+  EXPECT_EQ(reader.grid("opened_valve"), nullptr);
+  ASSERT_TRUE(reader.update(1.0));
+  EXPECT_NE(reader.grid("opened_valve"), nullptr);
+  reader->SetPartArrayStatus("opened_valve", 0);
+  ASSERT_TRUE(reader.update(1.0));
+  EXPECT_EQ(reader.grid("opened_valve"), nullptr);
 }
 
 TEST_F(Opening, LeavesTheRestWhenItIsStopped) {

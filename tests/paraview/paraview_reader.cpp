@@ -40,8 +40,18 @@ Reader::Reader(const std::filesystem::path& file) : reader_(vtkSmartPointer<vtkF
   reader_->SetFileName(file.c_str());
 }
 
-bool Reader::open() {
+bool Reader::open_as_it_is() {
   return reader_->GetExecutive()->UpdateInformation() != 0;
+}
+
+bool Reader::open() {
+  if (!open_as_it_is()) return false;
+  for (const std::string& name : part_names()) {
+    const int status = name.starts_with("ALL_ELEMENTS") ? 0 : 1;
+    if (known_parts_.insert(name).second) reader_->SetPartArrayStatus(name.c_str(), status);
+  }
+  // Before a piece is asked for: the pipeline would forget that otherwise.
+  return open_as_it_is();
 }
 
 std::vector<double> Reader::times() {

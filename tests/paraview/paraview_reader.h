@@ -2,6 +2,7 @@
 #pragma once
 
 #include <filesystem>
+#include <set>
 #include <string>
 #include <utility>
 #include <vector>
@@ -19,8 +20,10 @@ class Reader {
 
   vtkFLDReader* operator->() { return reader_; }
 
-  // Whether the dataset opens.
+  // Whether the dataset opens. Surfaces and volumes are switched on then, and whole meshes off.
   bool open();
+  // The same with the parts that are on at first.
+  bool open_as_it_is();
   std::vector<double> times();
   std::vector<std::string> part_names();
   void show_only(const std::string& part);
@@ -40,6 +43,7 @@ class Reader {
 
  private:
   vtkSmartPointer<vtkFLDReader> reader_;
+  std::set<std::string> known_parts_;
   std::vector<std::string> errors_;
   std::vector<std::string> warnings_;
 };

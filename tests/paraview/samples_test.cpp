@@ -144,16 +144,16 @@ TEST_F(Samples, AreWhatTheHostLibraryGives) {
   EXPECT_GT(undefined_, 0);
 }
 
-TEST_F(Samples, ShowSurfacesAndVolumesAndNotTheWholeMesh) {
+TEST_F(Samples, ShowTheWholeMeshAtFirst) {
   for (const samples::SampleInfo& sample : samples::write_samples(directory_.path())) {
     SCOPED_TRACE(sample.name);
     Reader reader(sample.file);
-    ASSERT_TRUE(reader.open());
+    ASSERT_TRUE(reader.open_as_it_is());
     int whole = 0;
     for (const std::string& name : reader.part_names()) {
       const bool is_whole = name.starts_with("ALL_ELEMENTS");
       whole += static_cast<int>(is_whole);
-      EXPECT_EQ(reader->GetPartArrayStatus(name.c_str()) != 0, !is_whole) << name;
+      EXPECT_EQ(reader->GetPartArrayStatus(name.c_str()) != 0, is_whole) << name;
     }
     EXPECT_EQ(whole, sample.name == "overset" ? 2 : 1);
     EXPECT_GT(reader->GetNumberOfPointArrays(), 0);

@@ -10,7 +10,9 @@ namespace {
 
 parallel::ShareCells cells(const std::vector<std::uint8_t>& codes, const std::vector<std::int32_t>& corners) {
   parallel::ShareCells made{parallel::Array<std::uint8_t>(static_cast<std::int64_t>(codes.size())),
-                            parallel::Array<std::int32_t>(static_cast<std::int64_t>(corners.size()))};
+                            parallel::Array<std::int32_t>(static_cast<std::int64_t>(corners.size())),
+                            0,
+                            {}};
   std::copy(codes.begin(), codes.end(), made.codes.data());
   std::copy(corners.begin(), corners.end(), made.corners.data());
   return made;

@@ -1,12 +1,11 @@
 """summary.py PLUGIN FOLDER FILE [SAMPLE...]: what there is of the samples (all, or those named) at the first and last step,
 on all parts and on some, written to FILE as JSON. If FILE is there already, the summaries have to agree: runs on other
 numbers of ranks have the same datasets. On each rank there has to be its share of every part and no more."""
-import json
-import math
 import os
 import sys
 
 sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
+import agreement
 import plugin
 import shares
 from paraview import servermanager, simple
@@ -18,15 +17,15 @@ SAMPLES = {
     "tank": "tank/tank_0.fld",
 }
 
-# Which nodes of shares are the same; on one rank there are no shares.
-NODE_IDS = "GlobalNodeIds"
+# What only shares have: which nodes are the same, and what other shares have too.
+OF_SHARES = ("GlobalNodeIds", "vtkGhostType")
 
 
 def arrays_of(attributes):
     """Ranges of the arrays' components. An array of nothing but undefined values has none."""
     found = {}
     for array in attributes:
-        if array.Name == NODE_IDS:
+        if array.Name in OF_SHARES:
             continue
         ranges = [array.GetRange(c) for c in range(array.GetNumberOfComponents())]
         found[array.Name] = [list(r) if r[0] <= r[1] else None for r in ranges]
@@ -35,10 +34,9 @@ def arrays_of(attributes):
 
 def summary_of(reader, time):
     simple.UpdatePipeline(time, reader)
-    information = reader.GetDataInformation()
     return {
-        "cells": information.GetNumberOfCells(),
-        "bounds": information.GetBounds(),
+        "cells": shares.own_cells(reader, time),
+        "bounds": reader.GetDataInformation().GetBounds(),
         "points": arrays_of(reader.PointData[:]),
         "per cell": arrays_of(reader.CellData[:]),
     }
@@ -52,27 +50,11 @@ def integrals_of(reader, time):
     for data in (table.GetPointData(), table.GetCellData()):
         for i in range(data.GetNumberOfArrays()):
             array = data.GetArray(i)
-            if array.GetName() == NODE_IDS:
+            if array.GetName() in OF_SHARES:
                 continue
             result[array.GetName()] = list(array.GetTuple(0)) if array.GetNumberOfTuples() else []
     simple.Delete(integrals)
     return result
-
-
-def agree(a, b, path=""):
-    """Ends the program where they differ. Sums come in another order, so numbers agree within 1e-9."""
-    if isinstance(a, dict) and isinstance(b, dict) and a.keys() == b.keys():
-        for key in a:
-            agree(a[key], b[key], f"{path}/{key}")
-    elif isinstance(a, (list, tuple)) and isinstance(b, (list, tuple)) and len(a) == len(b):
-        for i, (x, y) in enumerate(zip(a, b)):
-            agree(x, y, f"{path}/{i}")
-    elif isinstance(a, float) and isinstance(b, float):
-        same = math.isclose(a, b, rel_tol=1e-9, abs_tol=1e-9) or (math.isnan(a) and math.isnan(b))
-        if not same:
-            sys.exit(f"{path}: {a} before, {b} now")
-    elif a != b:
-        sys.exit(f"{path}: {a} before, {b} now")
 
 
 def summary_of_sample(sample, file):
@@ -100,11 +82,4 @@ options = plugin.arguments("folder", "file", "samples...")
 plugin.load(options)
 result = {sample: summary_of_sample(sample, os.path.join(options.folder, file))
           for sample, file in SAMPLES.items() if sample in (options.samples or SAMPLES)}
-result = json.loads(json.dumps(result))
-if os.path.exists(options.file):
-    with open(options.file) as before:
-        known = json.load(before)
-        agree({sample: known[sample] for sample in result}, result)
-else:
-    with open(options.file, "w") as file:
-        json.dump(result, file)
+agreement.keep_or_compare(options.file, result)
