@@ -6,7 +6,7 @@ namespace bench {
 
 namespace {
 
-std::vector<Comparison> prepare(Datasets& datasets) {
+std::vector<Comparison> prepare_growth(Datasets& datasets) {
   const auto session = [&](double millions) -> Work {
     return [file = datasets.box(millions).file, plugin = datasets.plugin()](Trial& trial) {
       run_session(plugin, file, trial);
@@ -27,7 +27,7 @@ std::vector<Comparison> prepare(Datasets& datasets) {
 }  // namespace
 
 Family growth_rows() {
-  return {.names = {"growth"}, .prepare = prepare};
+  return {.names = {"growth"}, .prepare = prepare_growth};
 }
 
 }  // namespace bench

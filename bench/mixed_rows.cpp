@@ -26,7 +26,7 @@ testkit::Mesh tetrahedra_and_prisms(std::int64_t elements) {
   return mesh;
 }
 
-std::vector<Comparison> prepare(Datasets& datasets) {
+std::vector<Comparison> prepare_mixed(Datasets& datasets) {
   const auto file = datasets.path("mixed.fld");
   // The mesh is made in memory, which a child gives back. All of the file is geometry.
   measure_in_child([&](Trial&) {
@@ -60,7 +60,7 @@ std::vector<Comparison> prepare(Datasets& datasets) {
 }  // namespace
 
 Family mixed_rows() {
-  return {.names = {"mixed-opening", "mixed-elements"}, .prepare = prepare};
+  return {.names = {"mixed-opening", "mixed-elements"}, .prepare = prepare_mixed};
 }
 
 }  // namespace bench

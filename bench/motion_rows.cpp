@@ -11,7 +11,7 @@ namespace bench {
 
 namespace {
 
-constexpr double kMillions = 4.0;
+constexpr double kMotionMillions = 4.0;
 constexpr int kGeometrySet = 1;
 constexpr double kAngle = 0.125;
 
@@ -56,9 +56,9 @@ Work read_and_turn(const Dataset& still) {
   };
 }
 
-std::vector<Comparison> prepare(Datasets& datasets) {
+std::vector<Comparison> prepare_motion(Datasets& datasets) {
   Dataset still{.file = datasets.path("turning_0.fld")};
-  still.box = datasets.box_options(kMillions);
+  still.box = datasets.box_options(kMotionMillions);
   still.box.volumes = 2;
   still.places = testkit::write_box_dataset(still.file, still.box);
   testkit::File moving;
@@ -77,7 +77,7 @@ std::vector<Comparison> prepare(Datasets& datasets) {
 }  // namespace
 
 Family motion_rows() {
-  return {.names = {"motion"}, .prepare = prepare};
+  return {.names = {"motion"}, .prepare = prepare_motion};
 }
 
 }  // namespace bench

@@ -6,7 +6,7 @@ namespace bench {
 
 namespace {
 
-constexpr double kMillions = 16.0;
+constexpr double kOpeningMillions = 16.0;
 
 // Bytes of the arrays that are kept of a box: what its sections hold, and for every element where its nodes
 // begin.
@@ -21,8 +21,8 @@ double bytes_kept(const testkit::BoxOptions& box) {
          static_cast<double>(counts.nodes) * 3 * sizeof(float);
 }
 
-std::vector<Comparison> prepare(Datasets& datasets) {
-  const Dataset& box = datasets.box(kMillions);
+std::vector<Comparison> prepare_opening(Datasets& datasets) {
+  const Dataset& box = datasets.box(kOpeningMillions);
   const auto open = [file = box.file, plugin = datasets.plugin()](Trial& trial) {
     Host host(plugin);
     trial.begin();
@@ -48,7 +48,7 @@ std::vector<Comparison> prepare(Datasets& datasets) {
 }  // namespace
 
 Family opening_rows() {
-  return {.names = {"opening", "opening-memory"}, .prepare = prepare};
+  return {.names = {"opening", "opening-memory"}, .prepare = prepare_opening};
 }
 
 }  // namespace bench

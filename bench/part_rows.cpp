@@ -10,7 +10,7 @@ namespace bench {
 
 namespace {
 
-constexpr double kMillions = 16.0;
+constexpr double kPartMillions = 16.0;
 constexpr int kVariablesSet = 2;
 
 // The nodes of a box's sides, ascending, in the order of the surfaces x_low, x_high, y_low, ...
@@ -76,8 +76,8 @@ Work read_scalar(const Dataset& box) {
   };
 }
 
-std::vector<Comparison> prepare(Datasets& datasets) {
-  const Dataset& box = datasets.box(kMillions);
+std::vector<Comparison> prepare_part(Datasets& datasets) {
+  const Dataset& box = datasets.box(kPartMillions);
   return {{.sides = {take_scalar(box, datasets.plugin()), read_scalar(box)},
            .rows = {{.name = "scalar",
                      .what = "a scalar on all parts for one step / reading it and copying it out",
@@ -91,7 +91,7 @@ std::vector<Comparison> prepare(Datasets& datasets) {
 }  // namespace
 
 Family part_rows() {
-  return {.names = {"scalar", "all-elements"}, .prepare = prepare};
+  return {.names = {"scalar", "all-elements"}, .prepare = prepare_part};
 }
 
 }  // namespace bench

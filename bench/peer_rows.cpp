@@ -7,7 +7,7 @@ namespace bench {
 
 namespace {
 
-constexpr double kMillions = 4.0;
+constexpr double kPeerMillions = 4.0;
 constexpr double kMemoryGoal = 0.8;
 
 // The peer's file from what a host gets of the dataset, so that both have the same.
@@ -27,8 +27,8 @@ void write_peer_file(const Peer& peer, const std::filesystem::path& plugin, cons
   });
 }
 
-std::vector<Comparison> prepare(Datasets& datasets) {
-  const Dataset& box = datasets.box(kMillions);
+std::vector<Comparison> prepare_peer(Datasets& datasets) {
+  const Dataset& box = datasets.box(kPeerMillions);
   const auto plugin = datasets.plugin();
   const auto counts = testkit::box_counts(box.box);
   std::vector<Comparison> comparisons;
@@ -64,7 +64,7 @@ std::vector<Peer> all_peers() {
 }
 
 Family peer_rows() {
-  Family family{.prepare = prepare};
+  Family family{.prepare = prepare_peer};
   for (const Peer& peer : all_peers()) {
     family.names.push_back(peer.name);
     family.names.push_back(peer.name + "-memory");

@@ -36,7 +36,7 @@ Work take_regions(const std::filesystem::path& plugin, const std::filesystem::pa
   };
 }
 
-std::vector<Comparison> prepare(Datasets& datasets) {
+std::vector<Comparison> prepare_region(Datasets& datasets) {
   const std::int64_t many = std::max<std::int64_t>(datasets.scaled(100000), 200);
   const std::int64_t few = many / 100;
   const auto row = [&](const char* name, const char* what, Figure figure) {
@@ -58,7 +58,7 @@ std::vector<Comparison> prepare(Datasets& datasets) {
 }  // namespace
 
 Family region_rows() {
-  return {.names = {"regions", "regions-memory"}, .prepare = prepare};
+  return {.names = {"regions", "regions-memory"}, .prepare = prepare_region};
 }
 
 }  // namespace bench

@@ -98,7 +98,7 @@ Work openings_per_file(const std::filesystem::path& plugin, const std::filesyste
   };
 }
 
-std::vector<Comparison> prepare(Datasets& datasets) {
+std::vector<Comparison> prepare_series(Datasets& datasets) {
   const auto files = std::min<std::int64_t>(datasets.scaled(1000, 4), 1000);
   const auto folder = datasets.path("series");
   std::filesystem::create_directories(folder);
@@ -134,7 +134,7 @@ std::vector<Comparison> prepare(Datasets& datasets) {
 }  // namespace
 
 Family series_rows() {
-  return {.names = {"series", "series-simplified", "series-openings"}, .prepare = prepare};
+  return {.names = {"series", "series-simplified", "series-openings"}, .prepare = prepare_series};
 }
 
 }  // namespace bench

@@ -8,8 +8,8 @@ namespace bench {
 
 namespace {
 
-constexpr double kMillions = 10.0;
-constexpr int kCorners = 4;
+constexpr double kSurfaceMillions = 10.0;
+constexpr int kQuadrilateralCorners = 4;
 
 // All faces of a box's surfaces as lists.
 testkit::Surface all_faces(testkit::RegionSet& set) {
@@ -38,10 +38,11 @@ std::vector<testkit::Surface> cut(const testkit::Surface& all, std::int64_t coun
   for (std::int64_t s = 0; s < count; ++s) {
     const std::int64_t begin = all.size() * s / count;
     const std::int64_t end = all.size() * (s + 1) / count;
-    surfaces.push_back({.name = "surface_" + std::to_string(s + 1),
-                        .type = stretch(all.type, begin, end),
-                        .link = stretch(all.link, begin, end),
-                        .node = stretch(all.node, begin * kCorners, end * kCorners)});
+    surfaces.push_back(
+        {.name = "surface_" + std::to_string(s + 1),
+         .type = stretch(all.type, begin, end),
+         .link = stretch(all.link, begin, end),
+         .node = stretch(all.node, begin * kQuadrilateralCorners, end * kQuadrilateralCorners)});
   }
   return surfaces;
 }
@@ -62,14 +63,14 @@ Work take_surfaces(const std::filesystem::path& plugin, const std::filesystem::p
   };
 }
 
-std::vector<Comparison> prepare(Datasets& datasets) {
+std::vector<Comparison> prepare_surface(Datasets& datasets) {
   const auto many = std::min<std::int64_t>(datasets.scaled(1000, 10), 1000);
   const auto path_of = [&](std::int64_t count) {
     return datasets.path("surfaces" + std::to_string(count) + ".fld");
   };
   for (const std::int64_t count : {many, std::int64_t{1}}) {
     measure_in_child([&](Trial&) {
-      testkit::File file = testkit::box_file(datasets.box_options(kMillions));
+      testkit::File file = testkit::box_file(datasets.box_options(kSurfaceMillions));
       testkit::RegionSet& set = file.region_sets[0];
       set.section("LS_SurfaceGeometry") = testkit::surfaces_section(cut(all_faces(set), count));
       write_file(file, path_of(count));
@@ -85,7 +86,7 @@ std::vector<Comparison> prepare(Datasets& datasets) {
 }  // namespace
 
 Family surface_rows() {
-  return {.names = {"surfaces"}, .prepare = prepare};
+  return {.names = {"surfaces"}, .prepare = prepare_surface};
 }
 
 }  // namespace bench

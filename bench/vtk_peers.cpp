@@ -24,7 +24,7 @@ namespace bench {
 
 namespace {
 
-constexpr vtkIdType kCorners = 8;
+constexpr vtkIdType kHexahedronCorners = 8;
 
 vtkNew<vtkUnstructuredGrid> grid_of(const PeerMesh& mesh) {
   const auto nodes = static_cast<vtkIdType>(mesh.nodes);
@@ -40,11 +40,11 @@ vtkNew<vtkUnstructuredGrid> grid_of(const PeerMesh& mesh) {
     scalar->SetValue(n, mesh.scalar[n]);
   }
   vtkNew<vtkTypeInt64Array> corners;
-  corners->SetNumberOfValues(elements * kCorners);
+  corners->SetNumberOfValues(elements * kHexahedronCorners);
   vtkNew<vtkTypeInt64Array> offsets;
   offsets->SetNumberOfValues(elements + 1);
-  for (vtkIdType i = 0; i < elements * kCorners; ++i) corners->SetValue(i, mesh.corners[i] - 1);
-  for (vtkIdType e = 0; e <= elements; ++e) offsets->SetValue(e, e * kCorners);
+  for (vtkIdType i = 0; i < elements * kHexahedronCorners; ++i) corners->SetValue(i, mesh.corners[i] - 1);
+  for (vtkIdType e = 0; e <= elements; ++e) offsets->SetValue(e, e * kHexahedronCorners);
   vtkNew<vtkPoints> points;
   points->SetData(places);
   vtkNew<vtkCellArray> cells;
@@ -67,7 +67,8 @@ void check(vtkDataSet* data, std::size_t nodes, std::size_t elements) {
   if (scalar == nullptr || scalar->GetNumberOfTuples() != static_cast<vtkIdType>(nodes) ||
       grid->GetNumberOfPoints() != static_cast<vtkIdType>(nodes) ||
       grid->GetNumberOfCells() != static_cast<vtkIdType>(elements) ||
-      grid->GetCells()->GetNumberOfConnectivityIds() != static_cast<vtkIdType>(elements) * kCorners) {
+      grid->GetCells()->GetNumberOfConnectivityIds() !=
+          static_cast<vtkIdType>(elements) * kHexahedronCorners) {
     throw std::runtime_error("a peer did not read the mesh");
   }
 }

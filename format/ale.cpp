@@ -15,9 +15,9 @@ namespace {
 constexpr char kModule[] = "Convert_read_fld";
 constexpr char kFunction[] = "void FLDV4_ALE(_IO_FILE *, ALE &)";
 
-constexpr size_t kLeastRegion = 40;  // bytes: two rule records
-constexpr size_t kLeastName = 28;    // bytes: a character block
-constexpr size_t kLeastAction = 48;  // bytes: a character block and a rule record
+constexpr size_t kLeastMovingRegion = 40;  // bytes: two rule records
+constexpr size_t kLeastName = 28;          // bytes: a character block
+constexpr size_t kLeastAction = 48;        // bytes: a character block and a rule record
 
 // Reads `count` points or vectors of three values each.
 void read_points(FILE* stream, int count, double* places) {
@@ -89,7 +89,7 @@ Motion ALE_ACT::motion() const {
 void FLDV4_ALE(FILE* stream, ALE& ale) {
   const int name_length = read_name_length(stream);
   ale.base_cycle = read_int(stream);
-  ale.regions.resize(static_cast<size_t>(read_count(stream, kLeastRegion)));
+  ale.regions.resize(static_cast<size_t>(read_count(stream, kLeastMovingRegion)));
   for (ALE_REGION& region : ale.regions) read_region(stream, name_length, region);
   FLDV4_I_END(stream);
 }

@@ -8,7 +8,7 @@ namespace fld {
 namespace {
 
 template <class AnyElements>
-void take_body(FILE* stream, AnyElements& elements) {
+void take_elements(FILE* stream, AnyElements& elements) {
   elements.nelem = read_int(stream);
   take_ints(stream, elements.nelem, 1100440, elements.type);
   FLDV4_I_INT64array(stream, 1, &elements.nconn);
@@ -25,12 +25,12 @@ Elements::~Elements() {
 
 smart_ptr<Elements> FLDV4_Elements(FILE* stream) {
   auto elements = make_smart<Elements>();
-  take_body(stream, *elements);
+  take_elements(stream, *elements);
   return elements;
 }
 
 void locate(FILE* stream, ElementsLayout& elements) {
-  take_body(stream, elements);
+  take_elements(stream, elements);
 }
 
 }  // namespace fld

@@ -8,7 +8,7 @@ namespace fld {
 namespace {
 
 template <class Materials>
-void take_body(FILE* stream, Materials& materials) {
+void take_materials(FILE* stream, Materials& materials) {
   materials.nelem = read_int(stream);
   take_ints(stream, materials.nelem, 1100457, materials.mat);
   FLDV4_I_END(stream);
@@ -22,12 +22,12 @@ MatOfElements::~MatOfElements() {
 
 smart_ptr<MatOfElements> FLDV4_MatOfElements(FILE* stream) {
   auto materials = make_smart<MatOfElements>();
-  take_body(stream, *materials);
+  take_materials(stream, *materials);
   return materials;
 }
 
 void locate(FILE* stream, MaterialsLayout& materials) {
-  take_body(stream, materials);
+  take_materials(stream, materials);
 }
 
 }  // namespace fld

@@ -8,7 +8,7 @@ namespace fld {
 namespace {
 
 template <class AnyNodes>
-void take_body(FILE* stream, AnyNodes& nodes) {
+void take_nodes(FILE* stream, AnyNodes& nodes) {
   nodes.nnode = read_int(stream);
   for (auto* axis : {&nodes.x, &nodes.y, &nodes.z}) take_floats(stream, nodes.nnode, *axis);
   FLDV4_I_END(stream);
@@ -24,12 +24,12 @@ Nodes::~Nodes() {
 
 smart_ptr<Nodes> FLDV4_Nodes(FILE* stream) {
   auto nodes = make_smart<Nodes>();
-  take_body(stream, *nodes);
+  take_nodes(stream, *nodes);
   return nodes;
 }
 
 void locate(FILE* stream, NodesLayout& nodes) {
-  take_body(stream, nodes);
+  take_nodes(stream, nodes);
 }
 
 void FLDV4_CoordinateSystem(FILE* stream, int& value) {

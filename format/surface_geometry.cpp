@@ -7,12 +7,12 @@ namespace fld {
 
 namespace {
 
-constexpr size_t kLeastRegion = 128;     // bytes: a character block and five rule records
-constexpr size_t kLeastArrayRegion = 8;  // bytes: its two counts
+constexpr size_t kLeastSurface = 128;     // bytes: a character block and five rule records
+constexpr size_t kLeastArraySurface = 8;  // bytes: its two counts
 
 template <class List>
-void take_regions(FILE* stream, List& list) {
-  const int count = read_region_count(stream, kLeastRegion);
+void take_surfaces(FILE* stream, List& list) {
+  const int count = read_region_count(stream, kLeastSurface);
   const int name_length = read_name_length(stream);
   renew_regions(list, count);
   for (auto& entry : list) {
@@ -28,8 +28,8 @@ void take_regions(FILE* stream, List& list) {
 }
 
 template <class Surface, class List>
-void take_region_array(FILE* stream, List& list) {
-  const int count = read_region_count(stream, kLeastArrayRegion);
+void take_surface_array(FILE* stream, List& list) {
+  const int count = read_region_count(stream, kLeastArraySurface);
   const int name_length = read_name_length(stream);
   renew_regions(list, count);
   if (count == 0) {
@@ -55,19 +55,19 @@ SurfaceGeometry::~SurfaceGeometry() {
 }
 
 void FLDV4_SurfaceGeometry(FILE* stream, std::vector<smart_ptr<SurfaceGeometry>>& list) {
-  take_regions(stream, list);
+  take_surfaces(stream, list);
 }
 
 void FLDV4_SurfaceGeometryArray(FILE* stream, std::vector<smart_ptr<SurfaceGeometry>>& list) {
-  take_region_array<SurfaceGeometry>(stream, list);
+  take_surface_array<SurfaceGeometry>(stream, list);
 }
 
 void locate_surfaces(FILE* stream, std::vector<SurfaceLayout>& list) {
-  take_regions(stream, list);
+  take_surfaces(stream, list);
 }
 
 void locate_surface_array(FILE* stream, std::vector<SurfaceLayout>& list) {
-  take_region_array<SurfaceLayout>(stream, list);
+  take_surface_array<SurfaceLayout>(stream, list);
 }
 
 }  // namespace fld

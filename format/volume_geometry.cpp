@@ -7,12 +7,12 @@ namespace fld {
 
 namespace {
 
-constexpr size_t kLeastRegion = 68;      // bytes: a character block and two rule records
-constexpr size_t kLeastArrayRegion = 4;  // bytes: its count
+constexpr size_t kLeastVolume = 68;      // bytes: a character block and two rule records
+constexpr size_t kLeastArrayVolume = 4;  // bytes: its count
 
 template <class List>
-void take_regions(FILE* stream, List& list) {
-  const int count = read_region_count(stream, kLeastRegion);
+void take_volumes(FILE* stream, List& list) {
+  const int count = read_region_count(stream, kLeastVolume);
   const int name_length = read_name_length(stream);
   renew_regions(list, count);
   for (auto& entry : list) {
@@ -25,8 +25,8 @@ void take_regions(FILE* stream, List& list) {
 }
 
 template <class Volume, class List>
-void take_region_array(FILE* stream, List& list) {
-  const int count = read_region_count(stream, kLeastArrayRegion);
+void take_volume_array(FILE* stream, List& list) {
+  const int count = read_region_count(stream, kLeastArrayVolume);
   const int name_length = read_name_length(stream);
   renew_regions(list, count);
   if (count == 0) {
@@ -47,19 +47,19 @@ VolumeGeometry::~VolumeGeometry() {
 }
 
 void FLDV4_VolumeGeometry(FILE* stream, std::vector<smart_ptr<VolumeGeometry>>& list) {
-  take_regions(stream, list);
+  take_volumes(stream, list);
 }
 
 void FLDV4_VolumeGeometryArray(FILE* stream, std::vector<smart_ptr<VolumeGeometry>>& list) {
-  take_region_array<VolumeGeometry>(stream, list);
+  take_volume_array<VolumeGeometry>(stream, list);
 }
 
 void locate_volumes(FILE* stream, std::vector<VolumeLayout>& list) {
-  take_regions(stream, list);
+  take_volumes(stream, list);
 }
 
 void locate_volume_array(FILE* stream, std::vector<VolumeLayout>& list) {
-  take_region_array<VolumeLayout>(stream, list);
+  take_volume_array<VolumeLayout>(stream, list);
 }
 
 }  // namespace fld

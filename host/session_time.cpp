@@ -11,7 +11,7 @@
 namespace host {
 namespace {
 
-constexpr std::size_t kDescriptionText = 80;
+constexpr std::size_t kTimeSetText = 80;
 
 }  // namespace
 
@@ -20,7 +20,7 @@ void Session::ask_time_sets() {
   for (int number = 1; number <= count; ++number) {
     TimeSet set{number, "", {}};
     if (entry_.get_timeset_description) {
-      TextRows text(1, kDescriptionText);
+      TextRows text(1, kTimeSetText);
       guarded_.call_checked(entry_.get_timeset_description, number, text.row(0));
       set.description = text.text(0);
     }

@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "inspect/visitor.h"
-#include "nlohmann/json.hpp"
+#include "nlohmann/json_fwd.hpp"
 
 namespace inspect {
 

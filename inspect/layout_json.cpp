@@ -1,5 +1,6 @@
 #include "inspect/layout.h"
 #include "inspect/report.h"
+#include "nlohmann/json.hpp"
 
 namespace inspect {
 namespace {

@@ -1,6 +1,7 @@
 #include "inspect/report.h"
 
 #include "fmt/format.h"
+#include "nlohmann/json.hpp"
 
 namespace inspect {
 namespace {

@@ -5,7 +5,7 @@
 
 #include "inspect/check.h"
 #include "inspect/layout.h"
-#include "nlohmann/json.hpp"
+#include "nlohmann/json_fwd.hpp"
 
 namespace inspect {
 

@@ -7,6 +7,8 @@
 #include <system_error>
 #include <tuple>
 
+#include "inspect/text_check.h"
+
 namespace inspect {
 namespace {
 
@@ -19,11 +21,6 @@ struct SplitName {
 
 bool is_digit(char c) {
   return c >= '0' && c <= '9';
-}
-
-// ASCII only, independent of the locale.
-char folded(char c) {
-  return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
 }
 
 std::optional<SplitName> split(const std::string& path) {

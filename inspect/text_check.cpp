@@ -45,6 +45,10 @@ bool is_text(std::string_view bytes) {
   return !has_control && (is_shift_jis(bytes) || host::is_utf8(bytes));
 }
 
+char folded(char c) {
+  return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
 std::string_view without_padding(std::string_view bytes) {
   const std::size_t last = bytes.find_last_not_of(' ');
   return last == std::string_view::npos ? std::string_view() : bytes.substr(0, last + 1);

@@ -16,6 +16,9 @@ bool is_printable(std::string_view bytes);
 // short.
 bool is_text(std::string_view bytes);
 
+// The letter in lower case; ASCII only, independent of the locale.
+char folded(char c);
+
 // Without trailing blanks.
 std::string_view without_padding(std::string_view bytes);
 

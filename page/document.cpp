@@ -1,5 +1,6 @@
 #include "page/document.h"
 
+#include "nlohmann/json.hpp"
 #include "page/shell.h"
 
 namespace page {

@@ -17,11 +17,6 @@ constexpr int entries_of(int code) {
   return code >= fld::kTetrahedron ? fld::nodes_of_element(code) : 0;
 }
 
-// As the file's other readers do it: a number that is no node after that stays none.
-std::int32_t without_bias(std::int32_t index, std::int32_t bias) {
-  return static_cast<std::int32_t>(static_cast<std::uint32_t>(index) - static_cast<std::uint32_t>(bias));
-}
-
 }  // namespace
 
 ElementBlock::ElementBlock(Communicator& ranks, FileArrays& files, const layout::SetMesh& mesh)

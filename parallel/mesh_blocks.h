@@ -12,6 +12,12 @@
 
 namespace parallel {
 
+// An index of the file counted from 0. It wraps like that of the file's other readers: a number that is no
+// node or element after that stays none.
+inline std::int32_t without_bias(std::int32_t index, std::int32_t bias) {
+  return static_cast<std::int32_t>(static_cast<std::uint32_t>(index) - static_cast<std::uint32_t>(bias));
+}
+
 // The elements of a list, in its order.
 struct ListedElements {
   Array<std::uint8_t> codes;    // the type of each; 0 for one that does not exist or names no shape

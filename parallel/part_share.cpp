@@ -8,10 +8,6 @@
 namespace parallel {
 namespace {
 
-std::int32_t without_bias(std::int32_t index, std::int32_t bias) {
-  return static_cast<std::int32_t>(static_cast<std::uint32_t>(index) - static_cast<std::uint32_t>(bias));
-}
-
 bool is_flat(std::uint8_t code) {
   return code == fld::kTriangle || code == fld::kQuadrilateral;
 }

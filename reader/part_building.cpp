@@ -11,7 +11,7 @@ namespace fld {
 
 namespace {
 
-constexpr int kDescription = 80;  // size of the host's buffer for a part's description
+constexpr int kDescriptionSize = 80;  // size of the host's buffer for a part's description
 
 // The six element counts of a volume region or whole mesh.
 void fill_counts(const ElementCounts& counted, int* slots) {
@@ -59,8 +59,8 @@ int USERD_get_gold_part_build_info(int* ids, int* types, char** descriptions, in
     ids[i] = part.number;
     types[i] = 0;  // unstructured
     const char* name = describe(part, element_counts[i]);
-    strncpy(descriptions[i], name, kDescription - 1);
-    descriptions[i][kDescription - 1] = '\0';
+    strncpy(descriptions[i], name, kDescriptionSize - 1);
+    descriptions[i][kDescriptionSize - 1] = '\0';
     node_counts[i] = part.kind == Part::Kind::whole ? part.geo().node_count() : select_nodes(part).count;
   }
   return 1;

@@ -10,6 +10,7 @@
 #include "reader/globals.h"
 #include "reader/motion.h"
 #include "reader/node_selection.h"
+#include "reader/time_sets.h"
 #include "reader/work_tables.h"
 #include "support/assertion.h"
 
@@ -17,8 +18,6 @@ namespace fld {
 
 namespace {
 
-constexpr int kGeometrySet = 1;
-constexpr int kVariablesSet = 2;
 constexpr char kGeometrySetName[] = "timeset_geometry";
 constexpr char kVariablesSetName[] = "timeset_variables";
 constexpr size_t kSetDescription = 80;

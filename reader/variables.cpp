@@ -6,6 +6,7 @@
 
 #include "interface/userd_api.h"
 #include "reader/globals.h"
+#include "reader/time_sets.h"
 
 namespace fld {
 
@@ -17,7 +18,6 @@ constexpr char kMaterialName[] = "MatOfElements";
 // The host's codes.
 constexpr int kPerNode = 4;
 constexpr int kPerElement = 1;
-constexpr int kVariablesSet = 2;
 
 void describe(char* description, const std::string& label, const std::string& name) {
   snprintf(description, kText, "%s (%s)", label.c_str(), name.c_str());

@@ -6,6 +6,7 @@
 #include <string_view>
 #include <utility>
 
+#include "CLI/CLI.hpp"
 #include "fmt/format.h"
 #include "host/text_encoding.h"
 #include "tool/exit_status.h"

@@ -12,9 +12,9 @@
 #include <string>
 #include <vector>
 
-#include "CLI/CLI.hpp"
 #include "host/session.h"
 #include "tool/chosen_parts.h"
+#include "tool/cli_names.h"
 
 namespace tool {
 

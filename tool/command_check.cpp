@@ -5,10 +5,12 @@
 #include <string>
 #include <vector>
 
+#include "CLI/CLI.hpp"
 #include "fmt/format.h"
 #include "host/text_encoding.h"
 #include "inspect/check.h"
 #include "inspect/report.h"
+#include "nlohmann/json.hpp"
 #include "tool/commands.h"
 #include "tool/exit_status.h"
 #include "tool/file_names.h"
@@ -20,7 +22,7 @@
 namespace tool {
 namespace {
 
-constexpr char kManual[] =
+constexpr char kCheckManual[] =
     R"(Checks the integrity of files. It shares no code with the reader, and its memory does not grow with the file.
 
 Without --full the structure is checked: identification, version, header, titles and their order, the markers of every
@@ -95,7 +97,7 @@ void add_check_command(CLI::App& app) {
       ->check(CLI::Range(std::size_t{1}, std::size_t{1000000}).description(""))
       ->capture_default_str();
   check->add_flag("--json", command->json, "Print JSON for programs");
-  check->footer(std::string(kManual) + kExitStatusText);
+  check->footer(std::string(kCheckManual) + kExitStatusText);
   check->callback([command] { run_check(*command); });
 }
 

@@ -6,6 +6,7 @@
 #include <vector>
 #include <vtkObject.h>
 
+#include "CLI/CLI.hpp"
 #include "fmt/format.h"
 #include "host/error.h"
 #include "host/text_encoding.h"
@@ -24,7 +25,7 @@
 namespace tool {
 namespace {
 
-constexpr char kManual[] =
+constexpr char kConvertManual[] =
     R"(Writes the dataset that FILE belongs to as VTK files, which ParaView and other programs open. OUT is the file NAME.pvd
 to open, or a folder, in which it is named like FILE. The data files go next to it:
 
@@ -124,7 +125,7 @@ void add_convert_command(CLI::App& app) {
                    "lz4 (fast) or zlib (smaller, many times slower); none without it")
       ->transform(named_values<vtkdata::Compression>(
           {{"lz4", vtkdata::Compression::lz4}, {"zlib", vtkdata::Compression::zlib}}));
-  command->footer(std::string(kManual) + kChoiceText + kExitStatusText);
+  command->footer(std::string(kConvertManual) + kChoiceText + kExitStatusText);
   command->callback([options] { run_convert(*options); });
 }
 

@@ -6,9 +6,11 @@
 #include <utility>
 #include <vector>
 
+#include "CLI/CLI.hpp"
 #include "fmt/format.h"
 #include "host/text_encoding.h"
 #include "host/undefined_value.h"
+#include "nlohmann/json.hpp"
 #include "tool/choice.h"
 #include "tool/commands.h"
 #include "tool/dataset_comparison.h"
@@ -23,7 +25,7 @@
 namespace tool {
 namespace {
 
-constexpr char kManual[] =
+constexpr char kDiffManual[] =
     R"(Compares two datasets, or two steps of one: numbers of steps and region sets, times, parts, node and element counts,
 coordinates, connectivity, variables and their values. Parts are matched by their kinds and names, at each step anew,
 and variables by their names; connectivity is compared by the parts' own node numbers, and values in the order in which
@@ -112,9 +114,9 @@ Json difference_json(const Difference& difference) {
 }
 
 // Prints the differences as they come.
-class Printer {
+class DiffPrinter {
  public:
-  explicit Printer(const DiffOptions& options) : is_json_(options.json) {
+  explicit DiffPrinter(const DiffOptions& options) : is_json_(options.json) {
     if (!is_json_) return;
     output_.write(
         fmt::format("{{\n\"a\": {},\n\"b\": {},\n\"absolute\": {},\n\"relative\": {},\n\"differences\": [",
@@ -188,7 +190,7 @@ void run_diff(DiffOptions options) {
   ComparisonChoice choice{
       .steps = {}, .parts = options.parts, .variables = options.variables, .tolerance = options.tolerance};
   if (!options.steps.empty() || !options.steps_b.empty()) choice.steps = pairs_of_steps(options, a, b);
-  Printer printer(options);
+  DiffPrinter printer(options);
   std::optional<Progress> progress;
   DatasetComparison comparison(
       a, b, choice,
@@ -238,7 +240,7 @@ void add_diff_command(CLI::App& app) {
   add_parts_option(*command, options->parts, "The parts to compare");
   add_variables_option(*command, options->variables, "The variables to compare (default: all)");
   command->add_flag("--json", options->json, "Print JSON for programs");
-  command->footer(std::string(kManual) + kChoiceText + kExitStatusText);
+  command->footer(std::string(kDiffManual) + kChoiceText + kExitStatusText);
   command->callback([options] { run_diff(*options); });
 }
 

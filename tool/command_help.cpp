@@ -2,6 +2,7 @@
 #include <memory>
 #include <string>
 
+#include "CLI/CLI.hpp"
 #include "tool/command_line.h"
 #include "tool/commands.h"
 #include "tool/completion.h"
@@ -12,7 +13,7 @@
 namespace tool {
 namespace {
 
-constexpr char kManual[] =
+constexpr char kHelpManual[] =
     R"(Without COMMAND, the list of commands; with it, the manual of that one, as 'fldtool COMMAND --help' prints it.
 
 --man prints the manual page fldtool(1), which is made from the same texts. --bash and --zsh print the scripts by which
@@ -55,7 +56,7 @@ void add_help_command(CLI::App& app) {
   command->add_flag("--man", options->man, "Print the manual page of all commands for man(1)");
   CLI::Option* bash = command->add_flag("--bash", options->bash, "Print the completion script for bash");
   command->add_flag("--zsh", options->zsh, "Print the completion script for zsh")->excludes(bash);
-  command->footer(std::string(kManual) + kExitStatusText);
+  command->footer(std::string(kHelpManual) + kExitStatusText);
   command->callback([&app, options] { run_help(app, *options); });
 }
 

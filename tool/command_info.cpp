@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "CLI/CLI.hpp"
 #include "host/error.h"
 #include "host/text_encoding.h"
 #include "tool/choice.h"
@@ -17,7 +18,7 @@
 namespace tool {
 namespace {
 
-constexpr char kManual[] =
+constexpr char kInfoManual[] =
     R"(Opens the dataset that FILE belongs to and prints its contents: the steps with their times, cycles and files, the
 parts with node and element counts, their groups, and the variables. No values are read for that.
 
@@ -139,7 +140,7 @@ void add_info_command(CLI::App& app) {
   command->add_flag("--all-steps", options->all_steps,
                     "Show the ranges, and the boxes of moving parts, at every step");
   command->add_flag("--json", options->json, "Print JSON for programs");
-  command->footer(std::string(kManual) + kChoiceText + kExitStatusText);
+  command->footer(std::string(kInfoManual) + kChoiceText + kExitStatusText);
   command->callback([options] { run_info(*options); });
 }
 

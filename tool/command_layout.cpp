@@ -4,11 +4,13 @@
 #include <string>
 #include <vector>
 
+#include "CLI/CLI.hpp"
 #include "fmt/format.h"
 #include "host/text_encoding.h"
 #include "inspect/byte_source.h"
 #include "inspect/layout.h"
 #include "inspect/walker.h"
+#include "nlohmann/json.hpp"
 #include "tool/commands.h"
 #include "tool/exit_status.h"
 #include "tool/file_names.h"
@@ -20,7 +22,7 @@
 namespace tool {
 namespace {
 
-constexpr char kManual[] =
+constexpr char kLayoutManual[] =
     R"(Prints the structure of FILE, record by record in file order: the offset and the length in bytes (with the two markers
 of 4 bytes), what it is, the bytes of an element and the number of elements. Titles stand at the margin, the blocks of a
 section below them, each with its rule record and its data records. Single integers and texts are shown as well. Where
@@ -56,9 +58,9 @@ struct LayoutOptions {
 };
 
 // Prints the entries as they come.
-class Printer {
+class LayoutPrinter {
  public:
-  Printer(const LayoutOptions& options, std::uint64_t size, WalkProgress& progress)
+  LayoutPrinter(const LayoutOptions& options, std::uint64_t size, WalkProgress& progress)
       : options_(options), progress_(progress), output_("") {
     if (options_.json) {
       output_.write(
@@ -107,7 +109,7 @@ void run_layout(const LayoutOptions& options) {
       throw CommandError(ExitStatus::unreadable, options.file, "is not an FLD file");
     }
     WalkProgress progress("reading");
-    Printer printer(options, source.size(), progress);
+    LayoutPrinter printer(options, source.size(), progress);
     inspect::Layout layout(options.titles, host::to_utf8,
                            [&](const inspect::LayoutEntry& entry) { printer.print(entry); });
     const inspect::WalkResult walk = inspect::walk(source, layout, std::ref(progress));
@@ -132,7 +134,7 @@ void add_layout_command(CLI::App& app) {
   command->add_option("--title", options->titles, "Show only items with this title; repeatable")
       ->allow_extra_args(false);
   command->add_flag("--json", options->json, "Print JSON for programs");
-  command->footer(std::string(kManual) + kExitStatusText);
+  command->footer(std::string(kLayoutManual) + kExitStatusText);
   command->callback([options] { run_layout(*options); });
 }
 

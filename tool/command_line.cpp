@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <sstream>
 
+#include "CLI/CLI.hpp"
 #include "fmt/format.h"
 #include "tool/choice.h"
 #include "tool/exit_status.h"

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "CLI/CLI.hpp"
+#include "tool/cli_names.h"
 #include "tool/exit_status.h"
 
 namespace tool {

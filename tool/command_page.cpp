@@ -6,9 +6,11 @@
 #include <vector>
 #include <vtkObject.h>
 
+#include "CLI/CLI.hpp"
 #include "fmt/format.h"
 #include "host/error.h"
 #include "host/text_encoding.h"
+#include "nlohmann/json.hpp"
 #include "page/document.h"
 #include "tool/best_effort_write.h"
 #include "tool/choice.h"
@@ -27,7 +29,7 @@
 namespace tool {
 namespace {
 
-constexpr char kManual[] =
+constexpr char kPageManual[] =
     R"(Writes the dataset that FILE belongs to as one HTML file, which shows it in any browser: the parts to turn, colour,
 cut open and step through, without a network and with nothing installed.
 
@@ -107,7 +109,7 @@ class PageMaker {
 
   // The first of the variables may be a component, or none for colours of the parts.
   void choose_variables_and_scalar() {
-    std::vector<std::string> items = items_of(options_.variables);
+    std::vector<std::string> items = list_items(options_.variables);
     if (items.empty()) {
       choice_.scalar = first_scalar(session_, entries_.coloured());
     } else if (items.front() == "none") {
@@ -225,7 +227,7 @@ void add_page_command(CLI::App& app) {
   const auto options = std::make_shared<PageOptions>();
   CLI::App* command = app.add_subcommand("page", "Write a dataset as a page for the browser");
   add_page_options(*command, *options);
-  command->footer(std::string(kManual) + kChoiceText + kExitStatusText);
+  command->footer(std::string(kPageManual) + kChoiceText + kExitStatusText);
   command->callback([options] { run_page(*options); });
 }
 

@@ -12,6 +12,7 @@
 #include <vector>
 #include <vtkObject.h>
 
+#include "CLI/CLI.hpp"
 #include "fmt/format.h"
 #include "host/error.h"
 #include "host/text_encoding.h"
@@ -34,7 +35,7 @@
 namespace tool {
 namespace {
 
-constexpr char kManual[] =
+constexpr char kRenderManual[] =
     R"(Draws parts of the dataset that FILE belongs to into a PNG file. With several steps each gets a file of its own:
 picture.png becomes picture_0.png, picture_1.png and so on, with the same number of digits in all names. With --output -
 a single picture goes to standard output. No display is needed.
@@ -366,7 +367,7 @@ void add_render_command(CLI::App& app) {
       ->capture_default_str();
   command->add_option("--title", options->title, "The title (default: file, step and time)");
   command->add_option("--font", options->font, "The font file for all texts")->check(file_name());
-  command->footer(std::string(kManual) + kChoiceText + kExitStatusText);
+  command->footer(std::string(kRenderManual) + kChoiceText + kExitStatusText);
   command->callback([options] { run_render(*options); });
 }
 

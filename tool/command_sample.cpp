@@ -5,6 +5,7 @@
 #include <system_error>
 #include <vector>
 
+#include "CLI/CLI.hpp"
 #include "fmt/format.h"
 #include "samples/samples.h"
 #include "tool/commands.h"
@@ -17,7 +18,7 @@
 namespace tool {
 namespace {
 
-constexpr char kManual[] =
+constexpr char kSampleManual[] =
     R"(Writes the sample datasets, each into a folder of its own below DIR, which is made if it is missing. Prints one line
 per sample: its name, the file to open and what it shows.
 
@@ -47,7 +48,7 @@ void add_sample_command(CLI::App& app) {
   const auto directory = std::make_shared<std::string>();
   CLI::App* command = app.add_subcommand("sample", "Write the sample datasets");
   command->add_option("DIR", *directory, "The directory to write into")->required()->check(file_name());
-  command->footer(std::string(kManual) + kExitStatusText);
+  command->footer(std::string(kSampleManual) + kExitStatusText);
   command->callback([directory] { run_sample(*directory); });
 }
 

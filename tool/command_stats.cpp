@@ -7,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+#include "CLI/CLI.hpp"
 #include "host/error.h"
 #include "host/text_encoding.h"
 #include "tool/choice.h"
@@ -23,7 +24,7 @@
 namespace tool {
 namespace {
 
-constexpr char kManual[] =
+constexpr char kStatsManual[] =
     R"(Prints statistics of the variables: per step, variable and part the minimum, the maximum, the mean and the standard
 deviation, how many values there are, how many of them the file marks as undefined, and how many are NaN. Undefined values
 and NaN are left out of the rest. A vector has a line for each of x, y and z, and one for the magnitude; U.x and
@@ -196,7 +197,7 @@ void add_stats_command(CLI::App& app) {
   command->add_flag("--csv", options->csv, "Print comma-separated lines")
       ->excludes(json)
       ->excludes(histogram);
-  command->footer(std::string(kManual) + kChoiceText + kExitStatusText);
+  command->footer(std::string(kStatsManual) + kChoiceText + kExitStatusText);
   command->callback([options] { run_stats(*options); });
 }
 

@@ -8,6 +8,7 @@
 #include <unistd.h>
 #include <vector>
 
+#include "CLI/CLI.hpp"
 #include "fmt/format.h"
 #include "host/error.h"
 #include "host/text_encoding.h"
@@ -29,7 +30,7 @@
 namespace tool {
 namespace {
 
-constexpr char kManual[] =
+constexpr char kValuesManual[] =
     R"(Prints or writes the values of variables on parts, a row per node, or per element for variables that are given per
 element. 'fldtool info' shows the numbers and names of parts and variables. U.x, U.y, U.z and U.magnitude are one component
 and the magnitude of the vector U; --component chooses it for all vectors.
@@ -215,7 +216,7 @@ void add_values_command(CLI::App& app) {
       ->add_option("--format", options->format,
                    "csv or npy, whatever the name of the output (default: by the name)")
       ->transform(named_values<ValueFormat>({{"csv", ValueFormat::csv}, {"npy", ValueFormat::npy}}));
-  command->footer(std::string(kManual) + kChoiceText + kExitStatusText);
+  command->footer(std::string(kValuesManual) + kChoiceText + kExitStatusText);
   command->callback([options] { run_values(*options); });
 }
 

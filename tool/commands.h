@@ -2,7 +2,7 @@
 // another exception when it cannot do its work.
 #pragma once
 
-#include "CLI/CLI.hpp"
+#include "tool/cli_names.h"
 
 namespace tool {
 

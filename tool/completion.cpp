@@ -2,6 +2,7 @@
 
 #include <vector>
 
+#include "CLI/CLI.hpp"
 #include "fmt/format.h"
 
 namespace tool {
@@ -20,7 +21,7 @@ std::vector<std::string> options_of(const CLI::App& command) {
   return names;
 }
 
-std::string command_names(const CLI::App& program) {
+std::string joined_command_names(const CLI::App& program) {
   std::string names;
   for (const CLI::App* command : commands_of(program))
     names += (names.empty() ? "" : " ") + command->get_name();
@@ -54,11 +55,12 @@ std::string bash_completion(const CLI::App& program) {
       "    return\n"
       "  fi\n"
       "  case ${{COMP_WORDS[1]}} in\n",
-      name, command_names(program), fmt::join(options_of(program), " "));
+      name, joined_command_names(program), fmt::join(options_of(program), " "));
   for (const CLI::App* command : commands_of(program)) {
     const bool is_help = command->get_name() == "help";
-    text += fmt::format("    {}) options='{}{}' ;;\n", command->get_name(),
-                        is_help ? command_names(program) + " " : "", fmt::join(options_of(*command), " "));
+    text +=
+        fmt::format("    {}) options='{}{}' ;;\n", command->get_name(),
+                    is_help ? joined_command_names(program) + " " : "", fmt::join(options_of(*command), " "));
   }
   return text + fmt::format(
                     "    *) return ;;\n"
@@ -99,7 +101,7 @@ std::string zsh_completion(const CLI::App& program) {
       "  fi\n"
       "}}\n"
       "_{0} \"$@\"\n",
-      name, command_names(program));
+      name, joined_command_names(program));
   return text;
 }
 

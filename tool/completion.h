@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "CLI/CLI.hpp"
+#include "tool/cli_names.h"
 
 namespace tool {
 

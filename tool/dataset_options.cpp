@@ -5,6 +5,7 @@
 #include <optional>
 #include <unistd.h>
 
+#include "CLI/CLI.hpp"
 #include "fmt/format.h"
 #include "host/error.h"
 #include "host/plugin_path.h"

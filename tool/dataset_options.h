@@ -4,8 +4,8 @@
 #include <memory>
 #include <string>
 
-#include "CLI/CLI.hpp"
 #include "host/session.h"
+#include "tool/cli_names.h"
 
 namespace tool {
 

@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <system_error>
 
+#include "CLI/CLI.hpp"
 #include "fmt/format.h"
 #include "tool/exit_status.h"
 #include "tool/output.h"

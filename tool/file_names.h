@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "CLI/CLI.hpp"
+#include "tool/cli_names.h"
 
 namespace tool {
 

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "fmt/format.h"
+#include "nlohmann/json.hpp"
 
 namespace tool {
 

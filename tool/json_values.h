@@ -2,7 +2,7 @@
 #pragma once
 
 #include "host/value_statistics.h"
-#include "nlohmann/json.hpp"
+#include "nlohmann/json_fwd.hpp"
 
 namespace tool {
 

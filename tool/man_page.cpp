@@ -5,6 +5,7 @@
 #include <sstream>
 #include <string_view>
 
+#include "CLI/CLI.hpp"
 #include "fmt/format.h"
 #include "tool/exit_status.h"
 

@@ -10,6 +10,7 @@
 #include "host/display_names.h"
 #include "host/part_tree.h"
 #include "host/text_encoding.h"
+#include "nlohmann/json.hpp"
 #include "render/colour_map.h"
 #include "tool/file_header.h"
 #include "tool/vector_components.h"

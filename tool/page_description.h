@@ -4,7 +4,7 @@
 #include <array>
 
 #include "host/session.h"
-#include "nlohmann/json.hpp"
+#include "nlohmann/json_fwd.hpp"
 #include "render/view.h"
 #include "tool/page_entries.h"
 #include "tool/page_options.h"

@@ -7,6 +7,7 @@
 #include <stdexcept>
 #include <string_view>
 
+#include "CLI/CLI.hpp"
 #include "fmt/format.h"
 #include "tool/choice.h"
 #include "tool/exit_status.h"
@@ -80,11 +81,11 @@ void add_page_options(CLI::App& command, PageOptions& options) {
 
 std::vector<SliceOption> slices_of(const PageOptions& options) {
   std::vector<SliceOption> slices;
-  for (const std::string& text : items_of(options.slices)) slices.push_back(parse_slice(text));
+  for (const std::string& text : list_items(options.slices)) slices.push_back(parse_slice(text));
   return slices;
 }
 
-std::vector<std::string> items_of(const std::vector<std::string>& lists) {
+std::vector<std::string> list_items(const std::vector<std::string>& lists) {
   std::vector<std::string> items;
   for (const std::string& list : lists) {
     for (std::size_t from = 0; from <= list.size();) {

@@ -7,10 +7,10 @@
 #include <string>
 #include <vector>
 
-#include "CLI/CLI.hpp"
 #include "page/encoding.h"
 #include "render/colour_map.h"
 #include "render/view.h"
+#include "tool/cli_names.h"
 #include "tool/dataset_options.h"
 
 namespace tool {
@@ -42,7 +42,7 @@ struct SliceOption {
 void add_page_options(CLI::App& command, PageOptions& options);
 
 // The items of lists that are separated by commas.
-std::vector<std::string> items_of(const std::vector<std::string>& lists);
+std::vector<std::string> list_items(const std::vector<std::string>& lists);
 
 // What the texts mean. Each throws CommandError (wrong usage).
 std::vector<SliceOption> slices_of(const PageOptions& options);

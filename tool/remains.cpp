@@ -11,6 +11,7 @@
 #include "inspect/series.h"
 #include "inspect/visitor.h"
 #include "inspect/walker.h"
+#include "nlohmann/json.hpp"
 #include "tool/interrupt.h"
 #include "tool/json_values.h"
 

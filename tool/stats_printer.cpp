@@ -6,6 +6,7 @@
 
 #include "fmt/format.h"
 #include "host/text_encoding.h"
+#include "nlohmann/json.hpp"
 #include "tool/json_values.h"
 #include "tool/summary.h"
 #include "tool/value_writer.h"

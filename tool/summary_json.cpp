@@ -2,6 +2,7 @@
 #include <string>
 
 #include "fmt/format.h"
+#include "nlohmann/json.hpp"
 #include "tool/json_values.h"
 #include "tool/summary.h"
 

@@ -37,7 +37,7 @@ host::Coordinates element_centres(const host::Coordinates& nodes,
   return centres;
 }
 
-host::HostArray magnitudes(const std::array<host::HostArray, 3>& vector) {
+host::HostArray magnitude_column(const std::array<host::HostArray, 3>& vector) {
   const std::span<const float> x = vector[0].values();
   const std::span<const float> y = vector[1].values();
   const std::span<const float> z = vector[2].values();
@@ -60,7 +60,7 @@ class ColumnReader {
       table_.columns.push_back({name, read(variable, chosen.component.value_or(0))});
     } else if (chosen.component == kMagnitude) {
       table_.columns.push_back(
-          {name + "_magnitude", magnitudes({read(variable, 0), read(variable, 1), read(variable, 2)})});
+          {name + "_magnitude", magnitude_column({read(variable, 0), read(variable, 1), read(variable, 2)})});
     } else {
       for (int i = chosen.component.value_or(0); i <= chosen.component.value_or(2); ++i)
         table_.columns.push_back({name + "_" + kAxes[static_cast<std::size_t>(i)], read(variable, i)});

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <algorithm>
+#include <array>
 #include <csignal>
 #include <filesystem>
 #include <gtest/gtest.h>
@@ -36,6 +37,13 @@ class Messages {
  private:
   bool taken_ = false;
 };
+
+// Triangles, quadrilaterals, tetrahedra, pyramids, prisms and hexahedra of a region or a whole mesh.
+using Six = std::array<int, 6>;
+template <class Region>
+Six counts_of(const Region& region) {
+  return {region.ntri, region.nquad, region.ntet, region.npyr, region.nprism, region.nhex};
+}
 
 // The line that traces the reading of a file.
 inline std::string trace(const std::string& path) {

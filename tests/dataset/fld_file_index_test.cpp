@@ -10,7 +10,7 @@ namespace {
 using testkit::Block;
 using testkit::Section;
 
-constexpr char kSeek[] = "int FLDFile::seekFLD()";
+constexpr char kSeekFile[] = "int FLDFile::seekFLD()";
 
 Section scalar(const char* name, const char* label = "") {
   return testkit::scalar_section({.name = name, .label = label, .values = {1.0, 2.0, 3.0, 4.0}});
@@ -254,7 +254,7 @@ TEST_F(SeekFile, FileThatBreaksOffAnywhereIsAReadError) {
 TEST(SeekFileDeathTest, FileWithoutRegionSetsIsAnAssertion) {
   const testkit::TemporaryDirectory directory;
   FLDFile read = test::checked(test::write(directory, "a.fld", testkit::File()));
-  EXPECT_ASSERTION(read.seekFLD(), "fld", kSeek, "!m_overlap.empty()");
+  EXPECT_ASSERTION(read.seekFLD(), "fld", kSeekFile, "!m_overlap.empty()");
 }
 
 TEST(SeekFileDeathTest, SectionBeforeTheFirstRegionSetIsAnAssertion) {
@@ -265,7 +265,7 @@ TEST(SeekFileDeathTest, SectionBeforeTheFirstRegionSetIsAnAssertion) {
   without_opener.add(scalar("P"));
   file.add_region_set();
   FLDFile read = test::checked(test::write(directory, "a.fld", file));
-  EXPECT_ASSERTION(read.seekFLD(), "fld", kSeek, "overlap != m_overlap.end()");
+  EXPECT_ASSERTION(read.seekFLD(), "fld", kSeekFile, "overlap != m_overlap.end()");
 }
 
 TEST(SeekFileDeathTest, SectionBehindTheLastKnownRegionSetIsAnAssertion) {
@@ -275,7 +275,7 @@ TEST(SeekFileDeathTest, SectionBehindTheLastKnownRegionSetIsAnAssertion) {
   file.add_region_set().add(scalar("P"));
   FLDFile read = test::checked(test::write(directory, "a.fld", file));
   ASSERT_EQ(read.m_overlap.size(), 1U);
-  EXPECT_ASSERTION(read.seekFLD(), "fld", kSeek, "overlap != m_overlap.end()");
+  EXPECT_ASSERTION(read.seekFLD(), "fld", kSeekFile, "overlap != m_overlap.end()");
 }
 
 TEST(FindSeek, FindsTheNameInItsRegionSetAndItsKind) {

@@ -8,9 +8,9 @@
 namespace fld {
 namespace {
 
-constexpr char kSeek[] = "int FLD::seekFLD(bool)";
+constexpr char kSeekSeries[] = "int FLD::seekFLD(bool)";
 
-testkit::Section scalar(const char* name, const char* label = "") {
+testkit::Section four_values(const char* name, const char* label = "") {
   return testkit::scalar_section({.name = name, .label = label, .values = {1.0, 2.0, 3.0, 4.0}});
 }
 
@@ -23,7 +23,7 @@ class SeekSeries : public testing::Test {
       testkit::File& file = files_[i] = test::plain_file(10 * (i + 1), 0.5 * i);
       file.header.set(testkit::header_item("Comments", {testkit::Block::characters(comments)}));
       comments += "and more";
-      file.region_sets[0].add(scalar("P"));
+      file.region_sets[0].add(four_values("P"));
       file.region_sets[0].add(
           testkit::vector_section({.name = "V", .label = "", .x = {1.0}, .y = {1.0}, .z = {1.0}}));
     }
@@ -94,7 +94,7 @@ TEST_F(SeekSeries, SimplifiedIndexDoesNotOpenTheLaterFiles) {
 TEST_F(SeekSeries, SimplifiedIndexKeepsEverythingElseOfTheLaterFiles) {
   files_[1].region_sets[0].remove("LS_Nodes");
   files_[1].region_sets[0].add(testkit::motion_section({.base_cycle = 10, .regions = {}}));
-  files_[2].region_sets[0].add(scalar("@BNODE"));
+  files_[2].region_sets[0].add(four_values("@BNODE"));
   ASSERT_NO_FATAL_FAILURE(search());
   EXPECT_EQ(seek(false).status, 0);
   const FLDFile& second = fld_.m_fld[1];
@@ -112,7 +112,7 @@ TEST_F(SeekSeries, SimplifiedIndexCopiesRegionSetByRegionSet) {
   for (testkit::File& file : files_) {
     testkit::RegionSet& set = file.add_region_set();
     set.add(testkit::mesh_sections(testkit::one_tetrahedron()));
-    set.add(scalar("Q"));
+    set.add(four_values("Q"));
   }
   ASSERT_NO_FATAL_FAILURE(search());
   EXPECT_EQ(seek(false).status, 0);
@@ -142,10 +142,10 @@ TEST_F(SeekSeries, MotionInAnyFileIsSeen) {
 }
 
 TEST_F(SeekSeries, CatalogueHasTheQuantitiesOfAllFiles) {
-  files_[0].region_sets[0].add(scalar("A", "of file 1"));
-  files_[1].region_sets[0].add(scalar("B"));
-  files_[2].region_sets[0].add(scalar("C"));
-  files_[2].region_sets[0].add(scalar("A", "of file 3"));
+  files_[0].region_sets[0].add(four_values("A", "of file 1"));
+  files_[1].region_sets[0].add(four_values("B"));
+  files_[2].region_sets[0].add(four_values("C"));
+  files_[2].region_sets[0].add(four_values("A", "of file 3"));
   ASSERT_NO_FATAL_FAILURE(search());
   EXPECT_EQ(seek(true).status, 0);
   EXPECT_EQ(fld_.m_field.scalar_names(), (std::vector<std::string>{"P", "A", "B", "C"}));
@@ -164,7 +164,7 @@ TEST_F(SeekSeries, SimplifiedIndexIsHeldOnce) {
 }
 
 TEST_F(SeekSeries, CatalogueOfTheSimplifiedIndexIsThatOfTheFirstFile) {
-  files_[1].region_sets[0].add(scalar("B"));
+  files_[1].region_sets[0].add(four_values("B"));
   ASSERT_NO_FATAL_FAILURE(search());
   EXPECT_EQ(seek(false).status, 0);
   EXPECT_EQ(fld_.m_field.scalar_names(), std::vector<std::string>{"P"});
@@ -212,14 +212,15 @@ TEST_F(SeekSeries, SingleFileIsIndexedEitherWay) {
 using SeekSeriesDeathTest = SeekSeries;
 
 TEST_F(SeekSeriesDeathTest, EmptyListOfFilesIsAnAssertion) {
-  EXPECT_ASSERTION(fld_.seekFLD(true), "fld", kSeek, "!m_fld.empty()");
-  EXPECT_ASSERTION(fld_.seekFLD(false), "fld", kSeek, "!m_fld.empty()");
+  EXPECT_ASSERTION(fld_.seekFLD(true), "fld", kSeekSeries, "!m_fld.empty()");
+  EXPECT_ASSERTION(fld_.seekFLD(false), "fld", kSeekSeries, "!m_fld.empty()");
 }
 
 TEST_F(SeekSeriesDeathTest, SimplifiedIndexNeedsEquallyManyRegionSets) {
   files_[2].add_region_set();
   ASSERT_NO_FATAL_FAILURE(search());
-  EXPECT_ASSERTION(fld_.seekFLD(false), "fld", kSeek, "it_s->m_overlap.size() == it_d->m_overlap.size()");
+  EXPECT_ASSERTION(fld_.seekFLD(false), "fld", kSeekSeries,
+                   "it_s->m_overlap.size() == it_d->m_overlap.size()");
   EXPECT_EQ(seek(true).status, 0);
 }
 

@@ -1,6 +1,4 @@
 // FLDFile::readGeometry: the geometry of a region set.
-#include <array>
-
 #include "dataset/type_counts.h"
 #include "testkit/byte_sink.h"
 #include "tests/dataset/dataset_test.h"
@@ -10,13 +8,9 @@ namespace {
 
 using Ints = std::vector<int>;
 using Doubles = std::vector<double>;
-using Six = std::array<int, 6>;
+using test::counts_of;
+using test::Six;
 using testkit::RegionForm;
-
-template <class Region>
-Six counts_of(const Region& region) {
-  return {region.ntri, region.nquad, region.ntet, region.npyr, region.nprism, region.nhex};
-}
 
 class ReadGeometry : public testing::Test {
  protected:

@@ -1,20 +1,14 @@
 // Counting by type, and indices that are out of range.
 #include "dataset/type_counts.h"
 
-#include <array>
-
 #include "tests/dataset/dataset_test.h"
 
 namespace fld {
 namespace {
 
 using Ints = std::vector<int>;
-using Six = std::array<int, 6>;
-
-template <class Region>
-Six counts_of(const Region& region) {
-  return {region.ntri, region.nquad, region.ntet, region.npyr, region.nprism, region.nhex};
-}
+using test::counts_of;
+using test::Six;
 
 void set_nodes(FLDGEO& geo, int nnode) {
   geo.nodes = make_smart<Nodes>();

@@ -30,14 +30,14 @@ testkit::Nodes two_nodes() {
   return two_nodes(Precision::kSingle, Precision::kSingle, Precision::kSingle);
 }
 
-fld::smart_ptr<fld::Nodes> read(const Section& section) {
+fld::smart_ptr<fld::Nodes> read_nodes(const Section& section) {
   const Input input(body_of(section) + kNext);
   auto nodes = fld::FLDV4_Nodes(input.stream());
   EXPECT_EQ(input.rest(), kNext);
   return nodes;
 }
 
-std::string error_of(const Section& section) {
+std::string nodes_error(const Section& section) {
   const Input input(body_of(section));
   std::string message = thrown_message([&] { fld::FLDV4_Nodes(input.stream()); });
   EXPECT_EQ(fld::memory, nullptr) << "arrays were kept";
@@ -45,7 +45,7 @@ std::string error_of(const Section& section) {
 }
 
 TEST_F(Nodes, GiveTheirCoordinates) {
-  const auto nodes = read(testkit::nodes_section(two_nodes()));
+  const auto nodes = read_nodes(testkit::nodes_section(two_nodes()));
   ASSERT_EQ(nodes->nnode, 2);
   EXPECT_EQ(vfpa2double(nodes->x, 0), 0.100000001490116119384765625);
   EXPECT_EQ(vfpa2double(nodes->y, 0), 1.5);
@@ -56,8 +56,8 @@ TEST_F(Nodes, GiveTheirCoordinates) {
 }
 
 TEST_F(Nodes, EveryAxisKeepsItsPrecision) {
-  const auto nodes =
-      read(testkit::nodes_section(two_nodes(Precision::kDouble, Precision::kSingle, Precision::kSingle)));
+  const auto nodes = read_nodes(
+      testkit::nodes_section(two_nodes(Precision::kDouble, Precision::kSingle, Precision::kSingle)));
   EXPECT_EQ(nodes->x.precision, 8);
   EXPECT_EQ(nodes->y.precision, 4);
   EXPECT_EQ(nodes->z.precision, 4);
@@ -66,7 +66,7 @@ TEST_F(Nodes, EveryAxisKeepsItsPrecision) {
 }
 
 TEST_F(Nodes, MayBeNone) {
-  const auto nodes = read(testkit::nodes_section({}));
+  const auto nodes = read_nodes(testkit::nodes_section({}));
   EXPECT_EQ(nodes->nnode, 0);
   EXPECT_EQ(nodes->x.data, nullptr);
   EXPECT_EQ(nodes->z.data, nullptr);
@@ -76,30 +76,30 @@ TEST_F(Nodes, AnAxisOfAnotherWidthIsAnInvalidType) {
   for (const size_t block : {1U, 2U, 3U}) {
     Section section = testkit::nodes_section(two_nodes());
     section.blocks[block].rule = testkit::Rule{2, 2, 1};
-    EXPECT_EQ(error_of(section), "THIS FLD FILE HAS AN INVALID DATA TYPE.") << block;
+    EXPECT_EQ(nodes_error(section), "THIS FLD FILE HAS AN INVALID DATA TYPE.") << block;
   }
 }
 
 TEST_F(Nodes, AWrongCountIsAnError) {
   Section section = testkit::nodes_section(two_nodes());
   section.blocks[0] = Block::integer(-2);
-  EXPECT_EQ(error_of(section).substr(0, 17), "NEGATIVE COUNT -2");
+  EXPECT_EQ(nodes_error(section).substr(0, 17), "NEGATIVE COUNT -2");
   section.blocks[0] = Block::integer(0x7fffffff);
-  EXPECT_EQ(error_of(section).substr(0, 46), "COUNT 2147483647 EXCEEDS THE REST OF THE FILE ");
+  EXPECT_EQ(nodes_error(section).substr(0, 46), "COUNT 2147483647 EXCEEDS THE REST OF THE FILE ");
   section.blocks[0] = Block::integer(3);
-  EXPECT_EQ(error_of(section), "TOO FEW DATA RECORDS IN A DATA BLOCK.");
+  EXPECT_EQ(nodes_error(section), "TOO FEW DATA RECORDS IN A DATA BLOCK.");
 }
 
 TEST_F(Nodes, WithMoreOrFewerAxesFail) {
   Section section = testkit::nodes_section(two_nodes());
   section.blocks.push_back(section.blocks.back());
-  EXPECT_EQ(error_of(section), "ERROR IN FLDV4_I_END");
+  EXPECT_EQ(nodes_error(section), "ERROR IN FLDV4_I_END");
   section.blocks.resize(3);  // end rule instead of z
-  EXPECT_EQ(error_of(section), "ERROR IN FLDV4_I_END");
+  EXPECT_EQ(nodes_error(section), "ERROR IN FLDV4_I_END");
 }
 
 TEST_F(Nodes, FreeTheirArrays) {
-  { const auto nodes = read(testkit::nodes_section(two_nodes())); }
+  { const auto nodes = read_nodes(testkit::nodes_section(two_nodes())); }
   EXPECT_EQ(fld::memory, nullptr);
 }
 

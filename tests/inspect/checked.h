@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <limits>
 #include <string>
 #include <vector>
 
@@ -9,6 +10,8 @@
 #include "testkit/file_writer.h"
 
 namespace inspect_test {
+
+inline constexpr double kNotANumber = std::numeric_limits<double>::quiet_NaN();
 
 // One tetrahedron with a surface, a volume region and material 1, a scalar "p" and a vector "v".
 testkit::File small_file();

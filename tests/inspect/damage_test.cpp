@@ -19,7 +19,7 @@ using inspect_test::with_integer;
 using Entry = inspect::LayoutEntry;
 using inspect::EntryType;
 
-std::vector<Entry> entries_of(const std::string& bytes) {
+std::vector<Entry> places_of_entries(const std::string& bytes) {
   std::vector<Entry> entries;
   inspect::StringSource source(bytes);
   const auto undecoded = [](const std::string& text) { return text; };
@@ -32,7 +32,7 @@ std::vector<Entry> entries_of(const std::string& bytes) {
 class Damage : public testing::Test {
  protected:
   const std::string whole = testkit::to_bytes(rich_file());
-  const std::vector<Entry> entries = entries_of(whole);
+  const std::vector<Entry> entries = places_of_entries(whole);
 
   // Flips every bit of these bytes, one at a time.
   void expect_found(std::uint64_t first, std::uint64_t count, const std::string& what) const {

@@ -1,21 +1,19 @@
 // The findings about the mesh: FLD-501 to FLD-515.
 #include "gtest/gtest.h"
 #include <algorithm>
-#include <limits>
 
 #include "testkit/small_meshes.h"
 #include "tests/inspect/checked.h"
 
 namespace {
 
+using inspect_test::kNotANumber;
 using inspect_test::line;
 using inspect_test::Lines;
 using inspect_test::told;
 using inspect_test::with_integer;
 using inspect_test::Written;
 using testkit::Mesh;
-
-constexpr double kNotANumber = std::numeric_limits<double>::quiet_NaN();
 
 Written mesh_file(const Mesh& mesh, std::int32_t bias = 0) {
   testkit::File file = testkit::file_of(mesh);

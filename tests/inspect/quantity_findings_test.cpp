@@ -8,13 +8,13 @@
 
 namespace {
 
+using inspect_test::kNotANumber;
 using inspect_test::line;
 using inspect_test::Lines;
 using inspect_test::told;
 using inspect_test::Written;
 using testkit::Precision;
 
-constexpr double kNotANumber = std::numeric_limits<double>::quiet_NaN();
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
 
 // A tetrahedron, so four nodes, with these values.

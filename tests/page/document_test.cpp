@@ -3,6 +3,8 @@
 #include "gtest/gtest.h"
 #include <string>
 
+#include "nlohmann/json.hpp"
+
 namespace {
 
 std::string page_with(const std::string& title, const nlohmann::json& about) {

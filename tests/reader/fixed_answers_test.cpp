@@ -8,17 +8,17 @@
 namespace reader_test {
 namespace {
 
-enum class When { kBeforeAnyOpening, kWithADataset, kAfterTheExit };
+enum class Moment { kBeforeAnyOpening, kWithADataset, kAfterTheExit };
 
-class FixedAnswers : public LoadedReader, public testing::WithParamInterface<When> {
+class FixedAnswers : public LoadedReader, public testing::WithParamInterface<Moment> {
  protected:
   void SetUp() override {
     ints_.fill(kUntouchedInt);
     floats_.fill(kUntouchedFloat);
     text_.fill(kUntouchedChar);
-    if (GetParam() == When::kBeforeAnyOpening) return;
+    if (GetParam() == Moment::kBeforeAnyOpening) return;
     write_and_open(testkit::file_of(testkit::one_of_each()));
-    if (GetParam() == When::kAfterTheExit) stderr_of([&] { api().exit_routine(); });
+    if (GetParam() == Moment::kAfterTheExit) stderr_of([&] { api().exit_routine(); });
   }
 
   // None of the arrays was written.
@@ -151,12 +151,13 @@ TEST_P(FixedAnswers, StoppingPartBuildingDoesNothing) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Session, FixedAnswers,
-                         testing::Values(When::kBeforeAnyOpening, When::kWithADataset, When::kAfterTheExit),
-                         [](const testing::TestParamInfo<When>& info) {
+                         testing::Values(Moment::kBeforeAnyOpening, Moment::kWithADataset,
+                                         Moment::kAfterTheExit),
+                         [](const testing::TestParamInfo<Moment>& info) {
                            switch (info.param) {
-                             case When::kBeforeAnyOpening:
+                             case Moment::kBeforeAnyOpening:
                                return "BeforeAnyOpening";
-                             case When::kWithADataset:
+                             case Moment::kWithADataset:
                                return "WithADataset";
                              default:
                                return "AfterTheExit";

@@ -15,6 +15,10 @@
 
 namespace reader_test {
 
+// The time sets.
+inline constexpr int kGeometry = 1;
+inline constexpr int kVariables = 2;
+
 class LoadedReader : public testing::Test {
  protected:
   const host::EntryPoints& api() const { return library_.entry_points(); }

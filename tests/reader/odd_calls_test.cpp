@@ -8,22 +8,22 @@
 namespace reader_test {
 namespace {
 
-enum class When { kBeforeAnyOpening, kAfterAFailedOpening, kAfterTheExit, kAfterTheExitTwice };
+enum class OddMoment { kBeforeAnyOpening, kAfterAFailedOpening, kAfterTheExit, kAfterTheExitTwice };
 
-class WithoutADataset : public LoadedReader, public testing::WithParamInterface<When> {
+class WithoutADataset : public LoadedReader, public testing::WithParamInterface<OddMoment> {
  protected:
   void SetUp() override {
     switch (GetParam()) {
-      case When::kBeforeAnyOpening:
+      case OddMoment::kBeforeAnyOpening:
         break;
-      case When::kAfterAFailedOpening:
+      case OddMoment::kAfterAFailedOpening:
         stderr_of([&] { EXPECT_EQ(-1, host.open(write(testkit::file_of(numbered_nodes(4))))); });
         break;
       default:
         go_through_a_dataset();
         stderr_of([&] {
           api().exit_routine();
-          if (GetParam() == When::kAfterTheExitTwice) api().exit_routine();
+          if (GetParam() == OddMoment::kAfterTheExitTwice) api().exit_routine();
         });
     }
   }
@@ -119,15 +119,15 @@ TEST_P(WithoutADataset, ADatasetCanBeOpenedAfterwards) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Session, WithoutADataset,
-                         testing::Values(When::kBeforeAnyOpening, When::kAfterAFailedOpening,
-                                         When::kAfterTheExit, When::kAfterTheExitTwice),
-                         [](const testing::TestParamInfo<When>& info) {
+                         testing::Values(OddMoment::kBeforeAnyOpening, OddMoment::kAfterAFailedOpening,
+                                         OddMoment::kAfterTheExit, OddMoment::kAfterTheExitTwice),
+                         [](const testing::TestParamInfo<OddMoment>& info) {
                            switch (info.param) {
-                             case When::kBeforeAnyOpening:
+                             case OddMoment::kBeforeAnyOpening:
                                return "BeforeAnyOpening";
-                             case When::kAfterAFailedOpening:
+                             case OddMoment::kAfterAFailedOpening:
                                return "AfterAFailedOpening";
-                             case When::kAfterTheExit:
+                             case OddMoment::kAfterTheExit:
                                return "AfterTheExit";
                              default:
                                return "AfterTheExitTwice";

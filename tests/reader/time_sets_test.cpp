@@ -10,9 +10,6 @@
 namespace reader_test {
 namespace {
 
-constexpr int kGeometry = 1;
-constexpr int kVariables = 2;
-
 class TimeSets : public LoadedReader {
  protected:
   // Adds a file to the series. `geometry`: with node coordinates.

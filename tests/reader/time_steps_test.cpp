@@ -9,9 +9,6 @@
 namespace reader_test {
 namespace {
 
-constexpr int kGeometry = 1;
-constexpr int kVariables = 2;
-
 // A mesh of four nodes, node 0 at x = `mark`.
 testkit::Mesh marked_mesh(double mark) {
   testkit::Mesh mesh = numbered_mesh(4);

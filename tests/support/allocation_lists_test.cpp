@@ -19,8 +19,6 @@ using fld::set_memory;
 using AllocationLists = EmptyList;
 using AllocationListsDeathTest = EmptyList;
 
-constexpr char kUnknownBlock[] = "Convert_common:107: void cv_mfree\\(void \\*\\): Assertion `0' failed";
-
 TEST_F(AllocationLists, ANewListIsEmpty) {
   void* held = cv_maloc(8, 1);
   EXPECT_NE(fld::memory, nullptr);

@@ -6,6 +6,10 @@
 
 #include "support/tracked_allocation.h"
 
+// How the process ends when cv_mfree is given something that is no block of the list.
+inline constexpr char kUnknownBlock[] =
+    "Convert_common:107: void cv_mfree\\(void \\*\\): Assertion `0' failed";
+
 // The output of free_memory.
 inline std::string leak_report() {
   testing::internal::CaptureStderr();

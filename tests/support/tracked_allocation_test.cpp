@@ -28,8 +28,6 @@ using CvMfreeDeathTest = EmptyList;
 using FreeMemory = EmptyList;
 using ManyBlocks = EmptyList;
 
-constexpr char kUnknownBlock[] = "Convert_common:107: void cv_mfree\\(void \\*\\): Assertion `0' failed";
-
 TEST_F(CvCaloc, GivesZeroedBytes) {
   auto* bytes = static_cast<char*>(cv_caloc(3, 4, 1));
   EXPECT_EQ(std::string(bytes, 12), std::string(12, '\0'));

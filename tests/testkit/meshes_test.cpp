@@ -10,6 +10,7 @@
 #include "testkit/grid_mesh.h"
 #include "testkit/mesh_check.h"
 #include "testkit/small_meshes.h"
+#include "tests/testkit/no_faults.h"
 
 namespace {
 
@@ -20,8 +21,6 @@ using testkit::CellKind;
 using testkit::Grid;
 using testkit::Mesh;
 using testkit::Vec3;
-
-const std::vector<std::string> kNoFaults;
 
 double total_volume(const Mesh& mesh) {
   const auto all = testkit::volumes(mesh);

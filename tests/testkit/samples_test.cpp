@@ -23,13 +23,12 @@
 #include "testkit/quantity.h"
 #include "testkit/temporary_directory.h"
 #include "tests/testkit/hex.h"
+#include "tests/testkit/no_faults.h"
 
 namespace {
 
 using testkit::Mesh;
 using testkit::Vec3;
-
-const std::vector<std::string> kNoFaults;
 
 std::map<std::int32_t, int> shapes_of(const Mesh& mesh) {
   std::map<std::int32_t, int> counts;
@@ -44,7 +43,7 @@ std::vector<std::string> surface_names(const Mesh& mesh) {
   return names;
 }
 
-double total_volume(const Mesh& mesh) {
+double checked_total_volume(const Mesh& mesh) {
   const auto all = testkit::volumes(mesh);
   EXPECT_GT(*std::min_element(all.begin(), all.end()), 0.0);
   return std::accumulate(all.begin(), all.end(), 0.0);
@@ -111,7 +110,7 @@ TEST(ChannelSample, MeshIsOfAllShapesAndFitsTogether) {
   EXPECT_EQ(elements_in_volumes(mesh), static_cast<std::size_t>(mesh.elements.size()));
   // The channel less a cylinder with 32 sides.
   const double cylinder = 16.0 * 0.01 * std::sin(std::numbers::pi / 16.0) * 0.32;
-  EXPECT_NEAR(total_volume(mesh), 2.4 * 0.8 * 0.32 - cylinder, 5e-5);
+  EXPECT_NEAR(checked_total_volume(mesh), 2.4 * 0.8 * 0.32 - cylinder, 5e-5);
 }
 
 TEST(ChannelSample, SurfacesAreWhatTheyAreCalled) {
@@ -198,7 +197,7 @@ TEST(TankSample, MeshFitsTogether) {
   EXPECT_GT(shapes.at(testkit::kPrism), 300);
   // All but the polygons' gaps and the solid parts.
   const double cylinder = std::numbers::pi * 0.25 * 0.25 * 0.5;
-  const double volume = total_volume(mesh);
+  const double volume = checked_total_volume(mesh);
   EXPECT_LT(volume, cylinder);
   EXPECT_GT(volume, 0.97 * cylinder);
 }
@@ -259,9 +258,9 @@ TEST(OversetSample, MeshesFitTogetherAndDiffer) {
   EXPECT_EQ(testkit::faults(ring), kNoFaults);
   EXPECT_EQ(shapes_of(background), (std::map<std::int32_t, int>{{testkit::kHexahedron, 7200}}));
   EXPECT_EQ(shapes_of(ring), (std::map<std::int32_t, int>{{testkit::kPrism, 6048}}));
-  EXPECT_NEAR(total_volume(background), 3.0 * 2.0 * 0.15, 1e-10);
+  EXPECT_NEAR(checked_total_volume(background), 3.0 * 2.0 * 0.15, 1e-10);
   const double sides = 72.0 * 0.5 * std::sin(2.0 * std::numbers::pi / 72.0);
-  EXPECT_NEAR(total_volume(ring), sides * (0.6 * 0.6 - 0.25 * 0.25) * 0.15, 1e-10);
+  EXPECT_NEAR(checked_total_volume(ring), sides * (0.6 * 0.6 - 0.25 * 0.25) * 0.15, 1e-10);
   expect_zero(total_area(ring, {"cylinder", "ring_rim", "ring_floor", "ring_ceiling"}));
 }
 
@@ -289,7 +288,7 @@ TEST(SectorSample, MeshIsCylindricalAndFitsTogether) {
   EXPECT_EQ(shapes_of(mesh),
             (std::map<std::int32_t, int>{{testkit::kPrism, 6144}, {testkit::kHexahedron, 3072}}));
   // In stored coordinates, and in space: the sum over the cells of an annulus with straight sides.
-  EXPECT_NEAR(total_volume(mesh), 0.3 * std::numbers::pi / 3.0 * 0.4, 1e-6);
+  EXPECT_NEAR(checked_total_volume(mesh), 0.3 * std::numbers::pi / 3.0 * 0.4, 1e-6);
   Mesh in_space = mesh;
   for (std::size_t n = 0; n < mesh.nodes.x.values().size(); ++n) {
     const double radius = mesh.nodes.x.values()[n];
@@ -298,7 +297,7 @@ TEST(SectorSample, MeshIsCylindricalAndFitsTogether) {
     in_space.nodes.y.values()[n] = radius * std::sin(angle);
   }
   EXPECT_EQ(testkit::faults(in_space), kNoFaults);
-  EXPECT_NEAR(total_volume(in_space),
+  EXPECT_NEAR(checked_total_volume(in_space),
               24.0 * 0.5 * std::sin(std::numbers::pi / 72.0) * (0.6 * 0.6 - 0.3 * 0.3) * 0.4, 1e-6);
 }
 

@@ -19,11 +19,10 @@
 namespace {
 
 using nlohmann::json;
+using tool_test::kUndefinedValue;
 using tool_test::one_of_each_file;
 using tool_test::Result;
 using tool_test::run_fldtool;
-
-constexpr double kUndefined = 1.0e30;  // as the writer marks it
 
 class Diff : public testing::Test {
  protected:
@@ -89,7 +88,7 @@ TEST_F(Diff, WithinTolerance) {
 
 TEST_F(Diff, UndefinedAndNotANumberEqualThemselvesOnly) {
   testkit::File other = one_of_each_file();
-  reals(other, "LS_Scalar:p", 2)[1] = kUndefined;
+  reals(other, "LS_Scalar:p", 2)[1] = kUndefinedValue;
   reals(other, "LS_Scalar:p", 2)[2] = 100;
   expect(other,
          {"step 0: part 5 (whole ALL_ELEMENTS): variable p: values: 2 of 11 differ; first node 2: 1 -> "

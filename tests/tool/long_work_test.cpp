@@ -8,15 +8,15 @@
 #include "testkit/box_dataset.h"
 #include "testkit/file_writer.h"
 #include "tests/tool/run_fldtool.h"
+#include "tests/tool/terminal.h"
 #include "tests/tool/tool_datasets.h"
 
 namespace {
 
+using tool_test::kErase;
 using tool_test::one_of_each_file;
 using tool_test::OneFile;
 using tool_test::Result;
-
-constexpr char kErase[] = "\r\x1b[K";
 
 TEST(LongWork, CheckTellsProgressOnATerminalAndErasesIt) {
   const OneFile file(one_of_each_file());

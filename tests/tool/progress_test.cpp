@@ -14,9 +14,8 @@ using namespace std::chrono_literals;
 using tool::Progress;
 using tool::progress_text;
 using tool::ProgressUnit;
+using tool_test::kErase;
 using tool_test::Terminal;
-
-constexpr char kErase[] = "\r\x1b[K";
 
 TEST(ProgressText, TellsBytesWithRateAndRemainingTime) {
   EXPECT_EQ(progress_text("a.fld", 1'000'000'000, 4'000'000'000, ProgressUnit::bytes, 10, 100),

@@ -21,6 +21,7 @@
 namespace {
 
 using nlohmann::json;
+using tool_test::kUndefinedValue;
 using tool_test::one_of_each_file;
 using tool_test::OneFile;
 using tool_test::Result;
@@ -44,15 +45,13 @@ json stats(const std::string& path, std::vector<std::string> options = {}) {
   return json::parse(result.output);
 }
 
-constexpr double kUndefined = 1.0e30;  // as the writer marks it
-
 json place(int row, const std::vector<double>& coordinates) {
   return {{"row", row}, {"coordinates", coordinates}};
 }
 
 TEST(Stats, ScalarsAndVectorsWithMagnitude) {
   const OneFile file(
-      tetrahedron_with({1, 2, kUndefined, std::nan("")}, {3, 0, kUndefined, -3}, {4, 0, 0, 0}));
+      tetrahedron_with({1, 2, kUndefinedValue, std::nan("")}, {3, 0, kUndefinedValue, -3}, {4, 0, 0, 0}));
   const json found = stats(file.path(), {"-p", "whole", "--variables", "p,v"});
   EXPECT_EQ(found["file"], file.path());
   ASSERT_EQ(found["steps"].size(), 1U);
@@ -142,8 +141,8 @@ TEST(Stats, CommaSeparated) {
 }
 
 TEST(Stats, CommaSeparatedWithoutNumbersHasEmptyFields) {
-  const OneFile file(
-      tetrahedron_with({kUndefined, kUndefined, kUndefined, kUndefined}, {3, 0, 0, 0}, {4, 0, 0, 0}));
+  const OneFile file(tetrahedron_with({kUndefinedValue, kUndefinedValue, kUndefinedValue, kUndefinedValue},
+                                      {3, 0, 0, 0}, {4, 0, 0, 0}));
   const std::string output =
       run_fldtool({"stats", file.path(), "--csv", "-p", "whole", "--variables", "p"}).output;
   const std::size_t line = output.find('\n') + 1;

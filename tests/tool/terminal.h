@@ -11,6 +11,9 @@
 
 namespace tool_test {
 
+// Erases the line that is drawn.
+inline constexpr char kErase[] = "\r\x1b[K";
+
 class Terminal {
  public:
   explicit Terminal(unsigned short columns = 80) : reader_(posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC)) {

@@ -9,6 +9,9 @@
 
 namespace tool_test {
 
+// As the writer marks an undefined value.
+inline constexpr double kUndefinedValue = 1.0e30;
+
 // "外" and "圧力" as Shift_JIS.
 inline constexpr char kOutsideBytes[] = "\x8a\x4f";
 inline constexpr char kPressureBytes[] = "\x88\xb3\x97\xcd";
