@@ -12,6 +12,8 @@
 #include <utility>
 #include <vector>
 
+#include "tests/testkit/emulator.h"
+
 namespace {
 
 // Threads that can still be created; negative for as many as are asked for.
@@ -133,6 +135,10 @@ TEST(WorkerThreads, KnowWhatIsBeforeTheirRange) {
 class ThreadsDeathTest : public testing::Test {
  protected:
   ThreadsDeathTest() { GTEST_FLAG_SET(death_test_style, "threadsafe"); }
+
+  void SetUp() override {
+    if (kUnderEmulator) GTEST_SKIP() << "a program under qemu-user cannot start itself again";
+  }
 
   // Ends the process with the number of threads for `bytes` under these variables; null: not set.
   [[noreturn]] static void exit_with_threads(const char* threads, const char* from, int64_t bytes) {
