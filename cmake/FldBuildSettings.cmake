@@ -13,6 +13,11 @@ endif()
 set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/bin)
 set(CMAKE_LIBRARY_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/bin)
 
+# What is installed is the same bytes whatever folder it was built in: no paths of sources in it, nor in the build IDs the
+# programs' paths to libraries of the build.
+add_compile_options("$<$<CONFIG:Release>:-ffile-prefix-map=${PROJECT_SOURCE_DIR}=.>")
+set(CMAKE_BUILD_RPATH_USE_ORIGIN ON)
+
 include(GNUInstallDirs)
 
 add_compile_options(-Wall -Wextra -Wconversion)
