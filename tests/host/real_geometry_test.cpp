@@ -66,8 +66,8 @@ TEST_P(RealGeometry, VariablesHaveTheirOrderKindAndDescription) {
   ASSERT_EQ(session->variables().size(), expected["variables"].size());
   for (const json& wanted : expected["variables"]) {
     const host::Variable& variable = session->variable(wanted["number"]);
-    EXPECT_EQ(variable.name, wanted["name"]);
-    EXPECT_EQ(variable.description, wanted["description"]);
+    EXPECT_EQ(variable.name, wanted["name"].get<std::string>());
+    EXPECT_EQ(variable.description, wanted["description"].get<std::string>());
     EXPECT_EQ(variable.kind == host::VariableKind::vector, wanted["type"] == "vector") << variable.name;
     EXPECT_EQ(variable.kind == host::VariableKind::scalar, wanted["type"] == "scalar") << variable.name;
     EXPECT_EQ(variable.location == host::Location::node, wanted["per"] == "node") << variable.name;
@@ -79,11 +79,11 @@ TEST_P(RealGeometry, PartsHaveTheirNamesKindsAndCounts) {
   ASSERT_EQ(session->parts().size(), expected["parts"].size());
   for (const json& wanted : expected["parts"]) {
     const host::Part& part = session->part(wanted["number"]);
-    EXPECT_EQ(host::to_utf8(part.name), wanted["name"]);
+    EXPECT_EQ(host::to_utf8(part.name), wanted["name"].get<std::string>());
     if (wanted.contains("name_bytes_hex")) {
-      EXPECT_EQ(hex_text(part.name), wanted["name_bytes_hex"]);
+      EXPECT_EQ(hex_text(part.name), wanted["name_bytes_hex"].get<std::string>());
     }
-    EXPECT_EQ(kind_text(part.kind), wanted["kind"]) << part.name;
+    EXPECT_EQ(kind_text(part.kind), wanted["kind"].get<std::string>()) << part.name;
     EXPECT_EQ(part.region_set.value_or(-1), wanted["region_set"]) << part.name;
     EXPECT_EQ(part.nodes, wanted["nodes"]) << part.name;
     json counts = json::object();
@@ -99,7 +99,7 @@ TEST_P(RealGeometry, ElementsHaveTheirNodes) {
   for (const json& wanted : expected["elements"]) {
     bool found = false;
     for (const host::ElementBlock& block : session->elements(wanted["part"])) {
-      if (block.shape.name != wanted["shape"]) continue;
+      if (block.shape.name != wanted["shape"].get<std::string>()) continue;
       found = true;
       const auto number = wanted["element"].get<std::size_t>();
       ASSERT_LE(number, block.size());
