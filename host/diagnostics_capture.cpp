@@ -78,13 +78,20 @@ void on_fatal_signal(int signal_number, siginfo_t* info, void* /*context*/) {
 }  // namespace
 
 DiagnosticsCapture::DiagnosticsCapture() {
+  open_file();
+}
+
+void DiagnosticsCapture::open_file() {
   const int file = open_anonymous_file();
   if (file < 0) throw_failure(errno);
   // If the process has closed its standard streams, this may be one of their descriptors.
-  file_ = fcntl(file, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
+  const int duplicate = fcntl(file, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
   const int error = errno;
   close(file);
-  if (file_ < 0) throw_failure(error);
+  if (duplicate < 0) throw_failure(error);
+  if (file_ >= 0) close(file_);
+  file_ = duplicate;
+  owner_ = getpid();
 }
 
 DiagnosticsCapture::~DiagnosticsCapture() {
@@ -100,6 +107,8 @@ DiagnosticsCapture::Scope::~Scope() {
 }
 
 void DiagnosticsCapture::begin() {
+  // A process that was forked off must not write into its parent's file.
+  if (owner_ != getpid()) open_file();
   std::fflush(stderr);
   own_stream_ = fcntl(STDERR_FILENO, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
   const bool is_closed = own_stream_ < 0 && errno == EBADF;

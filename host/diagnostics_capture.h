@@ -8,6 +8,7 @@
 
 #include <cstddef>
 #include <string>
+#include <sys/types.h>
 #include <vector>
 
 namespace host {
@@ -51,7 +52,10 @@ class DiagnosticsCapture {
   void end() noexcept;
   void keep_text();
 
+  void open_file();
+
   int file_ = -1;
+  pid_t owner_ = 0;  // the process that the file belongs to
   int own_stream_ = -1;
   std::string text_;
   std::string latest_;

@@ -1,6 +1,7 @@
 #include "inspect/check.h"
 
 #include <filesystem>
+#include <memory>
 #include <optional>
 #include <set>
 #include <system_error>
@@ -83,22 +84,31 @@ std::string identity(const std::string& path) {
 
 }  // namespace
 
-void check_files(const std::vector<std::string>& files, const CheckOptions& options,
-                 const std::function<void(const FileReport&)>& tell) {
-  std::set<std::string> done;
+std::vector<FileCheck> plan_checks(const std::vector<std::string>& files, const CheckOptions& options) {
+  std::vector<FileCheck> checks;
+  std::set<std::string> planned;
   for (const std::string& file : files) {
-    if (done.contains(identity(file))) continue;
+    if (planned.contains(identity(file))) continue;
     if (options.full && !options.alone) {
       const std::vector<SeriesFile> series = find_series(file);
-      DatasetOutline dataset(series, options.progress);
+      const auto dataset = std::make_shared<DatasetOutline>(series, options.progress);
       for (std::size_t i = 0; i < series.size(); ++i) {
-        if (!done.insert(identity(series[i].path)).second) continue;
-        tell(check_file(series[i].path, options, i == 0, {&dataset, i}));
+        if (!planned.insert(identity(series[i].path)).second) continue;
+        checks.emplace_back([path = series[i].path, options, dataset, i] {
+          return check_file(path, options, i == 0, {dataset.get(), i});
+        });
       }
     }
     // A file without a series, or one that does not exist.
-    if (done.insert(identity(file)).second) tell(check_file(file, options, !has_cycle(file), {}));
+    if (planned.insert(identity(file)).second)
+      checks.emplace_back([file, options] { return check_file(file, options, !has_cycle(file), {}); });
   }
+  return checks;
+}
+
+void check_files(const std::vector<std::string>& files, const CheckOptions& options,
+                 const std::function<void(const FileReport&)>& tell) {
+  for (const FileCheck& check : plan_checks(files, options)) tell(check());
 }
 
 std::string first_broken_file(const std::string& file, const Progress& progress) {

@@ -34,8 +34,13 @@ struct FileReport {
   Findings findings;
 };
 
-// Checks the files, and with `full` their series, each file once. Calls `tell` with each complete report,
-// also for files that cannot be read.
+// The check of one file. Also files that cannot be read have a report.
+using FileCheck = std::function<FileReport()>;
+
+// The checks of the files, and with `full` of their series, each file once. They may be called in any order.
+std::vector<FileCheck> plan_checks(const std::vector<std::string>& files, const CheckOptions& options);
+
+// Calls them in turn, and `tell` with each complete report.
 void check_files(const std::vector<std::string>& files, const CheckOptions& options,
                  const std::function<void(const FileReport&)>& tell);
 

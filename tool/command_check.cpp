@@ -1,5 +1,6 @@
 // fldtool check
 #include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <string>
@@ -14,7 +15,7 @@
 #include "tool/commands.h"
 #include "tool/exit_status.h"
 #include "tool/file_names.h"
-#include "tool/interrupt.h"
+#include "tool/jobs.h"
 #include "tool/json_values.h"
 #include "tool/output.h"
 #include "tool/walk_progress.h"
@@ -51,6 +52,7 @@ is not an FLD file, whatever was found in the others.
 struct CheckCommand {
   std::vector<std::string> files;
   inspect::CheckOptions options;
+  int jobs = 0;
   bool notes = false;
   bool json = false;
 };
@@ -59,24 +61,31 @@ void run_check(const CheckCommand& command) {
   Output output("");
   if (command.json) output.write(fmt::format("{{\n\"full\": {},\n\"files\": [", command.options.full));
   ExitStatus status = ExitStatus::ok;
-  bool is_first = true;
   WalkProgress progress("checking");
   inspect::CheckOptions options = command.options;
   options.progress = std::ref(progress);
-  inspect::check_files(command.files, options, [&](const inspect::FileReport& report) {
-    stop_if_interrupted();
+  const std::vector<inspect::FileCheck> checks = inspect::plan_checks(command.files, options);
+  const auto check = [&](std::size_t file) {
+    const inspect::FileReport report = checks[file]();
     progress.erase();
-    if (command.json) {
-      output.write((is_first ? "\n" : ",\n") + json_text(inspect::report_json(report, host::to_utf8), -1));
-    } else {
-      output.write(inspect::report_text(report, command.notes, host::to_utf8));
-    }
-    is_first = false;
-    if (!report.is_readable()) {
+    const std::string text = command.json ? json_text(inspect::report_json(report, host::to_utf8), -1)
+                                          : inspect::report_text(report, command.notes, host::to_utf8);
+    return Json{{"text", as_bytes(text)},
+                {"is_readable", report.is_readable()},
+                {"is_fine", report.findings.is_fine()}};
+  };
+  // A check holds a part of its file, whatever the size.
+  constexpr std::uint64_t kMemory = std::uint64_t{64} << 20;
+  const int jobs = usable_jobs(command.options.full ? command.jobs : 1, checks.size(), kMemory);
+  run_jobs(jobs, checks.size(), check, [&](std::size_t file, const Json& report) {
+    if (command.json) output.write(file == 0 ? "\n" : ",\n");
+    output.write(text_of(report.at("text")));
+    if (!report.at("is_readable").get<bool>()) {
       status = ExitStatus::unreadable;
-    } else if (!report.findings.is_fine() && status == ExitStatus::ok) {
+    } else if (!report.at("is_fine").get<bool>() && status == ExitStatus::ok) {
       status = ExitStatus::findings;
     }
+    return true;
   });
   if (command.json) output.write("\n]\n}\n");
   output.finish();
@@ -97,6 +106,7 @@ void add_check_command(CLI::App& app) {
       ->check(CLI::Range(std::size_t{1}, std::size_t{1000000}).description(""))
       ->capture_default_str();
   check->add_flag("--json", command->json, "Print JSON for programs");
+  add_jobs_option(*check, command->jobs, "files");
   check->footer(std::string(kCheckManual) + kExitStatusText);
   check->callback([command] { run_check(*command); });
 }

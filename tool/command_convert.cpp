@@ -16,6 +16,7 @@
 #include "tool/exit_status.h"
 #include "tool/file_names.h"
 #include "tool/interrupt.h"
+#include "tool/jobs.h"
 #include "tool/named_values.h"
 #include "tool/output.h"
 #include "tool/progress.h"
@@ -39,9 +40,10 @@ follow it. Each part also has its time (TimeValue) and the labels of the variabl
 binary, appended without encoding, with 64-bit offsets.
 
 The default parts are surfaces and volumes; the whole mesh has the elements of the volumes again. The parts are written
-one after the other, so memory follows the largest of them. Files with these names are replaced step by step. Files of an
-earlier run that this run does not write are removed, by the list that convert keeps in NAME/.fldtool-files; all other files
-stay. When the work is interrupted, or a later step cannot be read, NAME.pvd has all steps that were completed before.
+one after the other, so memory follows the largest of them, once per job of --jobs. Files with these names are replaced step
+by step. Files of an earlier run that this run does not write are removed, by the list that convert keeps in
+NAME/.fldtool-files; all other files stay. When the work is interrupted, or a later step cannot be read, NAME.pvd has all
+steps that were completed before.
 
 )";
 
@@ -53,6 +55,7 @@ struct ConvertOptions {
   std::vector<std::string> variables;
   vtkdata::Precision precision = vtkdata::Precision::single_width;
   vtkdata::Compression compression = vtkdata::Compression::none;
+  int jobs = 0;
 };
 
 std::filesystem::path collection_path(const ConvertOptions& options) {
@@ -83,16 +86,27 @@ void run_convert(const ConvertOptions& options) {
                                 options.compression};
     VtkSeries series(session, collection, choices);
     Progress progress("parts", steps.size() * choices.parts.size(), ProgressUnit::steps);
-    std::size_t done = 0;
-    for (const int step : steps) {
-      stop_if_interrupted();
-      session.select_step(step);
-      choices.parts.tell_missing(session, progress);
-      series.write_step([&] {
-        progress.update(++done);
-        stop_if_interrupted();
-      });
-    }
+    const std::size_t parts = choices.parts.size();
+    const auto write_step = [&](std::size_t i) {
+      std::size_t done = i * parts;
+      try {
+        session.select_step(steps[i]);
+        choices.parts.tell_missing(session, progress);
+        return series.write_step([&] {
+          progress.update(++done);
+          stop_if_interrupted();
+        });
+      } catch (const host::Error& error) {
+        throw read_error(error, session);
+      }
+    };
+    const int jobs = usable_jobs(options.jobs, steps.size(), memory_of_step(session, steps));
+    progress.update(0);
+    run_jobs(jobs, steps.size(), write_step, [&](std::size_t i, const Json& step) {
+      series.add_step(step);
+      progress.update((i + 1) * parts);
+      return true;
+    });
     series.finish();
     progress.erase();
     Output output("");
@@ -125,6 +139,7 @@ void add_convert_command(CLI::App& app) {
                    "lz4 (fast) or zlib (smaller, many times slower); none without it")
       ->transform(named_values<vtkdata::Compression>(
           {{"lz4", vtkdata::Compression::lz4}, {"zlib", vtkdata::Compression::zlib}}));
+  add_jobs_option(*command, options->jobs);
   command->footer(std::string(kConvertManual) + kChoiceText + kExitStatusText);
   command->callback([options] { run_convert(*options); });
 }

@@ -18,6 +18,7 @@
 #include "tool/exit_status.h"
 #include "tool/file_names.h"
 #include "tool/interrupt.h"
+#include "tool/jobs.h"
 #include "tool/json_values.h"
 #include "tool/output.h"
 #include "tool/progress.h"
@@ -65,6 +66,7 @@ struct DiffOptions {
   std::vector<std::string> parts = {"all"};
   std::vector<std::string> variables;
   Tolerance tolerance;
+  int jobs = 0;
   bool json = false;
 };
 
@@ -125,12 +127,14 @@ class DiffPrinter {
                     json_text(json_number(options.tolerance.relative))));
   }
 
-  void print(const Difference& difference) {
-    if (is_json_) {
-      output_.write((count_ == 0 ? "\n" : ",\n") + json_text(difference_json(difference), -1));
-    } else {
-      output_.write(host::without_controls(difference_text(difference)) + "\n");
-    }
+  // The text for a difference.
+  std::string text(const Difference& difference) const {
+    return is_json_ ? json_text(difference_json(difference), -1)
+                    : host::without_controls(difference_text(difference)) + "\n";
+  }
+
+  void print(const std::string& text) {
+    output_.write((!is_json_ ? "" : count_ == 0 ? "\n" : ",\n") + text);
     ++count_;
   }
 
@@ -192,22 +196,48 @@ void run_diff(DiffOptions options) {
   if (!options.steps.empty() || !options.steps_b.empty()) choice.steps = pairs_of_steps(options, a, b);
   DiffPrinter printer(options);
   std::optional<Progress> progress;
+  Json texts = Json::array();  // of the differences that are not printed yet
   DatasetComparison comparison(
       a, b, choice,
-      [&](const Difference& difference) {
-        if (progress) progress->erase();
-        printer.print(difference);
-      },
+      [&](const Difference& difference) { texts.push_back(as_bytes(printer.text(difference))); },
       [&](std::uint64_t done, std::uint64_t total) {
         stop_if_interrupted();
         if (!progress) progress.emplace("comparing", total, ProgressUnit::steps);
         progress->update(done);
       });
-  comparison.run();
+  const auto print = [&](const Json& found) {
+    if (progress && !found.empty()) progress->erase();
+    for (const Json& text : found) printer.print(text_of(text));
+  };
+  const std::size_t pairs = comparison.begin();
+  print(std::exchange(texts, Json::array()));
+  std::vector<ReadProblem> problems = comparison.problems();
+  const auto compare = [&](std::size_t pair) {
+    const std::size_t known = comparison.problems().size();
+    comparison.compare_pair(pair);
+    Json latest = Json::array();
+    for (std::size_t i = known; i < comparison.problems().size(); ++i)
+      latest.push_back(
+          {{"file", comparison.problems()[i].file}, {"reason", comparison.problems()[i].reason}});
+    return Json{{"texts", std::exchange(texts, Json::array())},
+                {"problems", std::move(latest)},
+                {"is_lost", a.session().is_lost() || b.session().is_lost()}};
+  };
+  const int jobs = usable_jobs(options.jobs, pairs, 2 * memory_of_step(a.session(), comparison.steps()));
+  comparison.tell_progress(0);
+  run_jobs(jobs, pairs, compare, [&](std::size_t pair, const Json& found) {
+    print(found.at("texts"));
+    comparison.tell_progress(pair + 1);
+    for (const Json& problem : found.at("problems")) {
+      const ReadProblem next = {problem.at("file").get<std::string>(),
+                                problem.at("reason").get<std::string>()};
+      if (problems.empty() || !(problems.back() == next)) problems.push_back(next);
+    }
+    return !found.at("is_lost").get<bool>();
+  });
   progress.reset();
-  printer.finish(comparison.problems());
-  if (!comparison.problems().empty())
-    throw CommandError(ExitStatus::unreadable, comparison.problems().front().text());
+  printer.finish(problems);
+  if (!problems.empty()) throw CommandError(ExitStatus::unreadable, problems.front().text());
   if (printer.count() > 0) throw QuietExit(ExitStatus::findings);
 }
 
@@ -240,6 +270,7 @@ void add_diff_command(CLI::App& app) {
   add_parts_option(*command, options->parts, "The parts to compare");
   add_variables_option(*command, options->variables, "The variables to compare (default: all)");
   command->add_flag("--json", options->json, "Print JSON for programs");
+  add_jobs_option(*command, options->jobs);
   command->footer(std::string(kDiffManual) + kChoiceText + kExitStatusText);
   command->callback([options] { run_diff(*options); });
 }

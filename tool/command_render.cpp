@@ -26,6 +26,7 @@
 #include "tool/exit_status.h"
 #include "tool/file_names.h"
 #include "tool/interrupt.h"
+#include "tool/jobs.h"
 #include "tool/output.h"
 #include "tool/picture_parts.h"
 #include "tool/progress.h"
@@ -37,8 +38,9 @@ namespace {
 
 constexpr char kRenderManual[] =
     R"(Draws parts of the dataset that FILE belongs to into a PNG file. With several steps each gets a file of its own:
-picture.png becomes picture_0.png, picture_1.png and so on, with the same number of digits in all names. With --output -
-a single picture goes to standard output. No display is needed.
+picture.png becomes picture_0.png, picture_1.png and so on, with the same number of digits in all names. With several
+variables the names have the number and the name of the variable: picture_2_Velocity_x.png. With --output - a single
+picture goes to standard output. No display is needed.
 
 A picture shows the outer faces of the parts: without --parts those of the surfaces that are in none of the reader's
 groups, or else of the volumes. Parts of --faint are grey and translucent.
@@ -66,7 +68,7 @@ struct RenderOptions {
   std::vector<std::string> steps = {"0"};
   std::vector<std::string> parts;
   std::vector<std::string> faint;
-  std::string variable;
+  std::vector<std::string> variables;
   std::string view = "iso";
   std::string range;
   std::string colours = render::colour_map_names().front();
@@ -75,6 +77,7 @@ struct RenderOptions {
   std::optional<std::string> title;
   std::string font;
   bool edges = false;
+  int jobs = 0;
   std::string output;
 };
 
@@ -134,8 +137,10 @@ struct Choice {
   std::vector<int> steps;
   ChosenParts parts;  // coloured unless they are faint
   ChosenParts faint;
-  std::optional<PictureScalar> scalar;
-  std::optional<std::array<double, 2>> range;  // of the colours
+  std::vector<std::optional<PictureScalar>> scalars;  // each gets pictures of its own
+  std::optional<std::array<double, 2>> range;         // of the colours
+
+  std::size_t pictures() const { return steps.size() * scalars.size(); }
 
   // The numbers of the coloured parts at the session's step.
   std::vector<int> coloured(const host::Session& session) const {
@@ -152,10 +157,13 @@ Choice choose(host::Session& session, const RenderOptions& options) {
   session.select_step(choice.steps.front());
   choice.faint = choose_parts(session, options.faint);
   choice.parts = options.parts.empty() ? usual_parts(session) : choose_parts(session, options.parts);
-  if (options.variable.empty()) {
-    choice.scalar = first_scalar(session, choice.coloured(session));
-  } else if (options.variable != "none") {
-    choice.scalar = find_scalar(session, options.variable);
+  if (options.variables.empty()) {
+    choice.scalars = {first_scalar(session, choice.coloured(session))};
+  } else if (options.variables == std::vector<std::string>{"none"}) {
+    choice.scalars = {std::nullopt};
+  } else {
+    for (PictureScalar& scalar : find_scalars(session, options.variables))
+      choice.scalars.emplace_back(std::move(scalar));
   }
   if (!options.range.empty()) choice.range = parsed("--range", options.range, "LOW,HIGH", parse_range);
   return choice;
@@ -168,7 +176,8 @@ struct Series {
 };
 
 // Goes through all steps, so that colours and places mean the same in all pictures.
-Series survey(host::Session& session, const Choice& choice, const render::View& view, Progress& progress) {
+Series survey(host::Session& session, const Choice& choice, const std::optional<PictureScalar>& scalar,
+              const render::View& view, Progress& progress) {
   Series series{{}, render::Extent(view)};
   std::size_t done = 0;
   for (const int step : choice.steps) {
@@ -180,8 +189,7 @@ Series survey(host::Session& session, const Choice& choice, const render::View& 
     };
     for (const int part : choice.coloured(session)) {
       add(part);
-      if (choice.scalar)
-        series.range.add(scalar_values(session, *choice.scalar, part), session.part(part).nodes);
+      if (scalar) series.range.add(scalar_values(session, *scalar, part), session.part(part).nodes);
     }
     for (const int part : choice.faint.at(session)) add(part);
   }
@@ -204,12 +212,15 @@ std::string usual_title(const host::Session& session) {
                      session.step(), time);
 }
 
-std::filesystem::path picture_path(const RenderOptions& options, const Choice& choice, int step) {
+std::filesystem::path picture_path(const RenderOptions& options, const Choice& choice,
+                                   const std::optional<PictureScalar>& scalar, int step) {
   std::filesystem::path path = options.output;
   if (path.empty()) path = std::filesystem::path(options.dataset.file).filename().replace_extension(".png");
-  if (choice.steps.size() == 1) return path;
-  const std::string number = fmt::format("_{:0{}}", step, std::to_string(choice.steps.back()).size());
-  return path.parent_path() / (path.stem().string() + number + path.extension().string());
+  std::string suffix;
+  if (choice.scalars.size() > 1) suffix = fmt::format("_{}_{}", scalar->variable, plain_name(scalar->name));
+  if (choice.steps.size() > 1)
+    suffix += fmt::format("_{:0{}}", step, std::to_string(choice.steps.back()).size());
+  return path.parent_path() / (path.stem().string() + suffix + path.extension().string());
 }
 
 class Renderer {
@@ -219,41 +230,56 @@ class Renderer {
         options_(options),
         scene_(scene_options(options)),
         choice_(choose(session, options)),
-        renderer_(scene_.width, scene_.height) {
+        jobs_(usable_jobs(options.jobs, choice_.steps.size(), memory_of_step(session, choice_.steps))) {
     if (choice_.parts.size() + choice_.faint.size() == 0)
       throw CommandError(ExitStatus::failure, options.dataset.file, "there is no part to draw");
-    if (options.output == kStandardOutput && choice_.steps.size() > 1)
+    if (options.output == kStandardOutput && choice_.pictures() > 1)
       throw CommandError(ExitStatus::usage, "several pictures need a file name for --output");
   }
 
   void draw_all() {
-    if (choice_.steps.size() > 1) {
-      Progress progress("survey", choice_.steps.size(), ProgressUnit::steps);
-      const Series series = survey(session_, choice_, scene_.view, progress);
-      require_values(series.range);
-      scene_.extent = series.extent;
-      if (!choice_.range) choice_.range = series.range.ends();
-    }
-    Progress progress("pictures", choice_.steps.size(), ProgressUnit::steps);
-    std::size_t done = 0;
-    for (const int step : choice_.steps) {
-      stop_if_interrupted();
-      session_.select_step(step);
-      choice_.parts.tell_missing(session_, progress);
-      choice_.faint.tell_missing(session_, progress);
-      progress.update(done++);
-      const std::string picture = draw(progress);
-      Output output(picture_path(options_, choice_, step).string());
-      output.write(picture);
-      output.finish();
+    for (const std::optional<PictureScalar>& scalar : choice_.scalars) {
+      scalar_ = scalar;
+      range_ = choice_.range;
+      draw_steps();
     }
   }
 
  private:
-  // `range` is that of all pictures.
+  void draw_steps() {
+    if (choice_.steps.size() > 1) {
+      Progress progress("survey", choice_.steps.size(), ProgressUnit::steps);
+      const Series series = survey(session_, choice_, scalar_, scene_.view, progress);
+      require_values(series.range);
+      scene_.extent = series.extent;
+      if (!range_) range_ = series.range.ends();
+    }
+    Progress progress("pictures", choice_.steps.size(), ProgressUnit::steps);
+    const auto draw_step = [&](std::size_t i) {
+      progress.update(i);
+      try {
+        session_.select_step(choice_.steps[i]);
+        choice_.parts.tell_missing(session_, progress);
+        choice_.faint.tell_missing(session_, progress);
+        return as_bytes(draw(progress));
+      } catch (const host::Error& error) {
+        throw read_error(error, session_);
+      }
+    };
+    progress.update(0);
+    run_jobs(jobs_, choice_.steps.size(), draw_step, [&](std::size_t i, const Json& picture) {
+      Output output(picture_path(options_, choice_, scalar_, choice_.steps[i]).string());
+      output.write(text_of(picture));
+      output.finish();
+      progress.update(i + 1);
+      return true;
+    });
+  }
+
+  // `range` is that of all pictures of the scalar.
   void require_values(const ValueRange& range) const {
-    if (!choice_.scalar || range.on_parts() != ValuesOnParts::none) return;
-    const std::string variable = host::to_utf8(session_.variable(choice_.scalar->variable).name);
+    if (!scalar_ || range.on_parts() != ValuesOnParts::none) return;
+    const std::string variable = host::to_utf8(session_.variable(scalar_->variable).name);
     const std::string steps = choice_.steps.size() == 1 ? fmt::format("step {}", choice_.steps.front())
                                                         : std::string("any of the steps");
     throw CommandError(ExitStatus::usage, session_.path().string(),
@@ -266,7 +292,7 @@ class Renderer {
     ValueRange range;
     std::vector<render::ShownPart> parts;
     for (const int part : choice_.coloured(session_))
-      parts.push_back(make_shown_part(session_, part, choice_.scalar, range));
+      parts.push_back(make_shown_part(session_, part, scalar_, range));
     if (choice_.steps.size() == 1) require_values(range);
     for (const int part : choice_.faint.at(session_)) {
       ValueRange unused;
@@ -277,9 +303,11 @@ class Renderer {
     if (are_cylindrical(choice_.coloured(session_)) && are_cylindrical(choice_.faint.at(session_)))
       std::copy(kCylindricalAxes.begin(), kCylindricalAxes.end(), scene.axes.begin());
     scene.title = options_.title ? title_lines(*options_.title) : usual_title(session_);
-    if (choice_.scalar) scene.scale = colour_scale(range);
+    if (scalar_) scene.scale = colour_scale(range);
     scene.font = choose_font(scene, progress);
-    return renderer_.draw(parts, scene);
+    // Made by the process that draws: a graphics context cannot be shared with a copy of the process.
+    if (!renderer_) renderer_.emplace(scene_.width, scene_.height);
+    return renderer_->draw(parts, scene);
   }
 
   // Whether all of these parts are drawn at their radius, angle and height.
@@ -291,8 +319,8 @@ class Renderer {
 
   // For a picture with values of this range.
   render::ColourScale colour_scale(const ValueRange& range) const {
-    const auto [low, high] = choice_.range.value_or(range.ends());
-    render::ColourScale scale{options_.colours, low, high, choice_.scalar->title, {}};
+    const auto [low, high] = range_.value_or(range.ends());
+    render::ColourScale scale{options_.colours, low, high, scalar_->title, {}};
     if (range.on_parts() == ValuesOnParts::none) {
       scale.note = fmt::format("no {} at this step", scale.title);
     } else if (range.on_parts() == ValuesOnParts::undefined) {
@@ -324,7 +352,10 @@ class Renderer {
   const RenderOptions& options_;
   render::SceneOptions scene_;
   Choice choice_;
-  render::SceneRenderer renderer_;
+  int jobs_;
+  std::optional<PictureScalar> scalar_;           // what the next picture shows
+  std::optional<std::array<double, 2>> range_{};  // of its colours
+  std::optional<render::SceneRenderer> renderer_;
   CoordinateNames coordinate_names_;
   std::set<char32_t> reported_;  // missing characters
 };
@@ -353,8 +384,8 @@ void add_render_command(CLI::App& app) {
   add_steps_option(*command, options->steps, "The steps to draw");
   add_parts_option(*command, options->parts, "The parts to show, in colours");
   add_list_option(*command, "--faint", options->faint, "The parts to show grey and translucent");
-  command->add_option("--variable,--variables", options->variable,
-                      "What the colours show: NAME, NAME.x, ... or none");
+  add_list_option(*command, "--variable,--variables", options->variables,
+                  "What the colours show: NAME, NAME.x, ... or none");
   command->add_option("--range", options->range, "LOW,HIGH: the range of the colours");
   command->add_option("--colours,--colors", options->colours, "The colour map")
       ->check(CLI::IsMember(render::colour_map_names()))
@@ -367,6 +398,7 @@ void add_render_command(CLI::App& app) {
       ->capture_default_str();
   command->add_option("--title", options->title, "The title (default: file, step and time)");
   command->add_option("--font", options->font, "The font file for all texts")->check(file_name());
+  add_jobs_option(*command, options->jobs);
   command->footer(std::string(kRenderManual) + kChoiceText + kExitStatusText);
   command->callback([options] { run_render(*options); });
 }

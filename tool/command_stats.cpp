@@ -15,6 +15,7 @@
 #include "tool/dataset_options.h"
 #include "tool/exit_status.h"
 #include "tool/interrupt.h"
+#include "tool/jobs.h"
 #include "tool/output.h"
 #include "tool/part_statistics.h"
 #include "tool/progress.h"
@@ -66,13 +67,14 @@ struct StatsOptions {
   std::vector<std::string> parts = {"all"};
   std::vector<std::string> variables;
   std::size_t intervals = 0;
+  int jobs = 0;
   bool json = false;
   bool csv = false;
 };
 
-std::unique_ptr<StatsPrinter> make_printer(const StatsOptions& options, Output& output) {
-  if (options.json) return make_stats_json(output, options.dataset.file);
-  return options.csv ? make_stats_csv(output) : make_stats_text(output);
+std::unique_ptr<StatsPrinter> make_printer(const StatsOptions& options) {
+  if (options.json) return make_stats_json(options.dataset.file);
+  return options.csv ? make_stats_csv() : make_stats_text();
 }
 
 // Goes through steps, variables and parts, in the order in which a reader keeps what it has read, and prints
@@ -87,21 +89,31 @@ class StatsRun {
         has_first_step_(select(steps_.front())),
         parts_(choose_parts(session, options.parts)),
         progress_("stats", steps_.size() * variables_.size() * parts_.size(), ProgressUnit::steps),
-        printer_(make_printer(options, output_)) {}
+        printer_(make_printer(options)) {}
 
   void run() {
-    for (const int step : steps_) {
-      if (step == steps_.front() ? has_first_step_ : select(step)) {
-        parts_.tell_missing(session_, progress_);
-        const std::vector<VariableStatistics> found = statistics();
-        progress_.erase();
-        printer_->print(session_, found);
-      }
-      if (session_.is_lost()) break;
-    }
+    output_.write(printer_->beginning());
+    std::vector<std::string> problems;
+    bool any = false;
+    const int jobs = usable_jobs(options_.jobs, steps_.size(), memory_of_step(session_, steps_));
+    progress_.update(0);
+    run_jobs(
+        jobs, steps_.size(), [&](std::size_t i) { return report_on(steps_[i]); },
+        [&](std::size_t i, const Json& report) {
+          progress_.update((i + 1) * variables_.size() * parts_.size());
+          for (const std::string& problem : report.at("problems").get<std::vector<std::string>>())
+            add_problem(problems, problem);
+          if (report.contains("text")) {
+            progress_.erase();
+            output_.write((any ? printer_->separator() : "") + text_of(report.at("text")));
+            any = true;
+          }
+          return !report.at("is_lost").get<bool>();
+        });
     progress_.erase();
-    printer_->finish(problems_);
-    if (!problems_.empty()) throw CommandError(ExitStatus::unreadable, problems_.front());
+    output_.write(printer_->end(problems));
+    output_.finish();
+    if (!problems.empty()) throw CommandError(ExitStatus::unreadable, problems.front());
   }
 
  private:
@@ -113,6 +125,18 @@ class StatsRun {
       note_problem(read_problem(error, session_).text());
       return false;
     }
+  }
+
+  // The text about a step, unless it cannot be selected, and what could not be read of it.
+  Json report_on(int step) {
+    Json report;
+    if (step == steps_.front() ? has_first_step_ : select(step)) {
+      parts_.tell_missing(session_, progress_);
+      report["text"] = as_bytes(printer_->step(session_, statistics()));
+    }
+    report["problems"] = std::exchange(problems_, {});
+    report["is_lost"] = session_.is_lost();
+    return report;
   }
 
   std::vector<VariableStatistics> statistics() {
@@ -154,14 +178,16 @@ class StatsRun {
     }
   }
 
+  void note_problem(const std::string& problem) { add_problem(problems_, problem); }
+
   // As a rule it is the same for every part.
-  void note_problem(const std::string& problem) {
-    if (problems_.empty() || problems_.back() != problem) problems_.push_back(problem);
+  static void add_problem(std::vector<std::string>& problems, const std::string& problem) {
+    if (problems.empty() || problems.back() != problem) problems.push_back(problem);
   }
 
   const StatsOptions& options_;
   host::Session& session_;
-  std::vector<std::string> problems_;
+  std::vector<std::string> problems_;  // of the step
   std::vector<int> steps_;
   std::vector<ChosenComponent> variables_;
   bool has_first_step_;
@@ -197,6 +223,7 @@ void add_stats_command(CLI::App& app) {
   command->add_flag("--csv", options->csv, "Print comma-separated lines")
       ->excludes(json)
       ->excludes(histogram);
+  add_jobs_option(*command, options->jobs);
   command->footer(std::string(kStatsManual) + kChoiceText + kExitStatusText);
   command->callback([options] { run_stats(*options); });
 }

@@ -135,7 +135,7 @@ void DatasetComparison::compare_times() {
   }
 }
 
-void DatasetComparison::run() {
+std::size_t DatasetComparison::begin() {
   if (!choice_.steps.empty()) {
     steps_ = choice_.steps.front();
     reads(a_, [&](host::Session& session) { session.select_step(steps_->first); });
@@ -150,12 +150,20 @@ void DatasetComparison::run() {
   if (sets_a != sets_b)
     tell({.kind = "region_sets", .a = std::to_string(sets_a), .b = std::to_string(sets_b)});
   if (choice_.steps.empty()) compare_times();
-  const std::size_t work_per_step = parts_.size() * (1 + variables_.size());
-  total_ = choice_.steps.size() * work_per_step;
-  for (std::size_t i = 0; i < choice_.steps.size(); ++i) {
-    done_ = i * work_per_step;  // whatever the steps before had in common
-    compare_steps(choice_.steps[i].first, choice_.steps[i].second);
-  }
+  work_per_pair_ = parts_.size() * (1 + variables_.size());
+  total_ = choice_.steps.size() * work_per_pair_;
+  return choice_.steps.size();
+}
+
+void DatasetComparison::compare_pair(std::size_t pair) {
+  done_ = pair * work_per_pair_;  // whatever the steps before had in common
+  compare_steps(choice_.steps[pair].first, choice_.steps[pair].second);
+}
+
+std::vector<int> DatasetComparison::steps() const {
+  std::vector<int> steps;
+  for (const auto& [step, other] : choice_.steps) steps.push_back(step);
+  return steps;
 }
 
 void DatasetComparison::compare_steps(int step_a, int step_b) {

@@ -1,6 +1,7 @@
 // Compares two open datasets step by step. Memory: one part or one variable of each at a time.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <optional>
@@ -33,8 +34,15 @@ class DatasetComparison {
 
   DatasetComparison(OpenDataset& a, OpenDataset& b, ComparisonChoice choice, Tell tell, Progress progress);
 
-  // Throws CommandError for parts or variables that do not exist.
-  void run();
+  // Compares what is not in the steps, and returns how many pairs of steps there are to compare. Throws
+  // CommandError for parts or variables that do not exist.
+  std::size_t begin();
+  // Compares a pair of steps, from 0.
+  void compare_pair(std::size_t pair);
+  // Tells the progress when so many pairs are compared.
+  void tell_progress(std::size_t pairs) const { progress_(pairs * work_per_pair_, total_); }
+  // The steps of the first dataset that are compared.
+  std::vector<int> steps() const;
 
   // What could not be read, and so not compared: the file, the step and the reason.
   const std::vector<ReadProblem>& problems() const { return problems_; }
@@ -75,6 +83,7 @@ class DatasetComparison {
   std::optional<std::pair<int, int>> steps_;  // those that are being compared
   std::uint64_t done_ = 0;
   std::uint64_t total_ = 0;
+  std::size_t work_per_pair_ = 0;
   std::vector<ReadProblem> problems_;
 };
 

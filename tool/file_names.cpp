@@ -35,4 +35,13 @@ void check_extension(const std::string& path, const std::vector<std::string_view
                                  fmt::join(extensions, " or ")));
 }
 
+std::string plain_name(std::string_view name) {
+  constexpr std::string_view kPlain = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789_-";
+  constexpr std::size_t kLongest = 60;
+  std::string result;
+  for (const char character : name.substr(0, kLongest))
+    result += kPlain.find(character) == std::string_view::npos ? '_' : character;
+  return result;
+}
+
 }  // namespace tool

@@ -1,4 +1,4 @@
-// Checks of the file names on the command line.
+// Checks of the file names on the command line, and the names of files that are written.
 #pragma once
 
 #include <string>
@@ -18,5 +18,9 @@ void check_extension(const std::string& path, const std::vector<std::string_view
 
 // The extension in lower case, with its dot; empty without one.
 std::string extension_of(const std::string& path);
+
+// A part of a file name that says what a file is for: `name` with an underscore for everything but letters,
+// digits, - and _, and at most 60 characters long.
+std::string plain_name(std::string_view name);
 
 }  // namespace tool

@@ -23,12 +23,19 @@ std::string with_component(const std::string& label, std::string_view component)
 }
 
 PictureScalar scalar_of(const host::Variable& variable, std::optional<int> component) {
-  std::string title = host::printable(variable.label.empty() ? variable.name : variable.label);
+  std::string name = host::printable(variable.name);
+  std::string title = variable.label.empty() ? name : host::printable(variable.label);
   if (variable.kind == host::VariableKind::vector) {
     const auto index = static_cast<std::size_t>(component.value_or(kMagnitude));
+    name = with_component(name, kComponents[index]);
     title = with_component(title, kComponents[index]);
   }
-  return {variable.number, component, std::move(title)};
+  return {variable.number, component, std::move(name), std::move(title)};
+}
+
+PictureScalar scalar_of(host::Session& session, const ChosenComponent& chosen) {
+  const bool is_magnitude = chosen.component == kMagnitude;
+  return scalar_of(session.variable(chosen.variable), is_magnitude ? std::nullopt : chosen.component);
 }
 
 // One number per tuple of a vector.
@@ -56,11 +63,15 @@ std::set<int> parts_of_kind(const host::Session& session, host::PartKind kind) {
 
 }  // namespace
 
+std::vector<PictureScalar> find_scalars(host::Session& session, const std::vector<std::string>& lists) {
+  std::vector<PictureScalar> scalars;
+  for (const ChosenComponent& chosen : choose_components(session, lists))
+    scalars.push_back(scalar_of(session, chosen));
+  return scalars;
+}
+
 PictureScalar find_scalar(host::Session& session, const std::string& text) {
-  const ChosenComponent chosen = choose_component(session, text);
-  const host::Variable& variable = session.variable(chosen.variable);
-  const bool is_magnitude = chosen.component == kMagnitude;
-  return scalar_of(variable, is_magnitude ? std::nullopt : chosen.component);
+  return scalar_of(session, choose_component(session, text));
 }
 
 std::optional<PictureScalar> first_scalar(host::Session& session, const std::vector<int>& parts) {

@@ -19,12 +19,15 @@ namespace tool {
 struct PictureScalar {
   int variable = 0;
   std::optional<int> component;  // of a vector; none: the magnitude
-  std::string title;             // the label (or name) in UTF-8, with the component
+  std::string name;              // in UTF-8, with the component
+  std::string title;             // the same with the label, if there is one, in place of the name
 };
 
-// The scalar that `text` means: the number or name of a variable. A vector's may be followed by ".x", ".y",
+// The scalars that the lists mean: numbers and names of variables. A vector's may be followed by ".x", ".y",
 // ".z" or
-// ".magnitude", the default. Throws CommandError (wrong usage) when there is none.
+// ".magnitude", the default. Throws CommandError (wrong usage) for an item that means none.
+std::vector<PictureScalar> find_scalars(host::Session& session, const std::vector<std::string>& lists);
+// The one that `text` means. Throws CommandError also when it means several.
 PictureScalar find_scalar(host::Session& session, const std::string& text);
 
 // The first scalar per node that one of the parts has at the session's step, or else the first such vector's

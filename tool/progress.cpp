@@ -40,6 +40,8 @@ std::string time_text(double seconds) {
   return fmt::format("{}:{:02}", whole / 60, whole % 60);
 }
 
+bool is_silent = false;
+
 // The longest beginning of at most `width` bytes that does not end inside a character.
 std::string_view cut(std::string_view text, std::size_t width) {
   if (text.size() <= width) return text;
@@ -94,8 +96,12 @@ Progress::~Progress() {
   erase();
 }
 
+void Progress::silence() {
+  is_silent = true;
+}
+
 void Progress::update(std::uint64_t done) {
-  if (!is_terminal_) return;
+  if (!is_terminal_ || is_silent) return;
   const Clock::time_point time = now_();
   if (drawn_at_ && time - *drawn_at_ < kBetweenDrawings) return;
   drawn_at_ = time;

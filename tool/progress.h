@@ -31,6 +31,9 @@ class Progress {
   // Erases the line.
   ~Progress();
 
+  // From now on no progress is drawn in this process.
+  static void silence();
+
   // `done` of `total`. Draws at most ten times a second, so it may be called for every block of the work.
   void update(std::uint64_t done);
 

@@ -24,14 +24,11 @@ std::string reason_of(const PartStatistics& part) {
 
 class TextPrinter : public StatsPrinter {
  public:
-  explicit TextPrinter(Output& output) : output_(output) {}
-
-  void print(const host::Session& session, const std::vector<VariableStatistics>& found) override {
-    output_.write(fmt::format("step {} (time {})\n", session.step(), time_of(session)));
-    for (const VariableStatistics& variable : found) output_.write(variable_text(session, variable));
+  std::string step(const host::Session& session, const std::vector<VariableStatistics>& found) override {
+    std::string text = fmt::format("step {} (time {})\n", session.step(), time_of(session));
+    for (const VariableStatistics& variable : found) text += variable_text(session, variable);
+    return text;
   }
-
-  void finish(const std::vector<std::string>& /*problems*/) override { output_.finish(); }
 
  private:
   std::string variable_text(const host::Session& session, const VariableStatistics& found) {
@@ -95,28 +92,29 @@ class TextPrinter : public StatsPrinter {
     return text;
   }
 
-  Output& output_;
   CoordinateNames names_;
 };
 
 class JsonPrinter : public StatsPrinter {
  public:
-  JsonPrinter(Output& output, const std::string& file) : output_(output) {
-    output_.write(fmt::format("{{\n\"file\": {},\n\"steps\": [\n", json_text(file)));
+  explicit JsonPrinter(std::string file) : file_(std::move(file)) {}
+
+  std::string beginning() const override {
+    return fmt::format("{{\n\"file\": {},\n\"steps\": [\n", json_text(file_));
   }
 
-  void print(const host::Session& session, const std::vector<VariableStatistics>& found) override {
+  std::string step(const host::Session& session, const std::vector<VariableStatistics>& found) override {
     Json json{
         {"step", session.step()}, {"time", json_number(time_of(session))}, {"variables", Json::array()}};
     for (const VariableStatistics& variable : found)
       json["variables"].push_back(variable_json(session, variable));
-    output_.write((is_first_ ? "" : ",\n") + json_text(json));
-    is_first_ = false;
+    return json_text(json);
   }
 
-  void finish(const std::vector<std::string>& problems) override {
-    output_.write(fmt::format("\n],\n\"problems\": {}\n}}\n", json_text(problems, -1)));
-    output_.finish();
+  std::string separator() const override { return ",\n"; }
+
+  std::string end(const std::vector<std::string>& problems) const override {
+    return fmt::format("\n],\n\"problems\": {}\n}}\n", json_text(problems, -1));
   }
 
  private:
@@ -167,21 +165,21 @@ class JsonPrinter : public StatsPrinter {
     return {{"row", place.index + 1}, {"coordinates", coordinates}};
   }
 
-  Output& output_;
+  std::string file_;
   CoordinateNames names_;
-  bool is_first_ = true;  // of the steps that are printed
 };
 
 class CsvPrinter : public StatsPrinter {
  public:
-  explicit CsvPrinter(Output& output) : output_(output) {
-    output_.write(
-        "step,time,part,kind,name,variable,component,per,availability,values,undefined,nan,minimum,maximum,"
-        "mean,deviation,axes,minimum_at,minimum_x,minimum_y,minimum_z,maximum_at,maximum_x,maximum_y,"
-        "maximum_z\n");
+  std::string beginning() const override {
+    return "step,time,part,kind,name,variable,component,per,availability,values,undefined,nan,minimum,"
+           "maximum,"
+           "mean,deviation,axes,minimum_at,minimum_x,minimum_y,minimum_z,maximum_at,maximum_x,maximum_y,"
+           "maximum_z\n";
   }
 
-  void print(const host::Session& session, const std::vector<VariableStatistics>& found) override {
+  std::string step(const host::Session& session, const std::vector<VariableStatistics>& found) override {
+    std::string text;
     for (const VariableStatistics& variable : found) {
       for (const PartStatistics& part : variable.parts) {
         const host::Part& described = session.part(part.part);
@@ -190,16 +188,15 @@ class CsvPrinter : public StatsPrinter {
             csv_field(host::printable(described.name)), csv_field(host::printable(variable.variable.name)));
         const std::string after = fmt::format(",{},{}", location_word(variable.variable.location),
                                               availability_word(part.availability));
-        if (part.components.empty()) output_.write(before + after + std::string(16, ',') + "\n");
+        if (part.components.empty()) text += before + after + std::string(16, ',') + "\n";
         for (const ComponentStatistics& component : part.components) {
-          output_.write(before + component.component + after +
-                        component_text(component, names_.of(session, described)) + "\n");
+          text += before + component.component + after +
+                  component_text(component, names_.of(session, described)) + "\n";
         }
       }
     }
+    return text;
   }
-
-  void finish(const std::vector<std::string>& /*problems*/) override { output_.finish(); }
 
  private:
   static std::string component_text(const ComponentStatistics& component, const AxisNames& axes) {
@@ -216,22 +213,25 @@ class CsvPrinter : public StatsPrinter {
     return text;
   }
 
-  Output& output_;
   CoordinateNames names_;
 };
 
 }  // namespace
 
-std::unique_ptr<StatsPrinter> make_stats_text(Output& output) {
-  return std::make_unique<TextPrinter>(output);
+std::string StatsPrinter::end(const std::vector<std::string>& /*problems*/) const {
+  return {};
 }
 
-std::unique_ptr<StatsPrinter> make_stats_json(Output& output, const std::string& file) {
-  return std::make_unique<JsonPrinter>(output, file);
+std::unique_ptr<StatsPrinter> make_stats_text() {
+  return std::make_unique<TextPrinter>();
 }
 
-std::unique_ptr<StatsPrinter> make_stats_csv(Output& output) {
-  return std::make_unique<CsvPrinter>(output);
+std::unique_ptr<StatsPrinter> make_stats_json(const std::string& file) {
+  return std::make_unique<JsonPrinter>(file);
+}
+
+std::unique_ptr<StatsPrinter> make_stats_csv() {
+  return std::make_unique<CsvPrinter>();
 }
 
 }  // namespace tool

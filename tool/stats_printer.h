@@ -7,7 +7,6 @@
 
 #include "host/session.h"
 #include "tool/coordinate_names.h"
-#include "tool/output.h"
 #include "tool/part_statistics.h"
 
 namespace tool {
@@ -18,20 +17,24 @@ struct VariableStatistics {
   std::vector<PartStatistics> parts;
 };
 
+// Texts of the output, in the order in which they are written.
 class StatsPrinter {
  public:
   virtual ~StatsPrinter() = default;
 
-  // The session is at the step. Throws CommandError when the output cannot be written.
-  virtual void print(const host::Session& session, const std::vector<VariableStatistics>& found) = 0;
-  // Must be called last, with what could not be read.
-  virtual void finish(const std::vector<std::string>& problems) = 0;
+  virtual std::string beginning() const { return {}; }
+  // The session is at the step.
+  virtual std::string step(const host::Session& session, const std::vector<VariableStatistics>& found) = 0;
+  // Between two steps.
+  virtual std::string separator() const { return {}; }
+  // With what could not be read.
+  virtual std::string end(const std::vector<std::string>& problems) const;
 };
 
-std::unique_ptr<StatsPrinter> make_stats_text(Output& output);
+std::unique_ptr<StatsPrinter> make_stats_text();
 // The object of the manual in command_stats.cpp; `file` is its "file".
-std::unique_ptr<StatsPrinter> make_stats_json(Output& output, const std::string& file);
+std::unique_ptr<StatsPrinter> make_stats_json(const std::string& file);
 // A header line, then a line per step, part, variable and component.
-std::unique_ptr<StatsPrinter> make_stats_csv(Output& output);
+std::unique_ptr<StatsPrinter> make_stats_csv();
 
 }  // namespace tool

@@ -13,6 +13,8 @@
 #include "host/display_names.h"
 #include "host/part_tree.h"
 #include "tool/exit_status.h"
+#include "tool/file_names.h"
+#include "tool/jobs.h"
 #include "tool/replaced_file.h"
 #include "vtk/labels.h"
 #include "vtk/part_grid.h"
@@ -37,38 +39,6 @@ const fs::path& made(const fs::path& folder) {
   return folder;
 }
 
-// A folder for the files of a step while they are written, with a name that nothing else has. What is still
-// in it at the end is removed.
-class TemporaryFolder {
- public:
-  TemporaryFolder(const fs::path& parent, const std::string& name) {
-    std::string pattern = (parent / fmt::format(".{}.XXXXXX", name)).string();
-    if (mkdtemp(pattern.data()) == nullptr) fail(parent, std::generic_category().message(errno));
-    path_ = pattern;
-  }
-  TemporaryFolder(const TemporaryFolder&) = delete;
-  TemporaryFolder& operator=(const TemporaryFolder&) = delete;
-  ~TemporaryFolder() {
-    std::error_code ignored;
-    fs::remove_all(path_, ignored);
-  }
-
-  const fs::path& path() const { return path_; }
-
- private:
-  fs::path path_;
-};
-
-// `name` with an underscore for everything but letters, digits, - and _, and at most 60 characters long.
-std::string safe(std::string_view name) {
-  constexpr std::string_view kPlain = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789_-";
-  constexpr std::size_t kLongest = 60;
-  std::string result;
-  for (const char character : name.substr(0, kLongest))
-    result += kPlain.find(character) == std::string_view::npos ? '_' : character;
-  return result;
-}
-
 void add_time(vtkUnstructuredGrid* grid, double time) {
   vtkNew<vtkDoubleArray> value;
   value->SetName("TimeValue");
@@ -78,16 +48,28 @@ void add_time(vtkUnstructuredGrid* grid, double time) {
 
 }  // namespace
 
+VtkSeries::TemporaryFolder::TemporaryFolder(const fs::path& parent, const std::string& name) {
+  std::string pattern = (parent / fmt::format(".{}.XXXXXX", name)).string();
+  if (mkdtemp(pattern.data()) == nullptr) fail(parent, std::generic_category().message(errno));
+  path_ = pattern;
+}
+
+VtkSeries::TemporaryFolder::~TemporaryFolder() {
+  std::error_code ignored;
+  fs::remove_all(path_, ignored);
+}
+
 VtkSeries::VtkSeries(host::Session& session, const fs::path& collection, SeriesOptions options)
     : session_(session),
       collection_(collection),
       folder_(fs::path(collection).replace_extension()),
       options_(std::move(options)),
       variable_names_(host::variable_names(session)),
-      written_(made(folder_)) {}
+      written_(made(folder_)),
+      temporary_(folder_, "steps") {}
 
 std::string VtkSeries::file_name_of(int part) const {
-  return fmt::format("part_{}_{}.vtu", part, safe(part_names_[static_cast<std::size_t>(part) - 1]));
+  return fmt::format("part_{}_{}.vtu", part, plain_name(part_names_[static_cast<std::size_t>(part) - 1]));
 }
 
 void VtkSeries::write_part(int part, const fs::path& path) const {
@@ -107,40 +89,45 @@ std::string VtkSeries::step_name() const {
   return fmt::format("step_{:0{}}", session_.step(), std::to_string(session_.step_count() - 1).size());
 }
 
-void VtkSeries::write_step(const std::function<void()>& after_part) {
+Json VtkSeries::write_step(const std::function<void()>& after_part) {
   part_names_ = host::part_names(session_);
   const std::vector<int> parts = options_.parts.at(session_);
   const std::string name = step_name();
-  const TemporaryFolder temporary(folder_, name);
+  make_folders(temporary_.path() / name);
+  Json files = Json::array();
   for (const int part : parts) {
-    write_part(part, temporary.path() / file_name_of(part));
+    files.push_back(file_name_of(part));
+    write_part(part, temporary_.path() / name / file_name_of(part));
     after_part();
   }
-  publish(name, parts, temporary.path());
-  replace_file(folder_ / (name + ".vtm"),
-               vtkdata::composite_text(
-                   host::make_part_tree(session_, parts),
-                   [&](int part) { return part_names_[static_cast<std::size_t>(part) - 1]; },
-                   [&](int part) { return name + "/" + file_name_of(part); }));
-  steps_.push_back({session_.variable_times().times[static_cast<std::size_t>(session_.step())],
-                    folder_.filename().string() + "/" + name + ".vtm"});
-  replace_file(collection_, vtkdata::collection_text(steps_));
+  const std::string composite = vtkdata::composite_text(
+      host::make_part_tree(session_, parts),
+      [&](int part) { return part_names_[static_cast<std::size_t>(part) - 1]; },
+      [&](int part) { return name + "/" + file_name_of(part); });
+  return {{"name", name},
+          {"files", std::move(files)},
+          {"composite", as_bytes(composite)},
+          {"time", session_.variable_times().times[static_cast<std::size_t>(session_.step())]}};
 }
 
-void VtkSeries::publish(const std::string& name, const std::vector<int>& parts, const fs::path& from) {
-  std::set<std::string> files;
-  for (const int part : parts) files.insert(name + "/" + file_name_of(part));
-  files.insert(name + ".vtm");
+void VtkSeries::add_step(const Json& step) {
+  const auto name = step.at("name").get<std::string>();
+  const std::string composite = name + ".vtm";
+  std::set<std::string> files = {composite};
+  for (const Json& file : step.at("files")) files.insert(name + "/" + file.get<std::string>());
   written_.add(files);
-  if (!parts.empty()) make_folders(folder_ / name);
-  for (const int part : parts) {
-    const fs::path to = folder_ / name / file_name_of(part);
+  if (files.size() > 1) make_folders(folder_ / name);
+  for (const std::string& file : files) {
+    if (file == composite) continue;
     std::error_code error;
-    fs::rename(from / file_name_of(part), to, error);
-    if (error) fail(to, error.message());
+    fs::rename(temporary_.path() / file, folder_ / file, error);
+    if (error) fail(folder_ / file, error.message());
   }
+  replace_file(folder_ / composite, text_of(step.at("composite")));
   written_.remove_others(files, name + "/");
   files_.merge(files);
+  steps_.push_back({step.at("time").get<float>(), folder_.filename().string() + "/" + composite});
+  replace_file(collection_, vtkdata::collection_text(steps_));
 }
 
 void VtkSeries::finish() {

@@ -10,6 +10,7 @@
 
 #include "host/session.h"
 #include "tool/chosen_parts.h"
+#include "tool/json_values.h"
 #include "tool/written_files.h"
 #include "vtk/collection_text.h"
 #include "vtk/grid_file.h"
@@ -30,19 +31,36 @@ class VtkSeries {
   // it cannot be made.
   VtkSeries(host::Session& session, const std::filesystem::path& collection, SeriesOptions options);
 
-  // Writes the session's step, part by part, and then the collection of all steps written so far. Files of
-  // the step that an earlier run wrote and this one does not are removed; all other files stay.
-  // `after_part` is called after every part; when an exception leaves it, nothing of the step stays behind.
-  // Throws CommandError when a file cannot be written and host::Error when the dataset cannot be read.
-  void write_step(const std::function<void()>& after_part);
+  // Writes the files of the session's step into a temporary folder, part by part, and returns what add_step
+  // needs to know of them. `after_part` is called after every part. Throws CommandError when a file cannot be
+  // written and host::Error when the dataset cannot be read.
+  Json write_step(const std::function<void()>& after_part);
+
+  // Moves the files of a step to their places and writes the collection of all steps so far. Files of the
+  // step that an earlier run wrote and this one does not are removed; all other files stay. Throws like
+  // write_step.
+  void add_step(const Json& step);
 
   // Removes the steps of earlier runs that this run did not write.
   void finish();
 
  private:
+  // A folder for files while they are written, with a name that nothing else has. What is still in it at the
+  // end is removed.
+  class TemporaryFolder {
+   public:
+    TemporaryFolder(const std::filesystem::path& parent, const std::string& name);
+    TemporaryFolder(const TemporaryFolder&) = delete;
+    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
+    ~TemporaryFolder();
+
+    const std::filesystem::path& path() const { return path_; }
+
+   private:
+    std::filesystem::path path_;
+  };
+
   std::string step_name() const;
-  // Moves the files of a step from their temporary folder to their places.
-  void publish(const std::string& name, const std::vector<int>& parts, const std::filesystem::path& from);
   void write_part(int part, const std::filesystem::path& path) const;
   std::string file_name_of(int part) const;
 
@@ -55,6 +73,7 @@ class VtkSeries {
   std::vector<vtkdata::CollectionStep> steps_;
   WrittenFiles written_;
   std::set<std::string> files_;  // of this run, relative to the folder
+  TemporaryFolder temporary_;    // with a folder per step
 };
 
 }  // namespace tool

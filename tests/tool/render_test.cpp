@@ -219,6 +219,22 @@ TEST_F(Render, RejectsOutputsOfAnotherFormat) {
   EXPECT_EQ(empty.errors, "fldtool: --output: the file name is empty (see fldtool render --help)\n");
 }
 
+TEST_F(Render, DrawsEachVariableIntoAFileOfItsOwn) {
+  const Result result = run_fldtool({"render", dataset.path(), "-o", output().string(), "--size", "600x400",
+                                     "--view", "+z", "--variables", "v.y, 1", "--variable", "v"});
+  EXPECT_EQ(result.status, 0) << result.errors;
+  EXPECT_FALSE(fs::exists(output()));
+  for (const auto& [name, variable] : {std::pair{"picture_2_v_y.png", "v.y"},
+                                       {"picture_1_p.png", "p"},
+                                       {"picture_2_v_magnitude.png", "v.magnitude"}}) {
+    SCOPED_TRACE(name);
+    Picture alone = draw({"--variable", variable});
+    Picture one_of_three(dataset.directory() / name);
+    for (const double x : {kFirst, kSecond, kThird})
+      EXPECT_EQ(one_of_three.at(x, kMiddle), alone.at(x, kMiddle));
+  }
+}
+
 TEST_F(Render, WritesSeveralPicturesToFilesOnly) {
   for (int step = 0; step < 2; ++step) {
     testkit::File file = three_plates();
@@ -230,6 +246,9 @@ TEST_F(Render, WritesSeveralPicturesToFilesOnly) {
   EXPECT_EQ(result.status, 2);
   EXPECT_EQ(result.errors, "fldtool: several pictures need a file name for --output\n");
   EXPECT_EQ(result.output, "");
+  const Result variables = run_fldtool({"render", dataset.path(), "-o", "-", "--variables", "p,v"});
+  EXPECT_EQ(variables.status, 2);
+  EXPECT_EQ(variables.errors, "fldtool: several pictures need a file name for --output\n");
 }
 
 TEST_F(Render, RejectsWrongOptions) {
