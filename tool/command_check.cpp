@@ -17,6 +17,7 @@
 #include "tool/file_names.h"
 #include "tool/jobs.h"
 #include "tool/json_values.h"
+#include "tool/number_range.h"
 #include "tool/output.h"
 #include "tool/walk_progress.h"
 
@@ -103,7 +104,7 @@ void add_check_command(CLI::App& app) {
   check->add_flag("--alone", command->options.alone, "With --full: do not check the other files of a series");
   check->add_flag("--notes", command->notes, "Show notes too");
   check->add_option("--limit", command->options.limit, "How many findings of one kind to show per file")
-      ->check(CLI::Range(std::size_t{1}, std::size_t{1000000}).description(""))
+      ->check(whole_number(1, 1000000))
       ->capture_default_str();
   check->add_flag("--json", command->json, "Print JSON for programs");
   add_jobs_option(*check, command->jobs, "files");

@@ -10,6 +10,7 @@
 #include "fmt/format.h"
 #include "host/error.h"
 #include "host/text_encoding.h"
+#include "nlohmann/json.hpp"
 #include "tool/choice.h"
 #include "tool/commands.h"
 #include "tool/dataset_options.h"

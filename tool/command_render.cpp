@@ -1,6 +1,7 @@
 // fldtool render
 #include <algorithm>
 #include <array>
+#include <cstdint>
 #include <filesystem>
 #include <memory>
 #include <optional>
@@ -16,6 +17,7 @@
 #include "fmt/format.h"
 #include "host/error.h"
 #include "host/text_encoding.h"
+#include "nlohmann/json.hpp"
 #include "render/fonts.h"
 #include "render/scene.h"
 #include "tool/best_effort_write.h"
@@ -261,15 +263,18 @@ class Renderer {
         session_.select_step(choice_.steps[i]);
         choice_.parts.tell_missing(session_, progress);
         choice_.faint.tell_missing(session_, progress);
-        return as_bytes(draw(progress));
+        missing_.clear();
+        const std::string picture = draw();
+        return Json{{"picture", as_bytes(picture)}, {"font", as_bytes(font_)}, {"missing", missing_}};
       } catch (const host::Error& error) {
         throw read_error(error, session_);
       }
     };
     progress.update(0);
-    run_jobs(jobs_, choice_.steps.size(), draw_step, [&](std::size_t i, const Json& picture) {
+    run_jobs(jobs_, choice_.steps.size(), draw_step, [&](std::size_t i, const Json& drawn) {
+      report_missing(drawn.at("missing"), text_of(drawn.at("font")), progress);
       Output output(picture_path(options_, choice_, scalar_, choice_.steps[i]).string());
-      output.write(text_of(picture));
+      output.write(text_of(drawn.at("picture")));
       output.finish();
       progress.update(i + 1);
       return true;
@@ -287,7 +292,7 @@ class Renderer {
   }
 
   // A picture of the session's step.
-  std::string draw(Progress& progress) {
+  std::string draw() {
     const ExitAtOnce while_vtk_works;
     ValueRange range;
     std::vector<render::ShownPart> parts;
@@ -304,7 +309,7 @@ class Renderer {
       std::copy(kCylindricalAxes.begin(), kCylindricalAxes.end(), scene.axes.begin());
     scene.title = options_.title ? title_lines(*options_.title) : usual_title(session_);
     if (scalar_) scene.scale = colour_scale(range);
-    scene.font = choose_font(scene, progress);
+    scene.font = choose_font(scene);
     // Made by the process that draws: a graphics context cannot be shared with a copy of the process.
     if (!renderer_) renderer_.emplace(scene_.width, scene_.height);
     return renderer_->draw(parts, scene);
@@ -329,23 +334,30 @@ class Renderer {
     return scale;
   }
 
-  // Reports which characters it lacks, each once.
-  std::string choose_font(const render::SceneOptions& scene, Progress& progress) {
+  // Notes which characters it lacks.
+  std::string choose_font(const render::SceneOptions& scene) {
     std::string text = scene.title;
     if (scene.scale) text += scene.scale->title + scene.scale->note;
-    const std::string font = options_.font.empty() ? render::font_for(text) : options_.font;
+    font_ = options_.font.empty() ? render::font_for(text) : options_.font;
+    for (const char32_t character : render::missing_characters(text, font_))
+      missing_.push_back(static_cast<std::uint32_t>(character));
+    return font_;
+  }
+
+  // Reports the characters that a font lacks, each once.
+  void report_missing(const std::vector<std::uint32_t>& characters, const std::string& font,
+                      Progress& progress) {
     std::string missing;
-    for (const char32_t character : render::missing_characters(text, font)) {
+    for (const std::uint32_t character : characters) {
       if (!reported_.insert(character).second) continue;
-      missing += fmt::format("{}U+{:04X}", missing.empty() ? "" : ", ", static_cast<unsigned>(character));
+      missing += fmt::format("{}U+{:04X}", missing.empty() ? "" : ", ", character);
     }
-    if (missing.empty()) return font;
+    if (missing.empty()) return;
     progress.erase();
     const std::string name = font.empty() ? "the built-in font" : font;
     write_if_possible(STDERR_FILENO,
                       fmt::format("fldtool: {} lacks the characters {} (--font names another font)\n",
                                   host::message_to_utf8(name), missing));
-    return font;
   }
 
   host::Session& session_;
@@ -357,7 +369,9 @@ class Renderer {
   std::optional<std::array<double, 2>> range_{};  // of its colours
   std::optional<render::SceneRenderer> renderer_;
   CoordinateNames coordinate_names_;
-  std::set<char32_t> reported_;  // missing characters
+  std::string font_;                    // of the latest picture
+  std::vector<std::uint32_t> missing_;  // characters that it lacks
+  std::set<std::uint32_t> reported_;
 };
 
 void run_render(const RenderOptions& options) {

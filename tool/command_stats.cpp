@@ -10,12 +10,14 @@
 #include "CLI/CLI.hpp"
 #include "host/error.h"
 #include "host/text_encoding.h"
+#include "nlohmann/json.hpp"
 #include "tool/choice.h"
 #include "tool/commands.h"
 #include "tool/dataset_options.h"
 #include "tool/exit_status.h"
 #include "tool/interrupt.h"
 #include "tool/jobs.h"
+#include "tool/number_range.h"
 #include "tool/output.h"
 #include "tool/part_statistics.h"
 #include "tool/progress.h"
@@ -218,7 +220,7 @@ void add_stats_command(CLI::App& app) {
   add_variables_option(*command, options->variables, "The variables: NAME, NAME.x, ... (default: all)");
   CLI::Option* histogram =
       command->add_option("--histogram", options->intervals, "Count the values in this many intervals")
-          ->check(CLI::Range(std::size_t{1}, std::size_t{1000}).description(""));
+          ->check(whole_number(1, 1000));
   CLI::Option* json = command->add_flag("--json", options->json, "Print JSON for programs");
   command->add_flag("--csv", options->csv, "Print comma-separated lines")
       ->excludes(json)

@@ -22,9 +22,11 @@
 
 #include "fmt/format.h"
 #include "host/anonymous_file.h"
+#include "nlohmann/json.hpp"
 #include "tool/best_effort_write.h"
 #include "tool/exit_status.h"
 #include "tool/interrupt.h"
+#include "tool/number_range.h"
 #include "tool/progress.h"
 
 namespace tool {
@@ -122,7 +124,7 @@ class Job {
     const pid_t parent = getpid();
     process_ = fork();
     if (process_ == 0) {
-      prctl(PR_SET_PDEATHSIG, SIGTERM);
+      prctl(PR_SET_PDEATHSIG, SIGKILL);
       if (getppid() != parent) _exit(static_cast<int>(ExitStatus::interrupted));
       close(ends[0]);
       run(ends[1], first, stride, pieces, work);
@@ -142,7 +144,9 @@ class Job {
   ~Job() {
     if (results_ >= 0) close(results_);
     if (process_ <= 0) return;
-    kill(process_, SIGTERM);
+    // Not a signal that it could handle: it may wait for room in its pipe. What it left half written is the
+    // parent's to remove.
+    kill(process_, SIGKILL);
     wait();
   }
 
@@ -227,7 +231,7 @@ void add_jobs_option(CLI::App& command, int& jobs, const char* pieces) {
   command
       .add_option("--jobs", jobs,
                   fmt::format("How many {} to work on at once (default: one per core)", pieces))
-      ->check(CLI::Range(1, kMostJobs).description(""));
+      ->check(whole_number(1, kMostJobs));
 }
 
 int usable_jobs(int wanted, std::size_t pieces, std::uint64_t bytes) {

@@ -1,6 +1,10 @@
 #include "tool/number_range.h"
 
 #include <charconv>
+#include <string>
+#include <system_error>
+
+#include "fmt/format.h"
 
 namespace tool {
 namespace {
@@ -56,6 +60,19 @@ std::optional<NumberRange> parse_range(std::string_view text, int lowest, int hi
 
 bool is_range(std::string_view text) {
   return parse_form(text).has_value();
+}
+
+CLI::Validator whole_number(std::size_t lowest, std::size_t highest) {
+  // The library's own words differ from version to version.
+  return CLI::Validator(
+      [=](const std::string& text) {
+        std::size_t value = 0;
+        const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+        const bool is_number = error == std::errc() && end == text.data() + text.size();
+        if (is_number && value >= lowest && value <= highest) return std::string();
+        return fmt::format("'{}' is not a number from {} to {}", text, lowest, highest);
+      },
+      "");
 }
 
 }  // namespace tool

@@ -1,8 +1,11 @@
-// Ranges of numbers as they are written on the command line: "4", "last", "2-5", "6-", "0-100:10".
+// Numbers and their ranges as they are written on the command line: "4", "last", "2-5", "6-", "0-100:10".
 #pragma once
 
+#include <cstddef>
 #include <optional>
 #include <string_view>
+
+#include "CLI/CLI.hpp"
 
 namespace tool {
 
@@ -18,6 +21,9 @@ std::optional<NumberRange> parse_range(std::string_view text, int lowest, int hi
 
 // Whether `text` has the form of a range, whatever its numbers are.
 bool is_range(std::string_view text);
+
+// For options that take a whole number from `lowest` to `highest`.
+CLI::Validator whole_number(std::size_t lowest, std::size_t highest);
 
 // How ranges are written, for messages.
 inline constexpr char kRangeForms[] = "4, 2-5, 6-, 0-100:10 or last";

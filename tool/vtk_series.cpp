@@ -12,6 +12,7 @@
 #include "fmt/format.h"
 #include "host/display_names.h"
 #include "host/part_tree.h"
+#include "nlohmann/json.hpp"
 #include "tool/exit_status.h"
 #include "tool/file_names.h"
 #include "tool/jobs.h"

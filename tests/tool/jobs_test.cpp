@@ -14,6 +14,7 @@
 #include <unistd.h>
 #include <vector>
 
+#include "nlohmann/json.hpp"
 #include "testkit/box_dataset.h"
 #include "testkit/file_writer.h"
 #include "testkit/temporary_directory.h"

@@ -223,7 +223,7 @@ TEST(Stats, WrongChoices) {
   expect({"-p", "nowhere"}, file.path() + ": there is no part 'nowhere': the parts are 1 to 5");
   expect({"--variables", "q"}, file.path() + ": there is no variable 'q': the variables are 1 to 3");
   expect({"--steps", "1"}, file.path() + ": there is no step 1: the steps are 0 to 0");
-  expect({"--histogram", "0"}, "--histogram: Value 0 not in range 1 to 1000 (see fldtool stats --help)");
+  expect({"--histogram", "0"}, "--histogram: '0' is not a number from 1 to 1000 (see fldtool stats --help)");
 }
 
 // The option takes the places of the first file's sections for the second, which is laid out in another way.
