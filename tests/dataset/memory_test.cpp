@@ -53,8 +53,8 @@ long peak_memory() {
 class MemoryDeathTest : public testing::Test {
  protected:
   void SetUp() override {
-#ifdef __SANITIZE_ADDRESS__
-    GTEST_SKIP() << "AddressSanitizer takes its address space at once";
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+    GTEST_SKIP() << "sanitizers take their address space at once";
 #endif
   }
 
