@@ -276,7 +276,8 @@ class Renderer {
       Output output(picture_path(options_, choice_, scalar_, choice_.steps[i]).string());
       output.write(text_of(drawn.at("picture")));
       output.finish();
-      progress.update(i + 1);
+      // The line is erased after the last picture, and would only flicker.
+      if (i + 1 < choice_.steps.size()) progress.update(i + 1);
       return true;
     });
   }
