@@ -35,10 +35,11 @@ long elements_of_record(const Rule& rule, long k, long n) {
 
 // Reads the elements of a large array, and the markers around them, if the records hold exactly `n` elements.
 bool read_large_array(FILE* stream, const Rule& rule, long n, size_t width, void* out) {
-  if (threads_for(n * static_cast<long>(width)) == 1 || rule.perRecord <= 0) return false;
+  const int threads = threads_for(n * static_cast<long>(width));
+  if (threads == 1 || rule.perRecord <= 0) return false;
   if ((n - 1) / rule.perRecord + 1 != rule.nRecords) return false;
   const ArrayLayout array = {ftello(stream) + kMarker, static_cast<int32_t>(width), rule.perRecord, 0, n};
-  if (!read_by_threads(stream, array, out)) return false;
+  if (!read_by_threads(stream, array, threads, out)) return false;
   read_marker(stream);
   return true;
 }

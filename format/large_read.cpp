@@ -85,9 +85,7 @@ class LargeRead {
 
 }  // namespace
 
-bool read_by_threads(FILE* stream, const ArrayLayout& array, void* out) {
-  const int threads = threads_for(array.count * array.width);
-  if (threads == 1) return false;
+bool read_by_threads(FILE* stream, const ArrayLayout& array, int threads, void* out) {
   LargeRead large_read(fileno(stream), array, out);
   run_in_threads(threads, [&](int) { large_read.read_ranges(); });
   const off_t end = array.offset_of(array.count - 1) + array.width;

@@ -1,11 +1,12 @@
 #include "parallel/file_arrays.h"
 
 #include <algorithm>
-#include <bit>
 #include <cerrno>
 #include <cstring>
 #include <fcntl.h>
 #include <unistd.h>
+
+#include "support/byte_order.h"
 
 namespace parallel {
 namespace {
@@ -15,24 +16,6 @@ constexpr std::int64_t kSmallRead = std::int64_t{256} << 10;
 constexpr std::size_t kPiece = std::size_t{64}
                                << 10;  // bytes that are swapped at a time, to stay in the cache
 constexpr std::int64_t kSlack = 64;    // markers at the ends of a read
-
-std::uint32_t in_host_order(std::uint32_t word) {
-  return std::endian::native == std::endian::big ? word : __builtin_bswap32(word);
-}
-std::uint64_t in_host_order(std::uint64_t word) {
-  return std::endian::native == std::endian::big ? word : __builtin_bswap64(word);
-}
-
-// Files are big-endian. Compiles to vector code.
-template <typename Word>
-void to_host_order(const std::byte* from, std::byte* to, std::size_t bytes) {
-  for (std::size_t i = 0; i < bytes; i += sizeof(Word)) {
-    Word word;
-    std::memcpy(&word, from + i, sizeof word);
-    word = in_host_order(word);
-    std::memcpy(to + i, &word, sizeof word);
-  }
-}
 
 }  // namespace
 
@@ -110,12 +93,7 @@ std::size_t FileArrays::next() {
     const std::int64_t count = std::min({place.together_from(at_), staged_end_ - at_, room});
     const std::byte* const from = buffers_->staged + (place.offset_of(at_) - staged_offset_);
     std::byte* const to = buffers_->piece + elements * width;
-    const auto bytes = static_cast<std::size_t>(count) * width;
-    if (width == sizeof(std::uint32_t)) {
-      to_host_order<std::uint32_t>(from, to, bytes);
-    } else {
-      to_host_order<std::uint64_t>(from, to, bytes);
-    }
+    fld::cnvt_copy(to, from, width, static_cast<std::size_t>(count));
     elements += static_cast<std::size_t>(count);
     at_ += count;
   }

@@ -20,6 +20,7 @@
 #include <unistd.h>
 #include <utility>
 
+#include "CLI/CLI.hpp"
 #include "fmt/format.h"
 #include "host/anonymous_file.h"
 #include "nlohmann/json.hpp"

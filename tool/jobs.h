@@ -9,8 +9,8 @@
 #include <string_view>
 #include <vector>
 
-#include "CLI/CLI.hpp"
 #include "host/session.h"
+#include "tool/cli_names.h"
 #include "tool/json_values.h"
 
 namespace tool {

@@ -4,6 +4,7 @@
 #include <string>
 #include <system_error>
 
+#include "CLI/CLI.hpp"
 #include "fmt/format.h"
 
 namespace tool {

@@ -5,7 +5,7 @@
 #include <optional>
 #include <string_view>
 
-#include "CLI/CLI.hpp"
+#include "tool/cli_names.h"
 
 namespace tool {
 

@@ -58,7 +58,8 @@ TEST_F(LargeArray, IsReadByThreads) {
   constexpr int64_t kRuleAndMarker = 24;
   const Input input(block_of_ints(0));
   std::vector<int> values(kValues);
-  EXPECT_TRUE(fld::read_by_threads(input.stream(), {kRuleAndMarker, 4, kValues, 0, kValues}, values.data()));
+  EXPECT_TRUE(
+      fld::read_by_threads(input.stream(), {kRuleAndMarker, 4, kValues, 0, kValues}, 3, values.data()));
   EXPECT_EQ(input.position(), kRuleAndMarker + 4 * kValues);
   EXPECT_EQ(values[1'000'000], 2'999'993);
 }
