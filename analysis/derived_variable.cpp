@@ -1,0 +1,124 @@
+#include "analysis/derived_variable.h"
+
+#include <array>
+#include <cmath>
+#include <stdexcept>
+#include <utility>
+#include <vtkDataArrayRange.h>
+#include <vtkDataObject.h>
+#include <vtkGradientFilter.h>
+#include <vtkNew.h>
+#include <vtkPointData.h>
+
+namespace analysis {
+namespace {
+
+constexpr std::array<std::pair<const char*, Derivation>, 4> kWords = {{{"grad", Derivation::gradient},
+                                                                       {"vorticity", Derivation::vorticity},
+                                                                       {"q", Derivation::q_criterion},
+                                                                       {"mag", Derivation::magnitude}}};
+
+constexpr char kSource[] = "source";
+constexpr char kResult[] = "result";
+
+std::string_view trimmed(std::string_view text) {
+  while (text.starts_with(' ')) text.remove_prefix(1);
+  while (text.ends_with(' ')) text.remove_suffix(1);
+  return text;
+}
+
+vtkSmartPointer<vtkFloatArray> as_floats(vtkDataArray* values) {
+  auto floats = vtkSmartPointer<vtkFloatArray>::New();
+  floats->DeepCopy(values);
+  return floats;
+}
+
+vtkSmartPointer<vtkFloatArray> derivatives(vtkUnstructuredGrid* grid, vtkDataArray* values,
+                                           Derivation derivation) {
+  vtkNew<vtkUnstructuredGrid> bare;
+  bare->CopyStructure(grid);
+  // The filter names its input by the array's name, and the caller's array keeps its own.
+  const auto source = vtkSmartPointer<vtkDataArray>::Take(values->NewInstance());
+  source->ShallowCopy(values);
+  source->SetName(kSource);
+  bare->GetPointData()->AddArray(source);
+  vtkNew<vtkGradientFilter> filter;
+  filter->SetInputData(bare);
+  filter->SetInputScalars(vtkDataObject::FIELD_ASSOCIATION_POINTS, kSource);
+  filter->SetComputeGradient(derivation == Derivation::gradient);
+  filter->SetComputeVorticity(derivation == Derivation::vorticity);
+  filter->SetComputeQCriterion(derivation == Derivation::q_criterion);
+  filter->SetResultArrayName(kResult);
+  filter->SetVorticityArrayName(kResult);
+  filter->SetQCriterionArrayName(kResult);
+  filter->SetContributingCellOption(vtkGradientFilter::DataSetMax);
+  filter->Update();
+  vtkDataArray* result = filter->GetOutput()->GetPointData()->GetArray(kResult);
+  if (result == nullptr) throw std::runtime_error("the gradient filter gave no values");
+  return as_floats(result);
+}
+
+}  // namespace
+
+std::optional<DerivedName> parse_derived_name(std::string_view text) {
+  text = trimmed(text);
+  for (const auto& [word, derivation] : kWords) {
+    std::string_view rest = text;
+    if (!rest.starts_with(word) || !rest.ends_with(')')) continue;
+    rest.remove_prefix(std::string_view(word).size());
+    if (!rest.starts_with('(')) continue;
+    const std::string_view of = trimmed(rest.substr(1, rest.size() - 2));
+    if (!of.empty()) return DerivedName{derivation, std::string(of)};
+  }
+  return std::nullopt;
+}
+
+const char* derivation_word(Derivation derivation) {
+  for (const auto& [word, known] : kWords) {
+    if (known == derivation) return word;
+  }
+  return "";
+}
+
+bool takes_vector(Derivation derivation) {
+  return derivation != Derivation::gradient;
+}
+
+bool gives_vector(Derivation derivation) {
+  return derivation == Derivation::gradient || derivation == Derivation::vorticity;
+}
+
+bool needs_elements(Derivation derivation) {
+  return derivation != Derivation::magnitude;
+}
+
+vtkSmartPointer<vtkFloatArray> magnitudes(vtkDataArray* vectors, const std::string& name) {
+  auto lengths = vtkSmartPointer<vtkFloatArray>::New();
+  lengths->SetName(name.c_str());
+  lengths->SetNumberOfValues(vectors->GetNumberOfTuples());
+  float* to = lengths->GetPointer(0);
+  for (const auto vector : vtk::DataArrayTupleRange<3>(vectors)) {
+    double squares = 0;
+    for (const auto component : vector) {
+      const double value = component;
+      squares += value * value;
+    }
+    *to++ = static_cast<float>(std::sqrt(squares));
+  }
+  return lengths;
+}
+
+vtkSmartPointer<vtkFloatArray> derive(vtkUnstructuredGrid* grid, vtkDataArray* values, Derivation derivation,
+                                      const std::string& name) {
+  const int components = takes_vector(derivation) ? 3 : 1;
+  if (values == nullptr || values->GetNumberOfComponents() != components ||
+      values->GetNumberOfTuples() != grid->GetNumberOfPoints())
+    throw std::invalid_argument(std::string(derivation_word(derivation)) + " needs " +
+                                (components == 3 ? "a vector" : "a scalar") + " per node");
+  const vtkSmartPointer<vtkFloatArray> derived =
+      needs_elements(derivation) ? derivatives(grid, values, derivation) : magnitudes(values, name);
+  derived->SetName(name.c_str());
+  return derived;
+}
+
+}  // namespace analysis
