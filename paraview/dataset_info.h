@@ -5,7 +5,6 @@
 #include <string_view>
 #include <vector>
 
-#include "host/part_tree.h"
 #include "layout/bytes.h"
 
 namespace paraview {
@@ -26,9 +25,7 @@ struct VariableInfo {
 
 struct DatasetInfo {
   std::vector<std::string> files;  // in the order of the steps
-  // At the first step, and what only later ones have, whose numbers go on.
-  std::vector<PartInfo> parts;
-  std::vector<host::PartFolder> folders;  // their hierarchy
+  std::vector<PartInfo> parts;     // at the first step, and what only later ones have
   std::vector<VariableInfo> variables;
   std::vector<double> times;        // ascending, one per step
   bool times_are_numbers = false;   // whether they are step numbers, because the solution times do not ascend
@@ -41,8 +38,6 @@ struct DatasetInfo {
 
 void put_parts(layout::ByteWriter& to, const std::vector<PartInfo>& parts);
 std::vector<PartInfo> get_parts(layout::ByteReader& from);
-void put_folders(layout::ByteWriter& to, const std::vector<host::PartFolder>& folders);
-std::vector<host::PartFolder> get_folders(layout::ByteReader& from);
 std::string to_bytes(const DatasetInfo& info);
 DatasetInfo dataset_info_from(std::string_view bytes);
 

@@ -25,6 +25,18 @@ export function makeMesh(faces, points, isFlat) {
   };
 }
 
+// The places of the vertices, x, y and z of each.
+export function placesOf(vertexPoints, points) {
+  const places = new Float32Array(3 * vertexPoints.length);
+  for (let i = 0; i < vertexPoints.length; ++i) {
+    const from = 3 * vertexPoints[i];
+    places[3 * i] = points[from];
+    places[3 * i + 1] = points[from + 1];
+    places[3 * i + 2] = points[from + 2];
+  }
+  return places;
+}
+
 // Three numbers per face: Newell's normal, of length 1; zeros for faces without an area.
 export function faceNormals({ starts, corners }, points) {
   const normals = new Float32Array(3 * (starts.length - 1));

@@ -67,8 +67,15 @@ function fittingTicks(context, { low, high }, place) {
   return makeTicks(low, high, 2);
 }
 
+const bars = new WeakMap();
+
 // The colours as an image of one row.
 function bar(colours) {
+  if (!bars.has(colours)) bars.set(colours, makeBar(colours));
+  return bars.get(colours);
+}
+
+function makeBar(colours) {
   const canvas = document.createElement('canvas');
   canvas.width = colours.length / 3;
   canvas.height = 1;

@@ -1,5 +1,6 @@
 // Finds what lies under a place of the picture.
 
+import { placesOf } from './mesh.js';
 import { dot } from './viewer.js';
 
 // Parts that are fainter than this are looked through.
@@ -23,7 +24,8 @@ export function pick(viewer, x, y) {
 }
 
 function nearest(part, right, up, from, h, v, depthSoFar, viewer) {
-  const { places, mesh, surface } = part;
+  const { mesh, surface } = part;
+  const places = placesOf(mesh.vertexPoints, surface.points);
   const count = places.length / 3;
   const hs = new Float64Array(count);
   const vs = new Float64Array(count);

@@ -4,12 +4,34 @@ import { decodeFaces, decodeNumbers, sizeOfNumbers } from './decode.js';
 
 export const MAGNITUDE = 3;
 
+// A part at a step: faces (decodeFaces), the points before the motion of the part and, if it moves as a rigid body, the
+// matrix of the motion: 3 rows of 4 numbers.
+class Surface {
+  constructor(faces, still, matrix) {
+    this.faces = faces;
+    this.still = still;
+    this.matrix = matrix;
+    this.moved = matrix ? null : still;
+  }
+
+  isOf(faces, still, matrix) {
+    return this.faces === faces && this.still === still && this.matrix === matrix;
+  }
+
+  // Where the points are, x, y and z of each.
+  get points() {
+    this.moved ??= transformed(this.still, this.matrix);
+    return this.moved;
+  }
+}
+
 export class Surfaces {
   constructor(scene, chunks) {
     this.scene = scene;
     this.chunks = chunks;
     this.faces = new Map(); // by where they stand in the data, as several steps share them
     this.lastSurfaces = []; // per part, as most do not change from step to step
+    this.lastPoints = [];
     this.lastValues = [];
   }
 
@@ -17,8 +39,7 @@ export class Surfaces {
     return this.scene.steps.length;
   }
 
-  // A part at a step as { faces, points, key }, or null where the step does not have it. Faces that did not change are the
-  // same object; the key tells whether the points did.
+  // A part at a step, or null where the step does not have it. Faces and points that did not change are the same objects.
   async surface(part, step) {
     const described = this.scene.steps[step].parts[part];
     if (!described) return null;
@@ -28,16 +49,19 @@ export class Surfaces {
       const bytes = await this.chunks.get(chunk);
       this.faces.set(key, decodeFaces(bytes, offset, faceCount, pointCount, hasNodes));
     }
-    const place = JSON.stringify([described.points, described.matrix]);
+    const faces = this.faces.get(key);
+    const still = await this.points(part, described.points);
     const last = this.lastSurfaces[part];
-    if (last?.key === place && last.faces === this.faces.get(key)) return last;
-    const surface = { faces: this.faces.get(key), points: await this.points(described), key: place };
+    if (last?.isOf(faces, still, described.matrix)) return last;
+    const surface = new Surface(faces, still, described.matrix);
     this.lastSurfaces[part] = surface;
     return surface;
   }
 
-  async points({ points, matrix }) {
-    const [chunk, offset, count, ranges] = points;
+  async points(part, described) {
+    const key = JSON.stringify(described);
+    if (this.lastPoints[part]?.key === key) return this.lastPoints[part].xyz;
+    const [chunk, offset, count, ranges] = described;
     const bits = this.scene.coordinateBits;
     const bytes = await this.chunks.get(chunk);
     const xyz = new Float32Array(3 * count);
@@ -46,7 +70,7 @@ export class Surfaces {
       const numbers = decodeNumbers(bytes, from, count, ranges[2 * axis], ranges[2 * axis + 1], bits);
       for (let i = 0; i < count; ++i) xyz[3 * i + axis] = numbers[i];
     }
-    if (matrix) transform(xyz, matrix);
+    this.lastPoints[part] = { key, xyz };
     return xyz;
   }
 
@@ -102,15 +126,17 @@ export class Surfaces {
   }
 }
 
-function transform(xyz, m) {
+function transformed(xyz, m) {
+  const moved = new Float32Array(xyz.length);
   for (let i = 0; i < xyz.length; i += 3) {
     const x = xyz[i];
     const y = xyz[i + 1];
     const z = xyz[i + 2];
-    xyz[i] = m[0] * x + m[1] * y + m[2] * z + m[3];
-    xyz[i + 1] = m[4] * x + m[5] * y + m[6] * z + m[7];
-    xyz[i + 2] = m[8] * x + m[9] * y + m[10] * z + m[11];
+    moved[i] = m[0] * x + m[1] * y + m[2] * z + m[3];
+    moved[i + 1] = m[4] * x + m[5] * y + m[6] * z + m[7];
+    moved[i + 2] = m[8] * x + m[9] * y + m[10] * z + m[11];
   }
+  return moved;
 }
 
 function magnitudes([x, y, z]) {

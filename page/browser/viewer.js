@@ -2,7 +2,6 @@
 
 import '@kitware/vtk.js/Rendering/OpenGL/Actor';
 import '@kitware/vtk.js/Rendering/OpenGL/Camera';
-import '@kitware/vtk.js/Rendering/OpenGL/PolyDataMapper';
 import '@kitware/vtk.js/Rendering/OpenGL/Renderer';
 import '@kitware/vtk.js/Rendering/OpenGL/Texture';
 import vtkDataArray from '@kitware/vtk.js/Common/Core/DataArray';
@@ -21,8 +20,9 @@ import vtkRenderWindowInteractor from '@kitware/vtk.js/Rendering/Core/RenderWind
 import vtkRenderer from '@kitware/vtk.js/Rendering/Core/Renderer';
 import vtkOpenGLRenderWindow from '@kitware/vtk.js/Rendering/OpenGL/RenderWindow';
 
-import { faceNormals, makeMesh, vertexNormals } from './mesh.js';
+import { faceNormals, makeMesh, placesOf, vertexNormals } from './mesh.js';
 import { pixelSize, Sharpness } from './sharpness.js';
+import './steady_mapper.js';
 
 const FAINT = [0.45, 0.5, 0.55];
 const PART_COLOURS = [
@@ -219,34 +219,30 @@ export class Viewer {
     }
   }
 
-  // Whether there was anything new about it.
+  // Whether its mesh or its points, before the motion as a rigid body, are new.
   setSurface(part, surface, isFlat) {
-    const hasNewMesh = part.surface?.faces !== surface.faces || part.isFlat !== isFlat;
-    if (!hasNewMesh && part.surface.key === surface.key) return false;
+    const last = part.surface;
     part.surface = surface;
+    if (surface.matrix !== last?.matrix) {
+      for (const { actor } of actors(part)) actor.setUserMatrix(columnsOf(surface.matrix));
+    }
+    const hasNewMesh = last?.faces !== surface.faces || part.isFlat !== isFlat;
+    if (!hasNewMesh && last.still === surface.still) return false;
     part.isFlat = isFlat;
     if (hasNewMesh) {
-      part.mesh = makeMesh(surface.faces, surface.points, isFlat);
+      part.mesh = makeMesh(surface.faces, surface.still, isFlat);
       part.edges.data.getLines().setData(cells(part.mesh.edges, 2));
       part.outline.data.getLines().setData(cells(part.mesh.outline, 2));
     }
-    const { vertexPoints } = part.mesh;
-    const places = new Float32Array(3 * vertexPoints.length);
-    for (let i = 0; i < vertexPoints.length; ++i) {
-      const from = 3 * vertexPoints[i];
-      places[3 * i] = surface.points[from];
-      places[3 * i + 1] = surface.points[from + 1];
-      places[3 * i + 2] = surface.points[from + 2];
-    }
-    part.places = places;
-    const normals = vertexNormals(part.mesh, faceNormals(surface.faces, surface.points));
+    const places = placesOf(part.mesh.vertexPoints, surface.still);
+    const normals = vertexNormals(part.mesh, faceNormals(surface.faces, surface.still));
     const array = vtkDataArray.newInstance({ numberOfComponents: 3, values: normals, name: 'normals' });
     for (const { data } of part.faces) {
       data.getPoints().setData(places, 3);
       data.getPointData().setNormals(array);
     }
-    part.edges.data.getPoints().setData(surface.points, 3);
-    part.outline.data.getPoints().setData(surface.points, 3);
+    part.edges.data.getPoints().setData(surface.still, 3);
+    part.outline.data.getPoints().setData(surface.still, 3);
     for (const { data } of actors(part)) {
       data.getPoints().modified();
       data.modified();
@@ -384,6 +380,12 @@ export class Viewer {
 
 function actors(part) {
   return [...part.faces, part.edges, part.outline];
+}
+
+// The 16 numbers of a matrix of 3 rows of 4, column by column, as vtk.js wants them.
+function columnsOf(matrix) {
+  const rows = [...(matrix ?? [1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0]), 0, 0, 0, 1];
+  return rows.map((_, i) => rows[4 * (i % 4) + Math.floor(i / 4)]);
 }
 
 // The triangles with values at all corners, at some, and at none.
