@@ -4,25 +4,25 @@
 
 namespace parallel {
 
-std::vector<std::int64_t> gather(Communicator& ranks, std::int64_t own) {
-  const auto size = static_cast<std::size_t>(ranks.size());
-  std::vector<std::int64_t> all(size, own);
-  std::vector<std::span<const std::byte>> out(size, std::as_bytes(std::span(&own, 1)));
-  std::vector<std::span<std::byte>> in(size);
-  for (std::size_t r = 0; r < size; ++r) in[r] = std::as_writable_bytes(std::span(&all[r], 1));
-  ranks.exchange(out, in);
+std::vector<std::int64_t> Communicator::gather(std::int64_t own) {
+  const auto count = static_cast<std::size_t>(size());
+  std::vector<std::int64_t> all(count, own);
+  std::vector<std::span<const std::byte>> out(count, std::as_bytes(std::span(&own, 1)));
+  std::vector<std::span<std::byte>> in(count);
+  for (std::size_t r = 0; r < count; ++r) in[r] = std::as_writable_bytes(std::span(&all[r], 1));
+  exchange(out, in);
   return all;
 }
 
 Sums sum(Communicator& ranks, std::int64_t own) {
-  const std::vector<std::int64_t> all = gather(ranks, own);
+  const std::vector<std::int64_t> all = ranks.gather(own);
   const std::int64_t zero = 0;
   return {std::accumulate(all.begin(), all.begin() + ranks.rank(), zero),
           std::accumulate(all.begin(), all.end(), zero)};
 }
 
 std::int64_t smallest(Communicator& ranks, std::int64_t own) {
-  const std::vector<std::int64_t> all = gather(ranks, own);
+  const std::vector<std::int64_t> all = ranks.gather(own);
   return *std::min_element(all.begin(), all.end());
 }
 
@@ -45,7 +45,7 @@ void agree(Communicator& ranks, const std::string& problem) {
     if (!problem.empty()) throw RankError(problem);
     return;
   }
-  const std::vector<std::int64_t> lengths = gather(ranks, static_cast<std::int64_t>(problem.size()));
+  const std::vector<std::int64_t> lengths = ranks.gather(static_cast<std::int64_t>(problem.size()));
   const auto first =
       std::find_if(lengths.begin(), lengths.end(), [](std::int64_t length) { return length > 0; });
   if (first == lengths.end()) return;

@@ -20,9 +20,6 @@ class RankError : public std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
-// What each rank gave, by rank.
-std::vector<std::int64_t> gather(Communicator& ranks, std::int64_t own);
-
 // The sum over the ranks before this one, and over all of them.
 struct Sums {
   std::int64_t before = 0;

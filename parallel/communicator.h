@@ -26,6 +26,8 @@ class Communicator {
   // and the other receives agree. What a rank has for itself is left to the caller.
   virtual void exchange(const std::vector<std::span<const std::byte>>& out,
                         const std::vector<std::span<std::byte>>& in) = 0;
+  // What each rank gives, by rank. By way of exchange where the group has no better one.
+  virtual std::vector<std::int64_t> gather(std::int64_t own);
 };
 
 // A process of its own.

@@ -38,6 +38,7 @@ void ElementBlock::read_types(FileArrays& files, const layout::SetMesh& mesh) {
                                codes_[e] = nodes > 0 ? static_cast<std::uint8_t>(types[i]) : std::uint8_t{0};
                                reach_ = std::max(reach_, length_ + nodes);
                                length_ += entries_of(codes_[e]);
+                               nodes_ += nodes;
                              }
                            });
 }
@@ -64,46 +65,67 @@ std::int64_t ElementBlock::head_of(std::int64_t e) const {
   return head;
 }
 
-ListedElements ElementBlock::collect(Communicator& ranks, const ListRuns& list) const {
+bool ElementBlock::is_own_stretch(const ListRuns& list) const {
+  if (nodes_ != length_) return false;
+  if (list.runs().empty()) return own_.size() == 0;
+  const ListRun& only = list.runs().front();
+  return list.runs().size() == 1 && only.exists && only.run.first == own_.first &&
+         only.run.count == own_.size();
+}
+
+// What the ranks asked for, in the order in which they did.
+void ElementBlock::pack(const Parcels<Run>& asked, Parcels<std::uint8_t>& codes,
+                        Parcels<std::int32_t>& corners) const {
+  std::int64_t all_codes = 0;
+  std::int64_t all_corners = 0;
+  std::int64_t i = 0;
+  for (const std::int64_t runs : asked.counts) {
+    std::int64_t elements = 0;
+    std::int64_t nodes = 0;
+    for (const std::int64_t end = i + runs; i < end; ++i) {
+      const Run run = asked.values[i];
+      elements += run.count;
+      const std::uint8_t* const code = codes_.data() + (run.first - own_.first);
+      for (std::int32_t k = 0; k < run.count; ++k) nodes += fld::nodes_of_element(code[k]);
+    }
+    codes.counts.push_back(elements);
+    corners.counts.push_back(nodes);
+    all_codes += elements;
+    all_corners += nodes;
+  }
+  codes.values = Array<std::uint8_t>(all_codes);
+  corners.values = Array<std::int32_t>(all_corners);
+  std::uint8_t* to_code = codes.values.data();
+  std::int32_t* to_corner = corners.values.data();
+  for (const Run run : asked.values.span()) {
+    const std::int64_t first = run.first - own_.first;
+    to_code = std::copy_n(codes_.data() + first, run.count, to_code);
+    std::int64_t head = head_of(first);
+    for (std::int64_t e = first; e < first + run.count; ++e) {
+      const int nodes = fld::nodes_of_element(codes_[e]);
+      for (int k = 0; k < nodes; ++k) to_corner[k] = corners_[head + k];
+      to_corner += nodes;
+      head += entries_of(codes_[e]);
+    }
+  }
+}
+
+ListedElements ElementBlock::collect(Communicator& ranks, const ListRuns& list, bool is_last) {
+  ListedElements listed;
+  // The whole mesh, and volumes that are all of it: what a rank needs is what it has.
+  if (is_last && !any(ranks, !is_own_stretch(list))) {
+    listed.codes = std::move(codes_);
+    listed.corners = std::move(corners_);
+    return listed;
+  }
   const ListRequest request(ranks, partition_, list);
   Parcels<std::uint8_t> codes;
   Parcels<std::int32_t> corners;
-  together(ranks, [&] {
-    std::int64_t all_codes = 0;
-    std::int64_t all_corners = 0;
-    std::int64_t i = 0;
-    const Parcels<Run>& asked = request.asked();
-    for (const std::int64_t runs : asked.counts) {
-      std::int64_t elements = 0;
-      std::int64_t nodes = 0;
-      for (const std::int64_t end = i + runs; i < end; ++i) {
-        const Run run = asked.values[i];
-        elements += run.count;
-        const std::uint8_t* const code = codes_.data() + (run.first - own_.first);
-        for (std::int32_t k = 0; k < run.count; ++k) nodes += fld::nodes_of_element(code[k]);
-      }
-      codes.counts.push_back(elements);
-      corners.counts.push_back(nodes);
-      all_codes += elements;
-      all_corners += nodes;
-    }
-    codes.values = Array<std::uint8_t>(all_codes);
-    corners.values = Array<std::int32_t>(all_corners);
-    std::uint8_t* to_code = codes.values.data();
-    std::int32_t* to_corner = corners.values.data();
-    for (const Run run : asked.values.span()) {
-      const std::int64_t first = run.first - own_.first;
-      to_code = std::copy_n(codes_.data() + first, run.count, to_code);
-      std::int64_t head = head_of(first);
-      for (std::int64_t e = first; e < first + run.count; ++e) {
-        const int nodes = fld::nodes_of_element(codes_[e]);
-        for (int k = 0; k < nodes; ++k) to_corner[k] = corners_[head + k];
-        to_corner += nodes;
-        head += entries_of(codes_[e]);
-      }
-    }
-  });
-  ListedElements listed;
+  together(ranks, [&] { pack(request.asked(), codes, corners); });
+  if (is_last) {
+    codes_ = {};
+    corners_ = {};
+  }
   listed.codes = request.answer(ranks, std::move(codes), 1, std::uint8_t{0});
   Array<std::uint8_t> widths;
   together(ranks, [&] {

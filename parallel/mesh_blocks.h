@@ -33,14 +33,18 @@ class ElementBlock {
   const Partition& partition() const { return partition_; }
   // The nodes of the own elements; kNoNode where the file gives no node of the mesh.
   const Array<std::int32_t>& corners() const { return corners_; }
-  // Asks the owners for the elements of a list, which may be another one on each rank. Collective.
-  ListedElements collect(Communicator& ranks, const ListRuns& list) const;
+  // Asks the owners for the elements of a list, which may be another one on each rank. With `is_last` on all
+  // ranks the block gives up its memory and cannot be asked again. Collective.
+  ListedElements collect(Communicator& ranks, const ListRuns& list, bool is_last);
 
  private:
   void read_types(FileArrays& files, const layout::SetMesh& mesh);
   void read_corners(FileArrays& files, const layout::SetMesh& mesh, std::int64_t corners_before);
   // Where the own element `e` (from 0) begins in corners_.
   std::int64_t head_of(std::int64_t e) const;
+  // Whether the list has the own elements, and corners_ are their nodes as they stand.
+  bool is_own_stretch(const ListRuns& list) const;
+  void pack(const Parcels<Run>& asked, Parcels<std::uint8_t>& codes, Parcels<std::int32_t>& corners) const;
 
   Partition partition_;
   Stretch own_;
@@ -49,6 +53,7 @@ class ElementBlock {
   static constexpr std::int64_t kStride = 64;
   std::vector<std::int64_t> heads_;
   std::int64_t length_ = 0;  // of the connectivity that the own elements take
+  std::int64_t nodes_ = 0;   // that they have: more than that where some take none
   std::int64_t reach_ = 0;   // one behind the last entry that one of them uses
   Array<std::int32_t> corners_;
 };

@@ -58,7 +58,7 @@ void to_cartesian(Array<float>& coordinates) {
 }  // namespace
 
 MovedNodes find_moved_nodes(Communicator& ranks, FileArrays& files, const layout::SetMesh& mesh,
-                            const ElementBlock& elements) {
+                            ElementBlock& elements) {
   const Partition nodes(mesh.node_count, ranks.size());
   const Stretch own = nodes.of(ranks.rank());
   MovedNodes moved(mesh.motion.size());
@@ -78,7 +78,7 @@ MovedNodes find_moved_nodes(Communicator& ranks, FileArrays& files, const layout
             });
       }
     });
-    const ListedElements listed = elements.collect(ranks, list);
+    const ListedElements listed = elements.collect(ranks, list, false);
     NodeSet used;
     together(ranks, [&] { used = nodes_of(listed.corners.span()); });
     const NodeRequest marks(ranks, nodes, used.runs);

@@ -18,7 +18,7 @@ using MovedNodes = std::vector<std::vector<std::int32_t>>;
 
 // Asks the owners of the moving volumes' elements for their nodes. Collective.
 MovedNodes find_moved_nodes(Communicator& ranks, FileArrays& files, const layout::SetMesh& mesh,
-                            const ElementBlock& elements);
+                            ElementBlock& elements);
 
 // The coordinates of the own nodes at the step: x, y and z of each, Cartesian. With `kept`, those that a
 // motion starts from are kept there, and taken from there if they are the mesh's. Collective.

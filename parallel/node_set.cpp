@@ -91,6 +91,7 @@ NodeSet nodes_of(std::span<const std::int32_t> corners) {
 void number_corners(const NodeSet& nodes, std::span<std::int32_t> corners) {
   if (nodes.runs.size() <= 1) {
     const std::int32_t first = nodes.first();
+    if (first <= 0) return;
     for (std::int32_t& node : corners) node -= first;
     return;
   }

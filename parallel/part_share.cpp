@@ -139,6 +139,11 @@ void give_every_corner_a_node(Communicator& ranks, const layout::SetMesh& mesh, 
   std::replace(corners.begin(), corners.end(), kNoNode, static_cast<std::int32_t>(first));
 }
 
+// At most a byte per entry.
+bool takes_little_room(const ListRuns& list) {
+  return static_cast<std::int64_t>(list.runs().size() * sizeof(ListRun)) <= list.count();
+}
+
 }  // namespace
 
 Stretch entries_of_share(const layout::SetMesh& mesh, const layout::PartLists& part, ShareNumber share) {
@@ -149,7 +154,7 @@ Stretch entries_of_share(const layout::SetMesh& mesh, const layout::PartLists& p
 }
 
 PartShare make_share(Communicator& ranks, FileArrays& files, const layout::SetMesh& mesh,
-                     const layout::PartLists& part, ShareNumber share, const ElementBlock* elements) {
+                     const layout::PartLists& part, ShareNumber share, ElementBlock* elements, bool is_last) {
   const Stretch stretch = entries_of_share(mesh, part, share);
   const bool is_surface = part.kind == layout::PartKind::surface;
   const bool is_whole = part.kind == layout::PartKind::whole;
@@ -164,9 +169,10 @@ PartShare make_share(Communicator& ranks, FileArrays& files, const layout::SetMe
       list = is_whole ? whole_list(stretch, mesh.element_count())
                       : read_list(files, part.elements, stretch, part.bias, false, mesh.element_count());
     });
-    ListedElements listed = elements->collect(ranks, list);
+    ListedElements listed = elements->collect(ranks, list, is_last);
     made.cells.codes = std::move(listed.codes);
     made.cells.corners = std::move(listed.corners);
+    if (!is_whole && takes_little_room(list)) made.elements = std::move(list);
   }
   together(ranks, [&] { keep_cells(made.cells.codes, made.cells.corners, is_surface, made.entry_codes); });
   give_every_corner_a_node(ranks, mesh, is_whole, made.cells.corners.span());
@@ -187,13 +193,16 @@ PartShare make_share(Communicator& ranks, FileArrays& files, const layout::SetMe
 
 Array<float> share_materials(Communicator& ranks, FileArrays& files, const layout::SetMesh& mesh,
                              const layout::PartLists& part, ShareNumber share,
-                             const Array<std::uint8_t>& entry_codes, const MaterialBlock& materials) {
+                             const Array<std::uint8_t>& entry_codes, const std::optional<ListRuns>& elements,
+                             const MaterialBlock& materials) {
   const Stretch stretch = entries_of_share(mesh, part, share);
   ListRuns list(materials.count());
   together(ranks, [&] {
     const bool is_surface = part.kind == layout::PartKind::surface;
     if (part.kind == layout::PartKind::whole) {
       list = whole_list(stretch, materials.count());
+    } else if (elements && materials.count() == mesh.element_count()) {
+      list = *elements;
     } else {
       list = read_list(files, is_surface ? part.face_links : part.elements, stretch, part.bias, is_surface,
                        materials.count());

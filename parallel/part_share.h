@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 
 #include "layout/step_layout.h"
 #include "parallel/ghost_cells.h"
@@ -32,19 +33,24 @@ struct PartShare {
   // The type code of each entry of the part's list, or 0 where it is no cell. Empty when all are cells that
   // can have a material.
   Array<std::uint8_t> entry_codes;
+  // Of a volume: the numbers of its elements, where they take little room. Else its list is read once more
+  // for materials.
+  std::optional<ListRuns> elements;
   GhostCells ghosts;
 };
 
 // The entries of the part's list that are in the share.
 Stretch entries_of_share(const layout::SetMesh& mesh, const layout::PartLists& part, ShareNumber share);
 
-// Makes the share of this rank. `elements` is asked for but for surfaces. Collective.
+// Makes the share of this rank. `elements` is asked for but for surfaces, and with `is_last` for the last
+// time. Collective.
 PartShare make_share(Communicator& ranks, FileArrays& files, const layout::SetMesh& mesh,
-                     const layout::PartLists& part, ShareNumber share, const ElementBlock* elements);
+                     const layout::PartLists& part, ShareNumber share, ElementBlock* elements, bool is_last);
 
-// The materials of the share's own cells, of which make_share told `entry_codes`. Collective.
+// The materials of the share's own cells, of which make_share told `entry_codes` and `elements`. Collective.
 Array<float> share_materials(Communicator& ranks, FileArrays& files, const layout::SetMesh& mesh,
                              const layout::PartLists& part, ShareNumber share,
-                             const Array<std::uint8_t>& entry_codes, const MaterialBlock& materials);
+                             const Array<std::uint8_t>& entry_codes, const std::optional<ListRuns>& elements,
+                             const MaterialBlock& materials);
 
 }  // namespace parallel

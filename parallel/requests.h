@@ -144,8 +144,8 @@ class NodeRequest {
   NodeRequest(Communicator& ranks, const Partition& partition, const std::vector<Run>& nodes);
 
   // The values of this rank's nodes in ascending order, `width` each; `owned` are those of the rank's own
-  // stretch of the partition. Collective.
-  Array<float> fetch(Communicator& ranks, const Array<float>& owned, int width) const;
+  // stretch of the partition, which with `is_last` are needed no more and may be gone afterwards. Collective.
+  Array<float> fetch(Communicator& ranks, Array<float>& owned, int width, bool is_last) const;
 
   // Runs within this rank's stretch that rank `rank` asked for are asked().
   const Parcels<Run>& asked() const { return asked_; }

@@ -4,71 +4,10 @@
 #include <memory>
 #include <optional>
 
-#include "layout/bytes.h"
+#include "parallel/step_keys.h"
 
 namespace parallel {
 namespace {
-
-using layout::ByteWriter;
-
-// Two meshes of a share with the same key have the same cells and nodes.
-std::string mesh_key(const layout::SetMesh& mesh, const layout::PartLists& part, ShareNumber share) {
-  ByteWriter key;
-  key.put(part.kind);
-  key.put(part.set);
-  key.put(share);
-  key.put(mesh.node_count);
-  if (part.kind == layout::PartKind::surface) {
-    key.put(part.bias);
-    key.put(part.face_types);
-    key.put(part.face_nodes);
-  } else {
-    key.put(part.bias);
-    key.put(part.elements);
-    key.put(mesh.element_bias);
-    key.put(mesh.types);
-    key.put(mesh.conn);
-  }
-  return key.take();
-}
-
-// Two sets with the same key have the same nodes in their moving volumes.
-std::string motion_key(const layout::SetMesh& mesh) {
-  ByteWriter key;
-  key.put(mesh.node_count);
-  key.put(mesh.element_bias);
-  key.put(mesh.list_bias);
-  key.put(mesh.types);
-  key.put(mesh.conn);
-  for (const layout::MovingVolumes& moving : mesh.motion)
-    key.put_list(moving.lists, [&](const layout::FileArray& list) { key.put(list); });
-  return key.take();
-}
-
-std::string points_key(const layout::SetMesh& mesh, const std::string& of_mesh) {
-  ByteWriter key;
-  key.put_text(of_mesh);
-  key.put(mesh.axes);
-  key.put(mesh.is_cylindrical);
-  key.put(mesh.motion_file);
-  if (!mesh.motion.empty()) key.put_text(motion_key(mesh));
-  return key.take();
-}
-
-std::string values_key(const layout::SetMesh& mesh, const layout::PartLists& part,
-                       const layout::VariableValues& variable, const std::string& of_mesh) {
-  ByteWriter key;
-  key.put_text(of_mesh);
-  if (variable.is_material) {
-    key.put(mesh.materials);
-    key.put(part.face_links);
-  } else {
-    const layout::SetValues& values = variable.sets[static_cast<std::size_t>(part.set)];
-    key.put(values.components);
-    key.put(values.undefined_above);
-  }
-  return key.take();
-}
 
 const layout::SetMesh& mesh_of(const layout::StepLayout& step, const layout::PartLists& part) {
   return step.sets[static_cast<std::size_t>(part.set)];
@@ -189,19 +128,42 @@ bool StepReader::read_meshes(Task& task) {
   return complete;
 }
 
+bool StepReader::lacks_mesh(const Task& task, const layout::PartLists& part) const {
+  const auto state = states_.find(part.number);
+  return state == states_.end() ||
+         state->second.mesh_key != mesh_key(mesh_of(task.step, part), part, task.share);
+}
+
+bool StepReader::lacks_values(const layout::PartLists& part, const layout::VariableValues& variable) const {
+  const auto state = states_.find(part.number);
+  return state != states_.end() && !state->second.value_keys.contains(variable.number);
+}
+
+bool StepReader::lacks_moved_nodes(const layout::SetMesh& mesh, int set) const {
+  if (mesh.motion.empty()) return false;
+  const auto known = moved_.find(set);
+  return known == moved_.end() || known->second.first != motion_key(mesh);
+}
+
 bool StepReader::read_set(Task& task, int set) {
   const layout::SetMesh& mesh = task.step.sets[static_cast<std::size_t>(set)];
   SetBlocks blocks;
   bool complete = true;
+  // The last part that asks for elements, unless a motion does so behind it.
+  const layout::PartLists* last_user = nullptr;
+  if (!lacks_moved_nodes(mesh, set)) {
+    for (const layout::PartLists& part : task.step.parts) {
+      if (part.set == set && part.kind != layout::PartKind::surface && lacks_mesh(task, part))
+        last_user = &part;
+    }
+  }
   std::vector<const layout::PartLists*> with_mesh;
   for (const layout::PartLists& part : task.step.parts) {
     if (part.set != set || !complete) continue;
     complete = goes_on(task);
     if (!complete) break;
-    const auto state = states_.find(part.number);
-    if (state != states_.end() && state->second.mesh_key == mesh_key(mesh, part, task.share)) {
-      with_mesh.push_back(&part);
-    } else if (attempt(part.number, 0, [&] { read_mesh(task, part, blocks); })) {
+    if (!lacks_mesh(task, part) ||
+        attempt(part.number, 0, [&] { read_mesh(task, part, blocks, &part == last_user); })) {
       with_mesh.push_back(&part);
     } else {
       drop_part(task, part.number);
@@ -213,36 +175,35 @@ bool StepReader::read_set(Task& task, int set) {
   std::erase_if(with_mesh, [&](const layout::PartLists* part) { return !needs_points(part); });
   if (with_mesh.empty()) return complete;
   // The elements are needed no more, unless they tell which nodes move.
-  if (!mesh.motion.empty()) {
-    const std::string key = motion_key(mesh);
+  if (lacks_moved_nodes(mesh, set)) {
     auto& [found_from, nodes] = moved_[set];
-    if (found_from != key) {
-      found_from.clear();
-      try {
-        const ElementBlock& elements = SetBlocks::get(blocks.elements, blocks.no_elements,
-                                                      [&] { return ElementBlock(task.ranks, files_, mesh); });
-        nodes = find_moved_nodes(task.ranks, files_, mesh, elements);
-        found_from = key;
-      } catch (const RankError& error) {
-        blocks.no_coordinates = error.what();
-      }
+    found_from.clear();
+    try {
+      ElementBlock& elements = SetBlocks::get(blocks.elements, blocks.no_elements,
+                                              [&] { return ElementBlock(task.ranks, files_, mesh); });
+      nodes = find_moved_nodes(task.ranks, files_, mesh, elements);
+      found_from = motion_key(mesh);
+    } catch (const RankError& error) {
+      blocks.no_coordinates = error.what();
     }
   }
   blocks.elements.reset();
   for (const layout::PartLists* part : with_mesh) {
-    if (!attempt(part->number, 0, [&] { read_points(task, *part, blocks); })) drop_part(task, part->number);
+    const bool is_last = part == with_mesh.back();
+    if (!attempt(part->number, 0, [&] { read_points(task, *part, blocks, is_last); }))
+      drop_part(task, part->number);
   }
   return complete;
 }
 
-void StepReader::read_mesh(const Task& task, const layout::PartLists& part, SetBlocks& blocks) {
+void StepReader::read_mesh(const Task& task, const layout::PartLists& part, SetBlocks& blocks, bool is_last) {
   const layout::SetMesh& mesh = mesh_of(task.step, part);
-  const ElementBlock* elements = nullptr;
+  ElementBlock* elements = nullptr;
   if (part.kind != layout::PartKind::surface) {
     elements = &SetBlocks::get(blocks.elements, blocks.no_elements,
                                [&] { return ElementBlock(task.ranks, files_, mesh); });
   }
-  PartShare made = make_share(task.ranks, files_, mesh, part, task.share, elements);
+  PartShare made = make_share(task.ranks, files_, mesh, part, task.share, elements, is_last);
   NodeRequest nodes(task.ranks, Partition(mesh.node_count, task.ranks.size()), made.nodes.runs);
   together(task.ranks, [&] { task.sink.set_mesh(part.number, std::move(made.cells), made.nodes); });
   PartState& state = states_[part.number];
@@ -250,19 +211,21 @@ void StepReader::read_mesh(const Task& task, const layout::PartLists& part, SetB
   state.mesh_key = mesh_key(mesh, part, task.share);
   state.nodes = std::move(nodes);
   state.entry_codes = std::move(made.entry_codes);
+  state.elements = std::move(made.elements);
   state.ghosts = std::move(made.ghosts);
 }
 
-void StepReader::read_points(const Task& task, const layout::PartLists& part, SetBlocks& blocks) {
+void StepReader::read_points(const Task& task, const layout::PartLists& part, SetBlocks& blocks,
+                             bool is_last) {
   const layout::SetMesh& mesh = mesh_of(task.step, part);
-  const Array<float>& coordinates = SetBlocks::get(blocks.coordinates, blocks.no_coordinates, [&] {
+  Array<float>& coordinates = SetBlocks::get(blocks.coordinates, blocks.no_coordinates, [&] {
     static const MovedNodes none;
     return read_coordinates(task.ranks, files_, mesh, mesh.motion.empty() ? none : moved_[part.set].second,
                             keeps_coordinates_ ? &base_coordinates_[part.set] : nullptr);
   });
   PartState& state = states_.at(part.number);
   state.points_key.clear();
-  Array<float> points = state.nodes.fetch(task.ranks, coordinates, 3);
+  Array<float> points = state.nodes.fetch(task.ranks, coordinates, 3, is_last);
   together(task.ranks, [&] { task.sink.set_points(part.number, std::move(points)); });
   state.points_key = points_key(mesh, state.mesh_key);
 }
@@ -271,35 +234,40 @@ bool StepReader::read_variable(Task& task, const layout::VariableValues& variabl
   for (int set = 0; set < static_cast<int>(task.step.sets.size()); ++set) {
     SetBlocks blocks;
     if (!variable.is_material) blocks.no_values = variable.sets[static_cast<std::size_t>(set)].problem;
+    const layout::PartLists* last = nullptr;
+    for (const layout::PartLists& part : task.step.parts) {
+      if (part.set == set && lacks_values(part, variable)) last = &part;
+    }
     for (const layout::PartLists& part : task.step.parts) {
       if (part.set != set) continue;
       if (!goes_on(task)) return false;
-      const auto state = states_.find(part.number);
-      if (state == states_.end() || state->second.value_keys.contains(variable.number)) continue;
-      attempt(part.number, variable.number, [&] { read_part_values(task, part, variable, blocks); });
+      if (!lacks_values(part, variable)) continue;
+      attempt(part.number, variable.number,
+              [&] { read_part_values(task, part, variable, blocks, &part == last); });
     }
   }
   return true;
 }
 
 void StepReader::read_part_values(const Task& task, const layout::PartLists& part,
-                                  const layout::VariableValues& variable, SetBlocks& blocks) {
+                                  const layout::VariableValues& variable, SetBlocks& blocks, bool is_last) {
   const layout::SetMesh& mesh = mesh_of(task.step, part);
   PartState& state = states_.at(part.number);
   Array<float> values;
   if (variable.is_material) {
     const MaterialBlock& materials = SetBlocks::get(blocks.materials, blocks.no_materials,
                                                     [&] { return MaterialBlock(task.ranks, files_, mesh); });
-    values = share_materials(task.ranks, files_, mesh, part, task.share, state.entry_codes, materials);
+    values = share_materials(task.ranks, files_, mesh, part, task.share, state.entry_codes, state.elements,
+                             materials);
     values = state.ghosts.extend(task.ranks, std::move(values));
   } else {
     const layout::SetValues& where = variable.sets[static_cast<std::size_t>(part.set)];
     if (!blocks.no_values.empty()) throw RankError(blocks.no_values);
     if (where.components[0].exists()) {
-      const Array<float>& block = SetBlocks::get(blocks.values, blocks.no_values, [&] {
+      Array<float>& block = SetBlocks::get(blocks.values, blocks.no_values, [&] {
         return read_values(task.ranks, files_, mesh, where, variable.components);
       });
-      values = state.nodes.fetch(task.ranks, block, variable.components);
+      values = state.nodes.fetch(task.ranks, block, variable.components, is_last);
     } else {
       // The sink knows how many there would be.
       state.value_keys[variable.number] = values_key(mesh, part, variable, state.mesh_key);

@@ -68,6 +68,7 @@ class StepReader {
     std::map<int, std::string> value_keys;  // by variable
     NodeRequest nodes;
     Array<std::uint8_t> entry_codes;
+    std::optional<ListRuns> elements;
     GhostCells ghosts;
   };
   struct SetBlocks;
@@ -86,11 +87,16 @@ class StepReader {
   void drop_what_is_old(const Task& task);
   bool read_meshes(Task& task);
   bool read_set(Task& task, int set);
-  void read_mesh(const Task& task, const layout::PartLists& part, SetBlocks& blocks);
-  void read_points(const Task& task, const layout::PartLists& part, SetBlocks& blocks);
+  // `is_last`: nothing needs the same blocks after that.
+  void read_mesh(const Task& task, const layout::PartLists& part, SetBlocks& blocks, bool is_last);
+  void read_points(const Task& task, const layout::PartLists& part, SetBlocks& blocks, bool is_last);
   bool read_variable(Task& task, const layout::VariableValues& variable);
   void read_part_values(const Task& task, const layout::PartLists& part,
-                        const layout::VariableValues& variable, SetBlocks& blocks);
+                        const layout::VariableValues& variable, SetBlocks& blocks, bool is_last);
+  bool lacks_mesh(const Task& task, const layout::PartLists& part) const;
+  bool lacks_values(const layout::PartLists& part, const layout::VariableValues& variable) const;
+  // Whether the moved nodes of the set are those of another mesh, or not known.
+  bool lacks_moved_nodes(const layout::SetMesh& mesh, int set) const;
   bool goes_on(Task& task);
   void drop_part(const Task& task, int part);
   // Does what may fail on some rank; whether it went well.

@@ -59,6 +59,13 @@ void ControllerCommunicator::exchange(const std::vector<std::span<const std::byt
   }
 }
 
+// MPI does this in fewer rounds than there are ranks.
+std::vector<std::int64_t> ControllerCommunicator::gather(std::int64_t own) {
+  std::vector<std::int64_t> all(static_cast<std::size_t>(size()));
+  controller_->AllGather(&own, all.data(), 1);
+  return all;
+}
+
 std::unique_ptr<parallel::Communicator> make_communicator(vtkMultiProcessController* controller) {
   if (controller == nullptr || controller->GetNumberOfProcesses() == 1) {
     return std::make_unique<parallel::SingleProcess>();

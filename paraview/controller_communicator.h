@@ -20,6 +20,7 @@ class ControllerCommunicator : public parallel::Communicator {
   void broadcast(std::string& bytes) override;
   void exchange(const std::vector<std::span<const std::byte>>& out,
                 const std::vector<std::span<std::byte>>& in) override;
+  std::vector<std::int64_t> gather(std::int64_t own) override;
 
  private:
   void send(std::span<const std::byte> bytes, int to);

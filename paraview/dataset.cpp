@@ -87,19 +87,28 @@ std::vector<host::PartGroup> Dataset::groups(const std::vector<host::Part>& part
 
 // Those of the first step, and behind them those that only later steps have.
 void Dataset::list_parts() {
-  info_.parts = part_infos(host_parts(series_->parts(0)));
+  std::vector<host::Part> parts = host_parts(series_->parts(0));
+  info_.parts = part_infos(parts);
   std::unordered_set<std::string> known;
   for (const PartInfo& part : info_.parts) known.insert(part.name);
   for (const int step : series_->steps_with_mesh()) {
     if (step == 0) continue;
     try {
-      for (PartInfo& part : part_infos(host_parts(series_->parts(step)))) {
-        if (known.insert(part.name).second) info_.parts.push_back(std::move(part));
+      const std::vector<host::Part> of_step = host_parts(series_->parts(step));
+      std::vector<PartInfo> infos = part_infos(of_step);
+      for (std::size_t i = 0; i < infos.size(); ++i) {
+        if (!known.insert(infos[i].name).second) continue;
+        parts.push_back(of_step[i]);
+        parts.back().number = infos[i].number = static_cast<int>(parts.size());
+        info_.parts.push_back(std::move(infos[i]));
       }
     } catch (const layout::Error&) {
       // Said when the step is to be shown.
     }
   }
+  std::vector<int> numbers(parts.size());
+  std::iota(numbers.begin(), numbers.end(), 1);
+  info_.folders = host::make_part_tree(parts, groups(parts), numbers);
 }
 
 void Dataset::describe_variables() {

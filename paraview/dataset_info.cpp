@@ -44,10 +44,29 @@ std::vector<PartInfo> get_parts(layout::ByteReader& from) {
   });
 }
 
+void put_folders(layout::ByteWriter& to, const std::vector<host::PartFolder>& folders) {
+  to.put_list(folders, [&](const host::PartFolder& folder) {
+    to.put_text(folder.name);
+    to.put_list(folder.parts, [&](int part) { to.put(part); });
+    put_folders(to, folder.folders);
+  });
+}
+
+std::vector<host::PartFolder> get_folders(layout::ByteReader& from) {
+  return from.list<host::PartFolder>([&] {
+    host::PartFolder folder;
+    folder.name = from.text();
+    folder.parts = from.list<int>([&] { return from.get<int>(); });
+    folder.folders = get_folders(from);
+    return folder;
+  });
+}
+
 std::string to_bytes(const DatasetInfo& info) {
   layout::ByteWriter to;
   put_texts(to, info.files);
   put_parts(to, info.parts);
+  put_folders(to, info.folders);
   to.put_list(info.variables, [&](const VariableInfo& variable) {
     to.put(variable.number);
     to.put_text(variable.name);
@@ -66,6 +85,7 @@ DatasetInfo dataset_info_from(std::string_view bytes) {
   DatasetInfo info;
   info.files = get_texts(from);
   info.parts = get_parts(from);
+  info.folders = get_folders(from);
   info.variables = from.list<VariableInfo>([&] {
     VariableInfo variable;
     from.get(variable.number);

@@ -5,6 +5,7 @@
 #include <string_view>
 #include <vector>
 
+#include "host/part_tree.h"
 #include "layout/bytes.h"
 
 namespace paraview {
@@ -25,7 +26,9 @@ struct VariableInfo {
 
 struct DatasetInfo {
   std::vector<std::string> files;  // in the order of the steps
-  std::vector<PartInfo> parts;     // at the first step, and what only later ones have
+  // At the first step, and what only later ones have, whose numbers go on.
+  std::vector<PartInfo> parts;
+  std::vector<host::PartFolder> folders;  // their hierarchy
   std::vector<VariableInfo> variables;
   std::vector<double> times;        // ascending, one per step
   bool times_are_numbers = false;   // whether they are step numbers, because the solution times do not ascend
@@ -38,6 +41,8 @@ struct DatasetInfo {
 
 void put_parts(layout::ByteWriter& to, const std::vector<PartInfo>& parts);
 std::vector<PartInfo> get_parts(layout::ByteReader& from);
+void put_folders(layout::ByteWriter& to, const std::vector<host::PartFolder>& folders);
+std::vector<host::PartFolder> get_folders(layout::ByteReader& from);
 std::string to_bytes(const DatasetInfo& info);
 DatasetInfo dataset_info_from(std::string_view bytes);
 

@@ -50,12 +50,13 @@ void add_folders(vtkDataAssembly* assembly, int parent, const std::vector<host::
 
 }  // namespace
 
-vtkSmartPointer<vtkDataAssembly> make_hierarchy(const StepPlan& plan) {
+vtkSmartPointer<vtkDataAssembly> make_hierarchy(const std::vector<PartInfo>& parts,
+                                                const std::vector<host::PartFolder>& folders) {
   std::map<int, unsigned> indices;
-  for (const PartInfo& part : plan.parts) indices.emplace(part.number, static_cast<unsigned>(indices.size()));
+  for (const PartInfo& part : parts) indices.emplace(part.number, static_cast<unsigned>(indices.size()));
   auto assembly = vtkSmartPointer<vtkDataAssembly>::New();
   assembly->SetRootNodeName(kRootName);
-  add_folders(assembly, assembly->GetRootNode(), plan.folders, indices, plan.parts);
+  add_folders(assembly, assembly->GetRootNode(), folders, indices, parts);
   return assembly;
 }
 

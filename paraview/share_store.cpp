@@ -182,7 +182,7 @@ vtkSmartPointer<vtkPartitionedDataSetCollection> ShareStore::collection(const St
     collection->GetMetaData(index)->Set(vtkCompositeDataSet::NAME(), part.name.c_str());
     ++index;
   }
-  collection->SetDataAssembly(make_hierarchy(plan));
+  collection->SetDataAssembly(make_hierarchy(plan.parts, plan.folders));
 
   vtkNew<vtkStringArray> labels;
   labels->SetName("Labels");

@@ -3,27 +3,6 @@
 #include "layout/bytes.h"
 
 namespace paraview {
-namespace {
-
-void put_folders(layout::ByteWriter& to, const std::vector<host::PartFolder>& folders) {
-  to.put_list(folders, [&](const host::PartFolder& folder) {
-    to.put_text(folder.name);
-    to.put_list(folder.parts, [&](int part) { to.put(part); });
-    put_folders(to, folder.folders);
-  });
-}
-
-std::vector<host::PartFolder> get_folders(layout::ByteReader& from) {
-  return from.list<host::PartFolder>([&] {
-    host::PartFolder folder;
-    folder.name = from.text();
-    folder.parts = from.list<int>([&] { return from.get<int>(); });
-    folder.folders = get_folders(from);
-    return folder;
-  });
-}
-
-}  // namespace
 
 std::string to_bytes(const StepPlan& plan) {
   layout::ByteWriter to;

@@ -6,7 +6,6 @@
 #include <string_view>
 #include <vector>
 
-#include "host/part_tree.h"
 #include "layout/step_layout.h"
 #include "paraview/dataset_info.h"
 

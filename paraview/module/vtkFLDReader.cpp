@@ -15,8 +15,10 @@
 #include <vtkPartitionedDataSetCollection.h>
 #include <vtkStreamingDemandDrivenPipeline.h>
 
+#include "paraview/branch_choice.h"
 #include "paraview/controller_communicator.h"
 #include "paraview/dataset.h"
+#include "paraview/hierarchy.h"
 #include "paraview/selection.h"
 #include "paraview/share_store.h"
 
@@ -34,11 +36,14 @@ struct vtkFLDReader::State {
   bool keep_coordinates = false;
   paraview::Selection parts;
   paraview::Selection point_arrays;
+  paraview::BranchChoice branches;
   paraview::Selection cell_arrays;
 
   // Whether the dataset was opened, or failed to open, with the settings above.
   bool is_current = false;
   std::optional<paraview::DatasetInfo> info;   // if it is open
+  vtkSmartPointer<vtkDataAssembly> hierarchy;  // of its parts
+  int openings = 0;
   std::unique_ptr<paraview::Dataset> dataset;  // likewise, on rank 0
   std::unique_ptr<parallel::FileArrays> files;
   std::unique_ptr<parallel::StepReader> steps;
@@ -54,6 +59,7 @@ struct vtkFLDReader::State {
     dataset.reset();
     store.clear();
     ghost_layers = 0;
+    hierarchy = nullptr;
     info.reset();
   }
 };
@@ -142,12 +148,37 @@ void vtkFLDReader::Refresh() {
     return static_cast<int>(name != nullptr && State_->member.is_on(name));   \
   }                                                                           \
   void vtkFLDReader::Set##Kind##ArrayStatus(const char* name, int status) {   \
+    ApplyBranches();                                                          \
     if (name != nullptr && State_->member.set(name, status != 0)) Modified(); \
   }
 FLD_SELECTION(Part, parts)
 FLD_SELECTION(Point, point_arrays)
 FLD_SELECTION(Cell, cell_arrays)
 #undef FLD_SELECTION
+
+void vtkFLDReader::AddPartSelector(const char* selector) {
+  if (selector == nullptr) return;
+  State_->branches.add(selector);
+  Modified();
+}
+
+void vtkFLDReader::ClearPartSelectors() {
+  State_->branches.clear();
+  Modified();
+}
+
+void vtkFLDReader::ApplyBranches() {
+  State& state = *State_;
+  if (state.info) state.branches.apply(state.hierarchy, state.info->parts, state.parts);
+}
+
+vtkDataAssembly* vtkFLDReader::GetAssembly() {
+  return State_->hierarchy;
+}
+
+int vtkFLDReader::GetAssemblyTag() {
+  return State_->openings;
+}
 
 // Opens the dataset on rank 0 and returns the error message, if any.
 std::string vtkFLDReader::OpenOnFirstRank() {
@@ -166,7 +197,11 @@ std::string vtkFLDReader::OpenOnFirstRank() {
 
 bool vtkFLDReader::OpenDataset() {
   State& state = *State_;
-  if (state.is_current) return state.info.has_value();
+  if (state.is_current) {
+    if (!state.info) return false;
+    ApplyBranches();
+    return true;
+  }
   state.forget_dataset();
   state.is_current = true;
   std::string message;
@@ -181,6 +216,8 @@ bool vtkFLDReader::OpenDataset() {
   if (!state.info) return false;
   state.files = std::make_unique<parallel::FileArrays>(state.info->files);
   state.steps = std::make_unique<parallel::StepReader>(*state.files);
+  state.hierarchy = paraview::make_hierarchy(state.info->parts, state.info->folders);
+  ++state.openings;
 
   std::vector<paraview::VariableInfo> per_point;
   std::vector<paraview::VariableInfo> per_cell;
@@ -191,6 +228,7 @@ bool vtkFLDReader::OpenDataset() {
   state.parts.offer(state.info->parts, [](const paraview::PartInfo& part) { return part.is_whole_mesh; });
   state.point_arrays.offer(per_point, on);
   state.cell_arrays.offer(per_cell, on);
+  ApplyBranches();
 
   if (state.dataset) {
     if (state.info->times_are_numbers) {

@@ -12,6 +12,7 @@
 
 #include "FLDReaderModuleModule.h"
 
+class vtkDataAssembly;
 class vtkMultiProcessController;
 class vtkPartitionedDataSetCollection;
 
@@ -59,6 +60,15 @@ class FLDREADERMODULE_EXPORT vtkFLDReader : public vtkPartitionedDataSetCollecti
   int GetCellArrayStatus(const char* name);
   void SetCellArrayStatus(const char* name, int status);
 
+  // The same parts as branches of their hierarchy, by selectors such as "/Parts/Volumes". When they change,
+  // the parts that they select are switched on and the others off. What was switched last holds.
+  void AddPartSelector(const char* selector);
+  void ClearPartSelectors();
+  // The hierarchy of all parts, which the output has of those that are shown; null before UpdateInformation.
+  // The tag is another one after each opening.
+  vtkDataAssembly* GetAssembly();
+  int GetAssemblyTag();
+
   // The process group, by default the global one. Null for a reader in this process only.
   void SetController(vtkMultiProcessController* controller);
 
@@ -78,6 +88,7 @@ class FLDREADERMODULE_EXPORT vtkFLDReader : public vtkPartitionedDataSetCollecti
   struct State;
 
   bool OpenDataset();
+  void ApplyBranches();
   std::string OpenOnFirstRank();
   void WarnOfOtherFiles();
   int RequestedStep(vtkInformation* output_information) const;

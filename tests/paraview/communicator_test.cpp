@@ -139,6 +139,17 @@ TEST(ControllerCommunicators, BringEveryRankWhatTheOthersHaveForIt) {
   }
 }
 
+TEST(ControllerCommunicators, GatherWhatEveryRankGives) {
+  for (const int size : {2, 3, 5}) {
+    longest_message(size, 8, [size](parallel::Communicator& ranks) {
+      constexpr std::int64_t kBillions = 5000000000;
+      const std::vector<std::int64_t> all = ranks.gather(kBillions + ranks.rank());
+      ASSERT_EQ(all.size(), static_cast<std::size_t>(size));
+      for (int r = 0; r < size; ++r) EXPECT_EQ(all[static_cast<std::size_t>(r)], kBillions + r);
+    });
+  }
+}
+
 TEST(ControllerCommunicators, SendLongMessagesInPieces) {
   const auto exchange = [](parallel::Communicator& ranks) {
     std::vector<std::byte> sent(1000, std::byte{7});

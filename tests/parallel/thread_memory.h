@@ -1,0 +1,13 @@
+// The memory that a thread has from `new`, for tests of what a rank holds. This program's `new` counts it.
+#pragma once
+
+#include <cstdint>
+
+namespace parallel_test {
+
+// Has the peak begin anew: at what the thread holds.
+void forget_peak_of_thread();
+// The most bytes that the thread has held since then, less what it held then.
+std::int64_t peak_of_thread();
+
+}  // namespace parallel_test
