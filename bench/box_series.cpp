@@ -16,14 +16,17 @@ int run(int argc, char** argv) {
   std::filesystem::path folder;
   double millions = 10.0;
   int steps = 2;
+  int volumes = 1;
   app.add_option("folder", folder, "where the files go")->required();
   app.add_option("--millions", millions, "elements of the mesh, in millions")->capture_default_str();
   app.add_option("--steps", steps, "files")->capture_default_str()->check(CLI::Range(1, 1000));
+  app.add_option("--volumes", volumes, "volume regions")->capture_default_str()->check(CLI::PositiveNumber);
   CLI11_PARSE(app, argc, argv);
 
   std::filesystem::create_directories(folder);
   testkit::BoxOptions options;
   options.nx = options.ny = options.nz = static_cast<int>(std::lround(std::cbrt(millions * 1e6)));
+  options.volumes = volumes;
   for (int step = 0; step < steps; ++step) {
     options.cycle = step;
     options.time = 0.1 * step;

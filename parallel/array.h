@@ -5,6 +5,8 @@
 #include <memory>
 #include <span>
 
+#include "support/huge_pages.h"
+
 namespace parallel {
 
 template <typename Value>
@@ -13,7 +15,9 @@ class Array {
   Array() = default;
   explicit Array(std::int64_t size)
       : values_(size > 0 ? std::make_unique_for_overwrite<Value[]>(static_cast<std::size_t>(size)) : nullptr),
-        size_(size) {}
+        size_(size) {
+    fld::take_huge_pages(values_.get(), span().size_bytes());
+  }
 
   std::int64_t size() const { return size_; }
   Value* data() { return values_.get(); }

@@ -13,7 +13,6 @@
 #include <vtkNew.h>
 #include <vtkPointData.h>
 #include <vtkStringArray.h>
-#include <vtkUnstructuredGrid.h>
 
 #include "paraview/hierarchy.h"
 #include "paraview/share_cells.h"
@@ -67,7 +66,10 @@ void ShareStore::set_mesh(int number, parallel::ShareCells cells, const parallel
   part.ghost_nodes = std::move(cells.ghost_nodes);
   part.marks = {};
   vtkdata::Cells made = make_cells(std::move(cells));
-  if (!are_same(part.cells, made)) part.cells = std::move(made);
+  if (!are_same(part.cells, made)) {
+    part.cells = std::move(made);
+    part.mesh = nullptr;
+  }
   part.node_ids = is_shared_ ? ids_of(nodes) : nullptr;
   part.values.clear();
 }
@@ -82,6 +84,7 @@ void ShareStore::set_points(int number, parallel::Array<float> points) {
   }
   part.points = vtkSmartPointer<vtkPoints>::New();
   part.points->SetData(adopt(std::move(points), 3));
+  part.mesh = nullptr;
 }
 
 void ShareStore::set_values(int number, int variable, int components, parallel::Array<float> values) {
@@ -149,11 +152,14 @@ void ShareStore::mark_ghosts(const StepPlan& plan, const DatasetInfo& info) {
   }
 }
 
-vtkSmartPointer<vtkDataObject> ShareStore::grid_of(int number, const DatasetInfo& info) const {
+vtkSmartPointer<vtkDataObject> ShareStore::grid_of(int number, const DatasetInfo& info) {
   const auto found = parts_.find(number);
   if (found == parts_.end() || !found->second.points) return nullptr;
-  const Part& part = found->second;
-  vtkSmartPointer<vtkUnstructuredGrid> grid = vtkdata::make_grid(part.points, part.cells);
+  Part& part = found->second;
+  // Which looks at every cell.
+  if (!part.mesh) part.mesh = vtkdata::make_grid(part.points, part.cells);
+  auto grid = vtkSmartPointer<vtkUnstructuredGrid>::New();
+  grid->CopyStructure(part.mesh);
   for (const VariableInfo& variable : info.variables) {
     const auto values = part.values.find(variable.number);
     if (values == part.values.end() || !values->second) continue;
@@ -173,7 +179,7 @@ vtkSmartPointer<vtkDataObject> ShareStore::grid_of(int number, const DatasetInfo
 }
 
 vtkSmartPointer<vtkPartitionedDataSetCollection> ShareStore::collection(const StepPlan& plan,
-                                                                        const DatasetInfo& info) const {
+                                                                        const DatasetInfo& info) {
   auto collection = vtkSmartPointer<vtkPartitionedDataSetCollection>::New();
   collection->SetNumberOfPartitionedDataSets(static_cast<unsigned>(plan.parts.size()));
   unsigned index = 0;

@@ -11,6 +11,7 @@
 #include <vtkPartitionedDataSetCollection.h>
 #include <vtkPoints.h>
 #include <vtkSmartPointer.h>
+#include <vtkUnstructuredGrid.h>
 
 #include "parallel/step_reader.h"
 #include "paraview/dataset_info.h"
@@ -39,8 +40,7 @@ class ShareStore : public parallel::ShareSink {
   void mark_ghosts(const StepPlan& plan, const DatasetInfo& info);
 
   // The plan's parts as a collection with one partition each, and their hierarchy.
-  vtkSmartPointer<vtkPartitionedDataSetCollection> collection(const StepPlan& plan,
-                                                              const DatasetInfo& info) const;
+  vtkSmartPointer<vtkPartitionedDataSetCollection> collection(const StepPlan& plan, const DatasetInfo& info);
 
  private:
   struct Part {
@@ -50,10 +50,11 @@ class ShareStore : public parallel::ShareSink {
     parallel::Array<std::uint8_t> ghost_nodes;
     GhostMarks marks;
     vtkSmartPointer<vtkPoints> points;
+    vtkSmartPointer<vtkUnstructuredGrid> mesh;            // points and cells, made when they are first shown
     std::map<int, vtkSmartPointer<vtkDataArray>> values;  // by variable
   };
 
-  vtkSmartPointer<vtkDataObject> grid_of(int part, const DatasetInfo& info) const;
+  vtkSmartPointer<vtkDataObject> grid_of(int part, const DatasetInfo& info);
   static std::vector<std::uint8_t> blanked_nodes(const Part& part, int set, const StepPlan& plan,
                                                  const DatasetInfo& info);
 

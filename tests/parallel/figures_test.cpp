@@ -1,6 +1,8 @@
 // What each of p ranks reads, sends and holds is what docs/paraview.md says.
+#include <fstream>
 #include <gtest/gtest.h>
 #include <map>
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -137,6 +139,30 @@ class FiguresOfRanks : public testing::TestWithParam<int> {
 
   testkit::TemporaryDirectory directory_;
 };
+
+// Bytes that this process has read from files.
+std::int64_t bytes_from_files() {
+  std::ifstream io("/proc/self/io");
+  std::string word;
+  std::int64_t bytes = 0;
+  io >> word >> bytes;
+  EXPECT_EQ(word, "rchar:");
+  return bytes;
+}
+
+// What is shown is found before it is read: the arrays of this file have 15 MB.
+TEST(Opening, ReadsTitlesAndSmallBlocksAlone) {
+  const testkit::TemporaryDirectory directory;
+  testkit::BoxOptions options;
+  options.nx = options.ny = options.nz = 64;
+  testkit::write_box_dataset(directory / "box.fld", options);
+  const std::int64_t before = bytes_from_files();
+  layout::Series series((directory / "box.fld").string(), false);
+  const std::vector<layout::Part> parts = series.parts(0);
+  const layout::StepLayout step = series.locate(0, parts, {1, 2, 3, 4});
+  EXPECT_LT(bytes_from_files() - before, 400000);
+  EXPECT_EQ(step.sets[0].element_count(), 262144);
+}
 
 constexpr int kWholeOfOneVolume = 8;
 constexpr int kOneVolume = 7;
