@@ -74,6 +74,9 @@ endif()
 if(FLD_BUILD_VTK)
   add_to_sbom(DYNAMIC_LINK fontconfig "${Fontconfig_VERSION}" NOASSERTION NOASSERTION)
 endif()
+if(FLD_BUILD_VTK AND FLD_HAS_HDF5)
+  add_to_sbom(DYNAMIC_LINK HDF5 "${FLD_HDF5_VERSION}" BSD-3-Clause "Organization: The HDF Group")
+endif()
 if(FLD_BUILD_PAGE)
   add_to_sbom(DYNAMIC_LINK zlib "${ZLIB_VERSION_STRING}" Zlib NOASSERTION)
   # Bundled into the pages that fldtool writes, which carry the licences of all that is in them.
@@ -91,6 +94,10 @@ if(FLD_BUILD_PYTHON)
   append_json(sbom_relationships spdxElementId SPDXRef-vantrel-fld
     relationshipType RUNTIME_DEPENDENCY_OF relatedSpdxElement SPDXRef-python3-vantrel-fld)
   add_to_sbom(STATIC_LINK pybind11 "${pybind11_VERSION}" BSD-3-Clause NOASSERTION)
+  if(FLD_PYTHON_HDF5)
+    append_json(sbom_relationships spdxElementId SPDXRef-python3-vantrel-fld
+      relationshipType DYNAMIC_LINK relatedSpdxElement SPDXRef-HDF5)
+  endif()
   add_to_sbom(RUNTIME_DEPENDENCY_OF Python "${Python_VERSION}" PSF-2.0 NOASSERTION)
 endif()
 

@@ -46,13 +46,17 @@ std::string file_name(int step) {
 }
 
 SampleInfo write(const std::filesystem::path& directory) {
+  return write_steps(directory, kSteps);
+}
+
+SampleInfo write_steps(const std::filesystem::path& directory, int steps) {
   const auto folder = directory / "tank";
   std::filesystem::create_directories(folder);
   const testkit::Mesh mesh = tank::mesh();
   const testkit::Layout layout{.surface_form = testkit::RegionForm::kArray,
                                .volume_form = testkit::RegionForm::kArray,
                                .name_length = 32};
-  for (int step = 0; step < kSteps; ++step) {
+  for (int step = 0; step < steps; ++step) {
     const double time = time_of_step(step);
     testkit::File file;
     file.header.set_cycle(step * kCyclesPerStep, time);

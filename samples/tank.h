@@ -38,5 +38,7 @@ std::string file_name(int step);
 
 // Writes tank/tank_0.fld, tank/tank_10.fld ... below `directory`.
 SampleInfo write(const std::filesystem::path& directory);
+// The same with so many files.
+SampleInfo write_steps(const std::filesystem::path& directory, int steps);
 
 }  // namespace samples::tank

@@ -65,5 +65,29 @@ install_packages() {
   quietly packages "${as_root[@]}" scripts/apt-install "${missing[@]}"
 }
 
+# The virtual environment with packages of PyPI, and where wheels of the checkout go.
+pypi=build/pypi
+wheels=build/wheels
+
+# install_from_pypi: what the Python package is built, tested and compared with, in its newest versions, in the environment,
+# which is made if it is missing. Says why and fails when the registry does not give it.
+install_from_pypi() {
+  local log=build/logs/pypi.log
+  mkdir -p build/logs
+  [[ -x $pypi/bin/pip ]] || python3 -m venv "$pypi" || return
+  if ! timeout 90 "$pypi/bin/pip" install --upgrade --upgrade-strategy eager --disable-pip-version-check --retries 1 \
+    auditwheel meshio pybind11 pytest pyvista scikit-build-core vtk >"$log" 2>&1 </dev/null; then
+    echo "PyPI does not give what it takes (all of it: $log): $(grep -v '^\s*$' "$log" | tail -n 1)"
+    return 1
+  fi
+}
+
+# install_wheel: builds a wheel of the checkout, as pip does, and installs it in the environment.
+install_wheel() {
+  rm -rf "$wheels"
+  quietly wheel "$pypi/bin/pip" wheel --no-deps --no-build-isolation --disable-pip-version-check -w "$wheels" . &&
+    quietly wheel-install "$pypi/bin/pip" install --no-deps --force-reinstall --disable-pip-version-check "$wheels"/*.whl
+}
+
 configure() { quietly "configure-$1" cmake --preset "$1"; }
 build() { quietly "build-$1" cmake --build --preset "$@"; }

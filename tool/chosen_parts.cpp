@@ -10,21 +10,6 @@
 
 namespace tool {
 
-std::vector<PartIdentity> part_identities(const host::Session& session) {
-  std::map<std::pair<host::PartKind, std::string>, int> counts;
-  std::vector<PartIdentity> identities;
-  for (const host::Part& part : session.parts())
-    identities.push_back({part.kind, part.name, counts[{part.kind, part.name}]++});
-  return identities;
-}
-
-std::map<PartIdentity, int> part_numbers(const host::Session& session) {
-  std::map<PartIdentity, int> numbers;
-  for (const PartIdentity& identity : part_identities(session))
-    numbers.emplace(identity, static_cast<int>(numbers.size()) + 1);
-  return numbers;
-}
-
 void ChosenParts::add(const host::Session& session, const std::set<int>& numbers) {
   const std::vector<PartIdentity> identities = part_identities(session);
   for (const int number : numbers) identities_.insert(identities[static_cast<std::size_t>(number) - 1]);

@@ -11,26 +11,13 @@
 #include <tuple>
 #include <vector>
 
+#include "host/part_identity.h"
 #include "host/session.h"
 #include "tool/progress.h"
 
 namespace tool {
 
-struct PartIdentity {
-  host::PartKind kind{};
-  std::string name{};  // the file's bytes
-  int occurrence = 0;  // from 0, among the parts of this kind and name
-
-  friend bool operator<(const PartIdentity& a, const PartIdentity& b) {
-    return std::tie(a.kind, a.name, a.occurrence) < std::tie(b.kind, b.name, b.occurrence);
-  }
-};
-
-// The identities of the session's parts, in the order of their numbers.
-std::vector<PartIdentity> part_identities(const host::Session& session);
-
-// The numbers that they have.
-std::map<PartIdentity, int> part_numbers(const host::Session& session);
+using host::PartIdentity;
 
 class ChosenParts {
  public:

@@ -17,6 +17,7 @@
 #include "tool/file_names.h"
 #include "tool/jobs.h"
 #include "tool/replaced_file.h"
+#include "vtk/grid_file.h"
 #include "vtk/labels.h"
 #include "vtk/part_grid.h"
 

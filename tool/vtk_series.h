@@ -9,40 +9,27 @@
 #include <vector>
 
 #include "host/session.h"
-#include "tool/chosen_parts.h"
-#include "tool/json_values.h"
+#include "tool/series_writer.h"
 #include "tool/written_files.h"
 #include "vtk/collection_text.h"
-#include "vtk/grid_file.h"
-#include "vtk/precision.h"
 
 namespace tool {
 
-struct SeriesOptions {
-  ChosenParts parts;
-  std::vector<int> variables;  // numbers
-  vtkdata::Precision precision = vtkdata::Precision::single_width;
-  vtkdata::Compression compression = vtkdata::Compression::none;
-};
-
-class VtkSeries {
+class VtkSeries : public SeriesWriter {
  public:
   // `collection` is the path of the .pvd file; its folder is made if it is missing. Throws CommandError when
   // it cannot be made.
   VtkSeries(host::Session& session, const std::filesystem::path& collection, SeriesOptions options);
 
-  // Writes the files of the session's step into a temporary folder, part by part, and returns what add_step
-  // needs to know of them. `after_part` is called after every part. Throws CommandError when a file cannot be
-  // written and host::Error when the dataset cannot be read.
-  Json write_step(const std::function<void()>& after_part);
+  // Writes the files of the step into a temporary folder.
+  Json write_step(const std::function<void()>& after_part) override;
 
-  // Moves the files of a step to their places and writes the collection of all steps so far. Files of the
-  // step that an earlier run wrote and this one does not are removed; all other files stay. Throws like
-  // write_step.
-  void add_step(const Json& step);
+  // Moves them to their places and writes the collection of all steps so far. Files of the step that an
+  // earlier run wrote and this one does not are removed; all other files stay.
+  void add_step(const Json& step) override;
 
   // Removes the steps of earlier runs that this run did not write.
-  void finish();
+  void finish() override;
 
  private:
   // A folder for files while they are written, with a name that nothing else has. What is still in it at the

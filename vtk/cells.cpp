@@ -1,43 +1,24 @@
 #include "vtk/cells.h"
 
 #include <algorithm>
-#include <array>
 #include <limits>
 #include <vtkAOSDataArrayTemplate.h>
-#include <vtkCellType.h>
 #include <vtkNew.h>
 #include <vtkTypeInt32Array.h>
 #include <vtkTypeInt64Array.h>
 
+#include "host/vtk_cells.h"
+
 namespace vtkdata {
 namespace {
-
-// In VTK's prism the triangle 0-1-2 is counter-clockwise seen from outside, in the host's seen from the other
-// triangle.
-constexpr std::array<std::size_t, 6> kPrismCorners = {0, 2, 1, 3, 5, 4};
-constexpr int kPrismNodes = 6;
-
-unsigned char cell_type(int nodes, int dimension) {
-  switch (nodes) {
-    case 3:
-      return VTK_TRIANGLE;
-    case 4:
-      return dimension == 2 ? VTK_QUAD : VTK_TETRA;
-    case 5:
-      return VTK_PYRAMID;
-    case kPrismNodes:
-      return VTK_WEDGE;
-    default:
-      return VTK_HEXAHEDRON;
-  }
-}
 
 template <typename Id>
 Id* fill_corners(const host::ElementBlock& block, Id* to) {
   const std::vector<int>& from = block.nodes;
-  if (block.shape.nodes == kPrismNodes) {
-    for (std::size_t first = 0; first < from.size(); first += kPrismNodes) {
-      for (const std::size_t corner : kPrismCorners) *to++ = static_cast<Id>(from[first + corner] - 1);
+  if (block.shape.nodes == host::kPrismNodes) {
+    for (std::size_t first = 0; first < from.size(); first += host::kPrismNodes) {
+      for (const std::size_t corner : host::kVtkPrismCorners)
+        *to++ = static_cast<Id>(from[first + corner] - 1);
     }
     return to;
   }
@@ -61,7 +42,7 @@ void fill(std::vector<host::ElementBlock>& blocks, vtkIdType cells, vtkIdType co
     const auto count = block.size();
     const auto width = static_cast<Id>(block.shape.nodes);
     for (std::size_t i = 0; i < count; ++i) *next_offset++ = offset += width;
-    next_type = std::fill_n(next_type, count, cell_type(block.shape.nodes, block.shape.dimension));
+    next_type = std::fill_n(next_type, count, host::vtk_cell_type(block.shape));
     next_corner = fill_corners(block, next_corner);
     block.nodes = {};
   }

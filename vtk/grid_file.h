@@ -4,9 +4,9 @@
 #include <filesystem>
 #include <vtkUnstructuredGrid.h>
 
-namespace vtkdata {
+#include "vtk/compression.h"
 
-enum class Compression { none, lz4, zlib };
+namespace vtkdata {
 
 // Writes the grid with 64-bit headers, in a form that every VTK can read, whichever XML parser it uses.
 // Returns whether all of it was written.

@@ -75,18 +75,6 @@ py::list geometry_steps(Dataset& dataset) {
   }));
 }
 
-py::str changing_geometry(Dataset& dataset) {
-  switch (dataset.with_session([](host::Session& session) { return session.changing_geometry(); })) {
-    case host::ChangingGeometry::fixed:
-      return "fixed";
-    case host::ChangingGeometry::coordinates:
-      return "coordinates";
-    case host::ChangingGeometry::connectivity:
-      break;
-  }
-  return "connectivity";
-}
-
 py::list files(Dataset& dataset) {
   const std::vector<std::string> paths = dataset.with_session([](host::Session& session) {
     return session.knows_every_file() ? session.traced_files() : std::vector<std::string>();

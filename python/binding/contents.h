@@ -13,8 +13,6 @@ pybind11::dict reader_identity(Dataset& dataset);
 // Of every step: its time in s, and the geometry that belongs to it, from 0.
 pybind11::list times(Dataset& dataset);
 pybind11::list geometry_steps(Dataset& dataset);
-// "fixed", "coordinates" or "connectivity": what the geometry's steps change.
-pybind11::str changing_geometry(Dataset& dataset);
 // The file of each step; an empty list where they are not all known.
 pybind11::list files(Dataset& dataset);
 

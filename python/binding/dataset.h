@@ -44,6 +44,26 @@ class Dataset {
   template <typename Work>
   auto with_session(Work work) {
     const pybind11::gil_scoped_release without_gil;
+    return locked(work);
+  }
+
+  // The same with the step selected.
+  template <typename Work>
+  auto at_step(int step, Work work) {
+    const pybind11::gil_scoped_release without_gil;
+    return locked_at_step(step, work);
+  }
+
+  // The same without releasing Python's lock, for work that uses a library which other Python code may use
+  // too. It waits for the reader's lock while it holds Python's; nobody who has the former wants the latter.
+  template <typename Work>
+  auto at_step_with_gil(int step, Work work) {
+    return locked_at_step(step, work);
+  }
+
+ private:
+  template <typename Work>
+  auto locked(Work& work) {
     const std::lock_guard lock(reader_mutex());
     require_open();
     try {
@@ -53,16 +73,15 @@ class Dataset {
     }
   }
 
-  // The same with the step selected.
   template <typename Work>
-  auto at_step(int step, Work work) {
-    return with_session([&](host::Session& session) {
+  auto locked_at_step(int step, Work& work) {
+    auto selecting = [&](host::Session& session) {
       select(step);
       return work(session);
-    });
+    };
+    return locked(selecting);
   }
 
- private:
   void require_open() const;
   void select(int step);
   void close_now() noexcept;

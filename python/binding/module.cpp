@@ -6,6 +6,9 @@
 #include "python/binding/arrays.h"
 #include "python/binding/contents.h"
 #include "python/binding/statistics.h"
+#ifdef FLD_HAS_HDF5
+#include "python/binding/series_file.h"
+#endif
 
 namespace py = pybind11;
 
@@ -40,7 +43,6 @@ PYBIND11_MODULE(_core, module) {
       .def("reader", binding::reader_identity)
       .def("times", binding::times)
       .def("geometry_steps", binding::geometry_steps)
-      .def("changing_geometry", binding::changing_geometry)
       .def("files", binding::files)
       .def("parts", binding::parts, py::arg("step"))
       .def("variables", binding::variables)
@@ -53,4 +55,7 @@ PYBIND11_MODULE(_core, module) {
            py::arg("component"), py::arg("with_mask"))
       .def("statistics", binding::statistics, py::arg("step"), py::arg("part"), py::arg("variable"))
       .def("diagnostics", binding::diagnostics);
+#ifdef FLD_HAS_HDF5
+  binding::add_series_file(module);
+#endif
 }

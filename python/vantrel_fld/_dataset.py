@@ -274,6 +274,49 @@ class Dataset:
 
         return mesh_of(self, index, infos, self._chosen_variables(variables))
 
+    def save(
+        self,
+        path: str | bytes | os.PathLike[Any],
+        *,
+        steps: Iterable[int | Step] | None = None,
+        parts: PartChoices | None = None,
+        variables: VariableChoices | None = None,
+        precision: str = "single",
+        compress: bool = False,
+    ) -> None:
+        """Write steps into one VTKHDF file, which VTK 9.4, ParaView 5.13 and later versions open.
+
+        A mesh that does not change is in the file once. The file is complete after every step, and writing it
+        takes the memory of one step. Python's other threads wait.
+
+        Parameters
+        ----------
+        path
+            The file, usually named ``.vtkhdf``; one that is there is replaced when the first step is complete.
+        steps
+            The steps; all without it.
+        parts
+            What `Parts.select` takes, at the first of these steps; surfaces and volumes without it.
+        variables
+            Names, numbers or Variables; all without it.
+        precision
+            "single" or "double", of coordinates and values in the file.
+        compress
+            With zlib.
+
+        Raises
+        ------
+        Error
+            A step cannot be read; the file has the steps before it.
+        OSError
+            The file cannot be written.
+        NotImplementedError
+            The package was built without HDF5, as wheels are; ``fldtool convert`` writes such files too.
+        """
+        from ._save import save
+
+        save(self, path, steps, parts, variables, precision, compress)
+
     # What it tells about itself.
 
     @property

@@ -82,7 +82,7 @@ TEST_F(ConvertOutput, RemovesOnlyFilesOfSteps) {
 
 TEST_F(ConvertOutput, RejectsOutputsOfAnotherFormat) {
   expect_error({"convert", dataset.path(), "x.vtu"}, 2,
-               "x.vtu: cannot write '.vtu' files: OUT is NAME.pvd, or a folder (NAME/)");
+               "x.vtu: cannot write '.vtu' files: OUT is NAME.pvd, NAME.vtkhdf, or a folder (NAME/)");
   expect_error({"convert", dataset.path(), ""}, 2,
                "OUT: the file name is empty (see fldtool convert --help)");
   EXPECT_FALSE(fs::exists("x.vtu"));

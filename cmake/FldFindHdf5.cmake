@@ -1,0 +1,13 @@
+# Looks for HDF5's serial library, 1.10.2 or later. Sets FLD_HAS_HDF5 and FLD_HDF5_VERSION. (CMake's own module may find the
+# one with MPI that ParaView brings.)
+find_path(FLD_HDF5_INCLUDE hdf5.h PATH_SUFFIXES hdf5/serial)
+find_library(FLD_HDF5_LIBRARY NAMES hdf5_serial hdf5)
+if(FLD_HDF5_INCLUDE AND FLD_HDF5_LIBRARY)
+  file(STRINGS ${FLD_HDF5_INCLUDE}/H5public.h version REGEX "define H5_VERS_(MAJOR|MINOR|RELEASE)[ \t]+[0-9]")
+  string(REGEX MATCHALL "[ \t][0-9]+" version "${version}")
+  list(TRANSFORM version STRIP)
+  string(JOIN . FLD_HDF5_VERSION ${version})
+  if(FLD_HDF5_VERSION VERSION_GREATER_EQUAL 1.10.2)
+    set(FLD_HAS_HDF5 ON)
+  endif()
+endif()
