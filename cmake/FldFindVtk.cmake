@@ -4,7 +4,8 @@
 include(FldParaViewPython)
 
 set(data COMPONENTS CommonCore CommonDataModel)
-set(drawing FiltersCore FiltersGeneral FiltersGeometry IOImage IOXML RenderingAnnotation RenderingCore RenderingFreeType RenderingOpenGL2)
+set(drawing FiltersCore FiltersFlowPaths FiltersGeneral FiltersGeometry FiltersSources IOImage IOXML RenderingAnnotation
+  RenderingCore RenderingFreeType RenderingOpenGL2)
 # The newest ParaView first.
 file(GLOB paraview_folders /usr/lib/*/cmake/paraview-*)
 list(SORT paraview_folders COMPARE NATURAL ORDER DESCENDING)

@@ -47,7 +47,7 @@ Direction Extent::middle() const {
 }
 
 void aim_camera(vtkRenderer* renderer, const View& view, const Extent& extent, const Area& area, int width,
-                int height) {
+                int height, double zoom) {
   vtkCamera* camera = renderer->GetActiveCamera();
   const Direction middle = extent.middle();
   const bool is_empty = extent.is_empty();
@@ -61,7 +61,7 @@ void aim_camera(vtkRenderer* renderer, const View& view, const Extent& extent, c
                       middle[2] + distance * view.from[2]);
   camera->SetViewUp(view.up[0], view.up[1], view.up[2]);
   camera->ParallelProjectionOn();
-  camera->SetParallelScale(scale > 0 ? scale : 1);
+  camera->SetParallelScale((scale > 0 ? scale : 1) / zoom);
   camera->SetWindowCenter(1 - (2 * area.left + area.width) / width,
                           1 - (2 * area.bottom + area.height) / height);
   renderer->ResetCameraClippingRange();

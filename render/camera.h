@@ -32,9 +32,9 @@ class Extent {
   std::array<double, 3> high_;
 };
 
-// Turns the renderer's camera, without perspective, to what has this extent, so that it just fits into the
-// area of a picture of `width` x `height` pixels.
+// Turns the renderer's camera, without perspective, to what has this extent, so that it is `zoom` times as
+// large as what just fits into the area of a picture of `width` x `height` pixels.
 void aim_camera(vtkRenderer* renderer, const View& view, const Extent& extent, const Area& area, int width,
-                int height);
+                int height, double zoom = 1);
 
 }  // namespace render

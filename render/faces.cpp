@@ -70,11 +70,13 @@ vtkSmartPointer<vtkPolyData> extract(vtkPolyData* faces, const std::vector<Value
 
 }  // namespace
 
-vtkSmartPointer<vtkPolyData> outer_faces(vtkUnstructuredGrid* grid, vtkDataArray* scalars, bool per_cell) {
+vtkSmartPointer<vtkPolyData> outer_faces(vtkUnstructuredGrid* grid, vtkDataArray* scalars, bool per_cell,
+                                         vtkDataArray* vectors) {
   vtkNew<vtkUnstructuredGrid> bare;
   bare->CopyStructure(grid);
   if (scalars != nullptr && per_cell) bare->GetCellData()->SetScalars(scalars);
   if (scalars != nullptr && !per_cell) bare->GetPointData()->SetScalars(scalars);
+  if (vectors != nullptr) bare->GetPointData()->SetVectors(vectors);
   vtkNew<vtkGeometryFilter> filter;
   filter->SetInputData(bare);
   filter->Update();

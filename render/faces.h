@@ -9,8 +9,9 @@
 namespace render {
 
 // The outer faces of a grid, as polygons. `scalars`, of one component, may be null; there is one value per
-// cell or one per point.
-vtkSmartPointer<vtkPolyData> outer_faces(vtkUnstructuredGrid* grid, vtkDataArray* scalars, bool per_cell);
+// cell or one per point. So may `vectors`, one per point.
+vtkSmartPointer<vtkPolyData> outer_faces(vtkUnstructuredGrid* grid, vtkDataArray* scalars, bool per_cell,
+                                         vtkDataArray* vectors = nullptr);
 
 // With point normals that make curved surfaces look round and leave sharp edges sharp.
 vtkSmartPointer<vtkPolyData> with_normals(vtkPolyData* faces);

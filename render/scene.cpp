@@ -14,6 +14,7 @@
 #include "render/layout.h"
 #include "render/legend.h"
 #include "render/offscreen_window.h"
+#include "render/part_key.h"
 #include "render/picture.h"
 #include "render/text.h"
 
@@ -22,6 +23,7 @@ namespace {
 
 constexpr Colour kFaint = {0.45, 0.5, 0.55};
 constexpr double kFaintOpacity = 0.1;
+constexpr Colour kInk = {0.12, 0.14, 0.18};
 // Of parts without a scalar, in turn.
 constexpr std::array<Colour, 8> kPartColours = {{{0.60, 0.70, 0.80},
                                                  {0.85, 0.68, 0.50},
@@ -52,20 +54,26 @@ class PartActors {
     if (part.faces->GetNumberOfCells() == 0) return;
     if (part.is_faint) {
       add_faint(part.faces);
+    } else if (part.is_ink) {
+      add_plain(part, kInk);
     } else if (colours_ == nullptr) {
-      add_plain(part.faces, kPartColours[count_ % kPartColours.size()]);
+      const Colour& colour = kPartColours[count_ % kPartColours.size()];
+      add_plain(part, colour);
+      if (!part.name.empty()) key_.push_back({part.name, colour});
     } else if (has_scalars(part.faces)) {
-      add_coloured(part.faces);
+      add_coloured(part);
     } else {
-      add_plain(part.faces, kUndefinedColour);
+      add_plain(part, kUndefinedColour);
     }
-    if (!options_.mesh_edges || part.is_faint) add_outline(part);
+    if (part.is_mesh && (!options_.mesh_edges || part.is_faint)) add_outline(part);
     ++count_;
   }
 
   bool has_faint() const { return has_faint_; }
   bool has_values() const { return has_values_; }
   bool has_undefined() const { return has_undefined_; }
+  // The parts with a colour of their own.
+  const std::vector<KeyEntry>& key() const { return key_; }
 
  private:
   vtkSmartPointer<vtkActor> add_faces(vtkPolyData* faces, double behind) {
@@ -89,24 +97,24 @@ class PartActors {
     has_faint_ = true;
   }
 
-  void add_plain(vtkPolyData* faces, const Colour& colour) {
-    const vtkSmartPointer<vtkActor> actor = add_faces(with_normals(faces), 0);
+  void add_plain(const ShownPart& part, const Colour& colour) {
+    const vtkSmartPointer<vtkActor> actor = add_faces(with_normals(part.faces), 0);
     actor->GetProperty()->SetColor(colour[0], colour[1], colour[2]);
     set_light(actor, 0.5);
-    set_edges(actor);
+    if (part.is_mesh) set_edges(actor);
   }
 
-  void add_coloured(vtkPolyData* faces) {
-    const FacesByValues split = split_by_values(with_normals(faces));
-    add_values(split.defined, 0);
-    add_values(split.partial, kPartialBehind);
-    add_values(split.undefined, kUndefinedBehind);
+  void add_coloured(const ShownPart& part) {
+    const FacesByValues split = split_by_values(with_normals(part.faces));
+    add_values(split.defined, part.is_mesh, 0);
+    add_values(split.partial, part.is_mesh, kPartialBehind);
+    add_values(split.undefined, part.is_mesh, kUndefinedBehind);
     has_values_ = has_values_ || split.defined->GetNumberOfCells() + split.partial->GetNumberOfCells() > 0;
     has_undefined_ =
         has_undefined_ || split.partial->GetNumberOfCells() + split.undefined->GetNumberOfCells() > 0;
   }
 
-  void add_values(vtkPolyData* faces, double behind) {
+  void add_values(vtkPolyData* faces, bool is_mesh, double behind) {
     if (faces->GetNumberOfCells() == 0) return;
     const vtkSmartPointer<vtkActor> actor = add_faces(faces, behind);
     vtkMapper* mapper = actor->GetMapper();
@@ -115,7 +123,7 @@ class PartActors {
     mapper->UseLookupTableScalarRangeOn();
     mapper->InterpolateScalarsBeforeMappingOn();
     set_light(actor, kLargestShade);
-    set_edges(actor);
+    if (is_mesh) set_edges(actor);
   }
 
   // A headlight: a face that looks at the eye has its very colour, one seen edge-on loses `shade` of it.
@@ -140,7 +148,7 @@ class PartActors {
     mapper->SetRelativeCoincidentTopologyLineOffsetParameters(0, -2);
     vtkNew<vtkActor> actor;
     actor->SetMapper(mapper);
-    actor->GetProperty()->SetColor(0.12, 0.14, 0.18);
+    actor->GetProperty()->SetColor(kInk[0], kInk[1], kInk[2]);
     actor->GetProperty()->SetLighting(false);
     actor->GetProperty()->SetLineWidth(static_cast<float>(kSupersampling) * 0.8F);
     actor->GetProperty()->SetOpacity(part.is_faint ? 0.5 : 1.0);
@@ -154,6 +162,7 @@ class PartActors {
   bool has_faint_ = false;
   bool has_values_ = false;
   bool has_undefined_ = false;
+  std::vector<KeyEntry> key_;
 };
 
 Extent extent_of(const std::vector<ShownPart>& parts, const View& view) {
@@ -169,6 +178,14 @@ void add_title(vtkRenderer* renderer, const std::string& title, const Layout& la
   if (title.empty()) return;
   add_text(renderer, fit_text(title, style, layout.title_size, layout.title.width), style,
            {layout.title.left, layout.title.top(), Anchor::left, true});
+}
+
+// Leaves the area of the picture to the renderer, and returns one for what is around it.
+vtkSmartPointer<vtkRenderer> crop(vtkRenderer* renderer, const Area& area, const SceneOptions& options) {
+  renderer->SetViewport(0, area.bottom / options.height, 1, area.top() / options.height);
+  auto around = vtkSmartPointer<vtkRenderer>::New();
+  around->SetBackground(renderer->GetBackground());
+  return around;
 }
 
 int line_count(const std::string& text) {
@@ -196,8 +213,16 @@ std::string SceneRenderer::draw(const std::vector<ShownPart>& parts, const Scene
   for (const ShownPart& part : parts) actors.add(part);
 
   const Layout layout = make_layout(options.width, options.height, line_count(options.title));
-  aim_camera(renderer, options.view, options.extent ? *options.extent : extent_of(parts, options.view),
-             layout.scene, options.width, options.height);
+  const Extent extent = options.extent ? *options.extent : extent_of(parts, options.view);
+  vtkSmartPointer<vtkRenderer> around;  // where texts are
+  if (options.is_cropped) {
+    around = crop(renderer, layout.scene, options);
+    const Area area = {layout.scene.left, 0, layout.scene.width, layout.scene.height};
+    aim_camera(renderer, options.view, extent, area, options.width, static_cast<int>(area.height),
+               options.zoom);
+  } else {
+    aim_camera(renderer, options.view, extent, layout.scene, options.width, options.height, options.zoom);
+  }
   vtkRenderWindow& window = window_->offscreen->window();
   // Supersampling in place of multisampling, which depth peeling does not support.
   window.SetMultiSamples(0);
@@ -207,23 +232,28 @@ std::string SceneRenderer::draw(const std::vector<ShownPart>& parts, const Scene
     renderer->SetUseDepthPeeling(1);
     renderer->SetMaximumNumberOfPeels(8);
   }
+  if (around) window.AddRenderer(around);
   window.AddRenderer(renderer);
+  vtkRenderer* texts = around ? around.Get() : renderer.Get();
   vtkSmartPointer<vtkRenderer> axes;
   if (layout.is_annotated) {
     const TextStyle style = {options.font, text_colour(options.background)};
-    add_title(renderer, options.title, layout, style);
+    add_title(texts, options.title, layout, style);
     if (options.scale && actors.has_values()) {
-      add_legend(renderer, colours, options.scale->title, actors.has_undefined(), layout, style);
+      add_legend(texts, colours, options.scale->title, actors.has_undefined(), layout, style);
     } else if (options.scale && !options.scale->note.empty()) {
-      add_note(renderer, options.scale->note, layout, style);
+      add_note(texts, options.scale->note, layout, style);
+    } else if (!options.scale) {
+      add_part_key(texts, actors.key(), layout, style);
     }
-    axes = add_axes(renderer, options.view, options.axes, layout, options.width, options.height, style);
+    axes = add_axes(texts, options.view, options.axes, layout, options.width, options.height, style);
     window.AddRenderer(axes);
   }
   window.Render();
   std::string png = take_picture(window);
   if (axes) window.RemoveRenderer(axes);
   window.RemoveRenderer(renderer);
+  if (around) window.RemoveRenderer(around);
   return png;
 }
 

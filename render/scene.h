@@ -20,6 +20,9 @@ namespace render {
 struct ShownPart {
   vtkSmartPointer<vtkPolyData> faces;
   bool is_faint = false;  // grey and translucent
+  bool is_mesh = true;    // whether its borders and edges are drawn
+  bool is_ink = false;    // dark, whatever its scalars are
+  std::string name{};     // UTF-8; for the key, where each part has a colour of its own; empty: not in it
 };
 
 struct ColourScale {
@@ -36,6 +39,8 @@ struct SceneOptions {
   Colour background = {1, 1, 1};
   View view = parse_view("iso");
   std::optional<Extent> extent;      // what the picture has room for; none: the parts
+  double zoom = 1;                   // how many times larger than what fits
+  bool is_cropped = false;           // whether parts reach beyond the room for them, and are cut off there
   bool mesh_edges = false;           // draw the elements' edges
   std::optional<ColourScale> scale;  // none: each part has a colour of its own
   std::array<std::string, 3> axes = {"x", "y", "z"};

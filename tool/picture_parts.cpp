@@ -118,6 +118,15 @@ void ValueRange::add(std::span<const float> values) {
   }
 }
 
+void ValueRange::add(const ValueRange& other) {
+  has_nodes_ = has_nodes_ || other.has_nodes_;
+  has_values_ = has_values_ || other.has_values_;
+  if (other.is_empty_) return;
+  low_ = is_empty_ ? other.low_ : std::min(low_, other.low_);
+  high_ = is_empty_ ? other.high_ : std::max(high_, other.high_);
+  is_empty_ = false;
+}
+
 ValuesOnParts ValueRange::on_parts() const {
   if (!is_empty_ || !has_nodes_) return ValuesOnParts::defined;
   return has_values_ ? ValuesOnParts::undefined : ValuesOnParts::none;
@@ -137,16 +146,6 @@ vtkSmartPointer<vtkDataArray> scalar_values(host::Session& session, const Pictur
 vtkSmartPointer<vtkDataArray> as_scalars(vtkDataArray* values, std::optional<int> component) {
   if (values == nullptr || values->GetNumberOfComponents() == 1) return values;
   return reduced(vtkFloatArray::SafeDownCast(values), component);
-}
-
-render::ShownPart make_shown_part(host::Session& session, int part,
-                                  const std::optional<PictureScalar>& scalar, ValueRange& range) {
-  const vtkSmartPointer<vtkUnstructuredGrid> grid = vtkdata::make_part_grid(session, part);
-  vtkSmartPointer<vtkDataArray> values;
-  if (scalar) values = scalar_values(session, *scalar, part);
-  range.add(values, session.part(part).nodes);
-  const bool per_cell = scalar && session.variable(scalar->variable).location == host::Location::element;
-  return {render::outer_faces(grid, values, per_cell), false};
 }
 
 }  // namespace tool

@@ -54,6 +54,7 @@ class ValueRange {
   // The values of a part with so many nodes; null when there are none.
   void add(vtkDataArray* values, int nodes);
   void add(std::span<const float> values);
+  void add(const ValueRange& other);
 
   // What was added.
   ValuesOnParts on_parts() const;
@@ -74,9 +75,5 @@ vtkSmartPointer<vtkDataArray> as_scalars(vtkDataArray* values, std::optional<int
 
 // The scalar's values on a part at the session's step, per node or element; null when there are none.
 vtkSmartPointer<vtkDataArray> scalar_values(host::Session& session, const PictureScalar& scalar, int part);
-
-// The part's outer faces at the session's step with the scalar's values, which are added to `range`.
-render::ShownPart make_shown_part(host::Session& session, int part,
-                                  const std::optional<PictureScalar>& scalar, ValueRange& range);
 
 }  // namespace tool

@@ -21,6 +21,8 @@ class ReplacedFile {
   ~ReplacedFile();
 
   void write(std::string_view bytes);
+  // Of the file, for another program that writes it.
+  int descriptor() const { return fileno(file_.get()); }
   // Must be called last: puts the file in its place.
   void finish();
 

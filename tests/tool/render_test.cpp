@@ -213,7 +213,9 @@ TEST_F(Render, WritesToTheStandardOutput) {
 TEST_F(Render, RejectsOutputsOfAnotherFormat) {
   const Result jpeg = run_fldtool({"render", dataset.path(), "-o", "x.jpg"});
   EXPECT_EQ(jpeg.status, 2);
-  EXPECT_EQ(jpeg.errors, "fldtool: x.jpg: cannot write '.jpg' files: the name has to end in .png\n");
+  EXPECT_EQ(
+      jpeg.errors,
+      "fldtool: x.jpg: cannot write '.jpg' files: the name has to end in .png or .webm or .mp4 or .gif\n");
   const Result empty = run_fldtool({"render", dataset.path(), "-o", ""});
   EXPECT_EQ(empty.status, 2);
   EXPECT_EQ(empty.errors, "fldtool: --output: the file name is empty (see fldtool render --help)\n");
