@@ -1,6 +1,9 @@
 #include "bench/comparison.h"
 
 #include <algorithm>
+#include <limits>
+
+#include "support/worker_threads.h"
 
 namespace bench {
 
@@ -40,6 +43,14 @@ Result result_of(const Row& row, const std::vector<Run>& runs, Clock clock) {
 }
 
 }  // namespace
+
+int threads_of_reader() {
+  return fld::threads_for(std::numeric_limits<std::int64_t>::max());
+}
+
+double goal_of_threads(double one, double several) {
+  return threads_of_reader() == 1 ? one : several;
+}
 
 std::vector<Result> measure(const Comparison& comparison, int runs, Clock clock) {
   std::vector<Run> measured;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <fcntl.h>
+#include <future>
 #include <stdexcept>
 #include <string>
 #include <unistd.h>
@@ -29,6 +30,18 @@ class OpenFile {
   int file_;
 };
 
+// Calls work(begin, end) for the ranges of `size` bytes, each on a thread of its own. Rethrows what one
+// throws.
+template <class Work>
+void on_threads(std::uint64_t size, unsigned threads, Work work) {
+  std::vector<std::future<void>> ranges;
+  for (std::uint64_t k = 0; k < threads; ++k) {
+    ranges.push_back(std::async(std::launch::async, work, size / threads * k,
+                                k + 1 < threads ? size / threads * (k + 1) : size));
+  }
+  for (auto& range : ranges) range.get();
+}
+
 }  // namespace
 
 Words read_and_swap(const std::filesystem::path& path, const Stretch& stretch) {
@@ -45,6 +58,25 @@ Words read_and_swap(const std::filesystem::path& path, const Stretch& stretch) {
     done += wanted;
   }
   return words;
+}
+
+void read_only(const std::filesystem::path& path, const Stretch& stretch, unsigned threads) {
+  constexpr std::uint64_t kRead = std::uint64_t{256} << 10;
+  const OpenFile file(path);
+  on_threads(stretch.size, threads, [&](std::uint64_t begin, std::uint64_t end) {
+    std::vector<char> buffer(kRead);
+    for (; begin < end; begin += kRead)
+      file.read(buffer.data(), std::min(kRead, end - begin), stretch.offset + begin);
+  });
+}
+
+void touch_pages(std::size_t bytes, unsigned threads) {
+  constexpr std::size_t kPage = 4096;
+  const auto memory = std::make_unique_for_overwrite<char[]>(bytes);
+  volatile char* const pages = memory.get();
+  on_threads(bytes, threads, [pages](std::uint64_t begin, std::uint64_t end) {
+    for (; begin < end; begin += kPage) pages[begin] = 1;
+  });
 }
 
 void read_stretches(const std::filesystem::path& path, const std::vector<Stretch>& stretches) {

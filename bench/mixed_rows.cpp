@@ -50,11 +50,11 @@ std::vector<Comparison> prepare_mixed(Datasets& datasets) {
   return {{.sides = {open, read},
            .rows = {{.name = "mixed-opening",
                      .what = "opening 1 M tetrahedra and prisms / reading and swapping the same bytes",
-                     .goal = 1.15}}},
+                     .goal = goal_of_threads(1.05, 0.65)}}},
           {.sides = {take_mesh(plugin, file), write_mesh(plugin, file)},
            .rows = {{.name = "mixed-elements",
                      .what = "coordinates and connectivity of that mesh / a loop that writes the arrays",
-                     .goal = 1.15}}}};
+                     .goal = goal_of_threads(1.05, 0.60)}}}};
 }
 
 }  // namespace

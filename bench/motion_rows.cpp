@@ -71,7 +71,7 @@ std::vector<Comparison> prepare_motion(Datasets& datasets) {
   return {{.sides = {take_step(datasets.plugin(), still.file), read_and_turn(still)},
            .rows = {{.name = "motion",
                      .what = "a step that turns half of 4 M hexahedra / reading them and turning the nodes",
-                     .goal = 1.3}}}};
+                     .goal = goal_of_threads(0.90, 0.50)}}}};
 }
 
 }  // namespace

@@ -8,24 +8,11 @@ counts is the median of the runs. The ratio has to stay below 1.5.
 """
 import argparse
 import os
-import resource
-import statistics
-import subprocess
 import tempfile
 
+from paired_runs import processor_time, ratio_of
+
 GOAL = 1.5
-
-
-def seconds(words):
-    """Seconds of the processor for a command, the system's share included."""
-
-    def used():
-        usage = resource.getrusage(resource.RUSAGE_CHILDREN)
-        return usage.ru_utime + usage.ru_stime
-
-    before = used()
-    subprocess.run(words, check=True, stdout=subprocess.DEVNULL)
-    return used() - before
 
 
 def main():
@@ -38,10 +25,8 @@ def main():
     with tempfile.TemporaryDirectory(dir=options.folder) as out:
         page = [options.fldtool, "page", dataset, os.path.join(out, "box.html"), "--parts", "surfaces"]
         convert = [options.fldtool, "convert", dataset, os.path.join(out, "box.pvd"), "--parts", "surfaces"]
-        times = [(seconds(page), seconds(convert)) for _ in range(1 + options.runs)][1:]
+        ratio, page_time, convert_time = ratio_of(page, convert, options.runs, processor_time)
         size = os.path.getsize(os.path.join(out, "box.html"))
-    ratio = statistics.median(a / b for a, b in times)
-    page_time, convert_time = (statistics.median(column) for column in zip(*times))
     print(f"page {page_time:.3f} s, convert {convert_time:.3f} s, ratio {ratio:.2f} (at most {GOAL}); {size / 1e6:.2f} MB")
     return 0 if ratio <= GOAL else 1
 

@@ -81,11 +81,11 @@ std::vector<Comparison> prepare_part(Datasets& datasets) {
   return {{.sides = {take_scalar(box, datasets.plugin()), read_scalar(box)},
            .rows = {{.name = "scalar",
                      .what = "a scalar on all parts for one step / reading it and copying it out",
-                     .goal = 1.2}}},
+                     .goal = goal_of_threads(1.00, 0.60)}}},
           {.sides = {take_mesh(datasets.plugin(), box.file), write_mesh(datasets.plugin(), box.file)},
            .rows = {{.name = "all-elements",
                      .what = "coordinates and connectivity of ALL_ELEMENTS / a loop that writes the arrays",
-                     .goal = 1.15}}}};
+                     .goal = goal_of_threads(1.05, 0.60)}}}};
 }
 
 }  // namespace

@@ -46,12 +46,12 @@ void print_heading(TableForm form) {
 
 void print_row(const Result& result, TableForm form) {
   const Row& row = result.row;
-  Cells cells{.name = row.name, .what = row.what, .goal = fmt::format("{:.2f}", row.goal)};
+  Cells cells{.name = row.name, .what = row.what, .goal = row.goal ? fmt::format("{:.2f}", *row.goal) : "-"};
   if (row.missing.empty()) {
     cells.ratio = fmt::format("{:.2f}", result.ratio);
     cells.side = shown(result.side, row.figure);
     cells.against = shown(result.against, row.figure);
-    cells.verdict = result.is_met() ? "yes" : "no";
+    cells.verdict = !row.goal ? "-" : result.is_met() ? "yes" : "no";
   } else {
     cells.ratio = cells.side = cells.against = "-";
     cells.verdict = "not built: needs " + row.missing;

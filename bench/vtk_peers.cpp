@@ -16,6 +16,7 @@
 #include <vtkUnstructuredGridWriter.h>
 #include <vtkXMLUnstructuredGridReader.h>
 
+#include "bench/comparison.h"
 #include "bench/peer_files.h"
 #include "bench/peers.h"
 #include "vtk/grid_file.h"
@@ -86,8 +87,10 @@ vtkUnstructuredGrid* first_grid(vtkDataObject* block) {
 }  // namespace
 
 Peer vtu_peer() {
-  Peer peer{
-      .name = "vtu", .what = "VTK's reader of .vtu, appended raw", .extension = ".vtu", .time_goal = 0.9};
+  Peer peer{.name = "vtu",
+            .what = "VTK's reader of .vtu, appended raw",
+            .extension = ".vtu",
+            .time_goal = goal_of_threads(0.90, 0.55)};
   peer.write = [](const PeerMesh& mesh, const std::filesystem::path& path) {
     if (!vtkdata::write_grid(path, grid_of(mesh))) {
       throw std::runtime_error("cannot write " + path.string());
@@ -106,8 +109,10 @@ Peer vtu_peer() {
 }
 
 Peer legacy_peer() {
-  Peer peer{
-      .name = "legacy", .what = "VTK's reader of legacy binary .vtk", .extension = ".vtk", .time_goal = 0.9};
+  Peer peer{.name = "legacy",
+            .what = "VTK's reader of legacy binary .vtk",
+            .extension = ".vtk",
+            .time_goal = goal_of_threads(0.65, 0.40)};
   peer.write = [](const PeerMesh& mesh, const std::filesystem::path& path) {
     vtkNew<vtkUnstructuredGridWriter> writer;
     writer->SetFileName(path.c_str());

@@ -1,6 +1,8 @@
 #include "dataset/type_counts.h"
 
 #include <algorithm>
+#include <array>
+#include <cstddef>
 #include <cstdio>
 
 #include "format/element_codes.h"
@@ -62,8 +64,15 @@ ElementCounts counts_of(const VolumeGeometry& volume, const int* types, int nele
   const int* const elements = volume.elem;
   return sum_of_ranges(volume.nelem, sizeof(int), [=](long begin, long end) {
     ElementCounts counts;
-    for (long i = begin; i < end; ++i) {
-      if (inside(elements[i], nelem)) counts.add(types[elements[i]]);
+    std::array<int, 1024> codes;  // of a block, so that counting them is vectorised
+    while (begin < end) {
+      const auto n = static_cast<size_t>(std::min<long>(end - begin, codes.size()));
+      for (size_t i = 0; i < n; ++i) {
+        const int e = elements[begin + static_cast<long>(i)];
+        codes[i] = inside(e, nelem) ? types[e] : 0;
+      }
+      for (size_t i = 0; i < n; ++i) counts.add(codes[i]);
+      begin += static_cast<long>(n);
     }
     return counts;
   });

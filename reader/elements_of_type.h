@@ -5,6 +5,7 @@
 #include <cstdint>
 
 #include "dataset/fldgeo.h"
+#include "format/code_runs.h"
 #include "reader/region_walk.h"
 #include "reader/work_tables.h"
 #include "support/worker_threads.h"
@@ -50,19 +51,24 @@ void for_each_of_type(const Elements& elements, int wanted, Write write) {
   const Ranges ranges = ranges_of(elements.nelem, kBytesOfElement);
   const auto places = sums_before<RowPlace>(ranges, [&](int64_t begin, int64_t end) {
     RowPlace sum;
-    for (int64_t e = begin; e < end; ++e) sum += {types[e] == wanted, nodes_of_solid(types[e])};
+    for_each_run(types, begin, end, [&](int code, int64_t first, int64_t last) {
+      sum += {code == wanted ? last - first : 0, (last - first) * nodes_of_solid(code)};
+    });
     return sum;
   });
   run_in_threads(ranges.count, [&](int k) {
-    RowPlace place = places[static_cast<size_t>(k)];
-    for (int64_t e = ranges.begin(k); e < ranges.end(k); ++e) {
-      const int code = types[e];
-      if (code == wanted) {
-        write(place, static_cast<int>(e));
-        ++place.row;
-      }
-      place.head += nodes_of_solid(code);
-    }
+    auto [row, head] = places[static_cast<size_t>(k)];
+    for_each_run(types, ranges.begin(k), ranges.end(k),
+                 [&, &row = row, &head = head](int code, int64_t first, int64_t last) {
+                   const int64_t count = last - first;
+                   const int nodes = nodes_of_solid(code);
+                   if (code == wanted) {
+                     for (int64_t i = 0; i < count; ++i)
+                       write({row + i, head + i * nodes}, static_cast<int>(first + i));
+                     row += count;
+                   }
+                   head += count * nodes;
+                 });
   });
 }
 

@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "dataset/type_counts.h"
+#include "format/code_runs.h"
 #include "reader/node_selection.h"
 #include "support/errors.h"
 #include "support/huge_pages.h"
@@ -26,7 +27,9 @@ constexpr size_t kFewRegionSets = 64;
 
 long count_nodes(const int* type, int64_t begin, int64_t end) {
   long nodes = 0;
-  for (int64_t e = begin; e < end; ++e) nodes += nodes_of_solid(type[e]);
+  for_each_run(type, begin, end, [&nodes](int code, int64_t first, int64_t last) {
+    nodes += (last - first) * nodes_of_solid(code);
+  });
   return nodes;
 }
 
@@ -36,10 +39,11 @@ void fill_offsets(long* heads, int nelem, const int* type) {
       sums_before<long>(ranges, [type](int64_t begin, int64_t end) { return count_nodes(type, begin, end); });
   run_in_threads(ranges.count, [&](int k) {
     long head = nodes_before[static_cast<size_t>(k)];
-    for (int64_t e = ranges.begin(k); e < ranges.end(k); ++e) {
-      heads[e] = head;
-      head += nodes_of_solid(type[e]);
-    }
+    for_each_run(type, ranges.begin(k), ranges.end(k), [&head, heads](int code, int64_t first, int64_t last) {
+      const int nodes = nodes_of_solid(code);
+      for (int64_t e = first; e < last; ++e) heads[e] = head + (e - first) * nodes;
+      head += (last - first) * nodes;
+    });
   });
 }
 

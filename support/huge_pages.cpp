@@ -1,15 +1,18 @@
 #include "support/huge_pages.h"
 
+#include <atomic>
 #include <cerrno>
 #include <cstdint>
-#include <ctime>
 #include <sys/mman.h>
+
+#include "support/pause.h"
+#include "support/worker_threads.h"
 
 namespace fld {
 
 namespace {
 
-constexpr uintptr_t kHugePage = uintptr_t{2} << 20;
+constexpr size_t kHugePage = size_t{2} << 20;
 // Smaller blocks gain little, and malloc may reuse their pages for other blocks.
 constexpr size_t kMinimumSize = size_t{4} << 20;
 // About the time in which as many small pages are faulted in. Fast huge pages take a tenth of it, slow ones
@@ -17,14 +20,6 @@ constexpr size_t kMinimumSize = size_t{4} << 20;
 constexpr int64_t kSlow = 1'000'000;  // ns
 // One slow page may be an accident; two tell that more would follow.
 constexpr int kSlowInTurn = 2;
-// Then huge pages are left alone for a while, so that trying them costs little.
-constexpr int64_t kPause = 1'000'000'000;  // ns
-
-int64_t nanoseconds(clockid_t clock) {
-  timespec time = {};
-  clock_gettime(clock, &time);
-  return time.tv_sec * int64_t{1'000'000'000} + time.tv_nsec;
-}
 
 // Makes the system provide the page. Returns the processor time that it took; the elapsed time would tell of
 // other processes as well.
@@ -34,25 +29,36 @@ int64_t touch(char* page) {
   return nanoseconds(CLOCK_THREAD_CPUTIME_ID) - start;
 }
 
-int64_t paused_until = 0;  // ns, of the monotonic clock
+Pause pause_after_slow_pages;
+
+// Touches pages while they come fast, to this thread and to the others. Returns the end of those touched.
+char* touch_while_fast(char* page, const char* end, std::atomic<int>& slow_in_turn) {
+  for (; page < end && slow_in_turn < kSlowInTurn; page += kHugePage) {
+    if (touch(page) > kSlow) {
+      ++slow_in_turn;
+    } else {
+      slow_in_turn = 0;
+    }
+  }
+  return page;
+}
 
 }  // namespace
 
 void take_huge_pages(void* block, size_t size) {
-  if (block == nullptr || size < kMinimumSize) return;
-  if (paused_until != 0 && nanoseconds(CLOCK_MONOTONIC) < paused_until) return;
+  if (block == nullptr || size < kMinimumSize || pause_after_slow_pages.is_on()) return;
   const int saved_errno = errno;
-  char* const begin = static_cast<char*>(block);
-  char* const end = begin + size;
-  char* page = begin + (kHugePage - reinterpret_cast<uintptr_t>(block) % kHugePage) % kHugePage;
-  int slow_in_turn = 0;
-  for (; end - page >= static_cast<ptrdiff_t>(kHugePage); page += kHugePage) {
-    if (madvise(page, kHugePage, MADV_HUGEPAGE) != 0) break;
-    slow_in_turn = touch(page) > kSlow ? slow_in_turn + 1 : 0;
-    if (slow_in_turn == kSlowInTurn) {
-      paused_until = nanoseconds(CLOCK_MONOTONIC) + kPause;
-      break;
-    }
+  const size_t lead = (kHugePage - reinterpret_cast<uintptr_t>(block) % kHugePage) % kHugePage;
+  char* const first = static_cast<char*>(block) + lead;
+  const auto pages = static_cast<int64_t>((size - lead) / kHugePage);
+  if (madvise(first, static_cast<size_t>(pages) * kHugePage, MADV_HUGEPAGE) == 0) {
+    std::atomic<int> slow_in_turn = 0;
+    for_ranges(pages, kHugePage, [first, &slow_in_turn](int64_t begin, int64_t end) {
+      char* const range_end = first + end * kHugePage;
+      char* const rest = touch_while_fast(first + begin * kHugePage, range_end, slow_in_turn);
+      if (rest < range_end) madvise(rest, static_cast<size_t>(range_end - rest), MADV_NOHUGEPAGE);
+    });
+    if (slow_in_turn >= kSlowInTurn) pause_after_slow_pages.begin();
   }
   errno = saved_errno;
 }

@@ -1,7 +1,7 @@
 // Transparent huge pages for large arrays: faulting in 4 KiB pages takes as long as reading the data into
 // them. On some virtual machines the opposite holds: a huge page that the machine has given back to its own
-// host takes longer to get again than the small pages in its place. So pages are taken one at a time, while
-// they come fast.
+// host takes longer to get again than the small pages in its place. So pages are taken one at a time by
+// each thread, while they come fast.
 #pragma once
 
 #include <stddef.h>

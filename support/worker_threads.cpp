@@ -1,5 +1,6 @@
 #include "support/worker_threads.h"
 
+#include <atomic>
 #include <charconv>
 #include <cstdlib>
 #include <cstring>
@@ -8,12 +9,14 @@
 #include <sched.h>
 #include <signal.h>
 
+#include "support/pause.h"
+
 namespace fld {
 
 namespace {
 
 // Below this size, creating a thread costs more than it saves.
-constexpr int64_t kDefaultLeastBytes = int64_t{4} << 20;
+constexpr int64_t kDefaultLeastBytes = int64_t{1} << 20;
 // The work is loops with few local variables. A host's limit of memory may not allow for the default stacks.
 constexpr size_t kStackSize = size_t{256} << 10;
 
@@ -27,22 +30,30 @@ std::optional<int64_t> positive_variable(const char* name) {
   return error == std::errc() && rest == end && value > 0 ? std::optional(value) : std::nullopt;
 }
 
-int usable_cores() {
+cpu_set_t usable_cores() {
   cpu_set_t cores;
-  return sched_getaffinity(0, sizeof cores, &cores) == 0 ? CPU_COUNT(&cores) : 1;
+  if (sched_getaffinity(0, sizeof cores, &cores) != 0) CPU_ZERO(&cores);
+  return cores;
 }
 
-// What a thread does.
+// A piece of work, and the thread that was made for it.
 struct Task {
-  void (*work)(void* context, int k);
-  void* context;
-  int k;
-  pthread_t thread;
+  void (*work)(void* context, int k) = nullptr;
+  void* context = nullptr;
+  int k = 0;
+  pthread_t thread = {};
+  std::atomic<bool> is_taken = false;
+
+  // Does the work unless another thread has begun it. Returns whether it did.
+  bool run() {
+    if (is_taken.exchange(true, std::memory_order_relaxed)) return false;
+    work(context, k);
+    return true;
+  }
 };
 
 void* run_task(void* task) {
-  const auto* const mine = static_cast<const Task*>(task);
-  mine->work(mine->context, mine->k);
+  static_cast<Task*>(task)->run();
   return nullptr;
 }
 
@@ -62,13 +73,34 @@ class SignalsBlocked {
   sigset_t before_;
 };
 
+// A thread that has not begun by then waits for a core with other work to do.
+constexpr int64_t kLateStart = 500'000;  // ns
+// While it is on, the system places the threads.
+Pause pause_after_late_start;
+
+// Number of threads for large arrays.
+int most_threads(const cpu_set_t& cores) {
+  static const std::optional<int64_t> wanted = positive_variable("FLD_THREADS");
+  return static_cast<int>(std::clamp<int64_t>(wanted ? *wanted : CPU_COUNT(&cores), 1, kMaxThreads));
+}
+
+// Has new threads start on other cores than the calling thread, if there are enough. The system may start
+// them on its core, and move them only after the milliseconds that the work takes.
+void start_elsewhere(pthread_attr_t& attributes, cpu_set_t cores) {
+  const int own = sched_getcpu();
+  if (own < 0 || most_threads(cores) > CPU_COUNT(&cores) || pause_after_late_start.is_on()) return;
+  CPU_CLR(static_cast<size_t>(own), &cores);
+  pthread_attr_setaffinity_np(&attributes, sizeof cores, &cores);
+}
+
 // Creates threads for tasks[1] to tasks[count - 1]. Returns the first one that has none.
-int create_threads(Task* tasks, int count) {
+int create_threads(Task* tasks, int count, const cpu_set_t& cores) {
   pthread_attr_t attributes;
   if (pthread_attr_init(&attributes) != 0) return 1;
   int k = 1;
   if (pthread_attr_setstacksize(&attributes, kStackSize) == 0) {
     const SignalsBlocked blocked;
+    start_elsewhere(attributes, cores);
     while (k < count && pthread_create(&tasks[k].thread, &attributes, run_task, &tasks[k]) == 0) ++k;
   }
   pthread_attr_destroy(&attributes);
@@ -79,18 +111,29 @@ int create_threads(Task* tasks, int count) {
 
 int threads_for(int64_t bytes) {
   static const int64_t least_bytes = positive_variable("FLD_THREADS_FROM").value_or(kDefaultLeastBytes);
-  if (bytes < least_bytes) return 1;
-  static const std::optional<int64_t> wanted = positive_variable("FLD_THREADS");
-  return static_cast<int>(std::clamp<int64_t>(wanted ? *wanted : usable_cores(), 1, kMaxThreads));
+  return bytes < least_bytes ? 1 : most_threads(usable_cores());
 }
 
 void run_in_threads(int count, void (*work)(void* context, int k), void* context) {
   Task tasks[kMaxThreads];
-  for (int k = 0; k < count; ++k) tasks[k] = {work, context, k, {}};
-  const int created = create_threads(tasks, count);
-  work(context, 0);
-  for (int k = created; k < count; ++k) work(context, k);
-  for (int k = 1; k < created; ++k) pthread_join(tasks[k].thread, nullptr);
+  for (int k = 0; k < count; ++k) {
+    tasks[k].work = work;
+    tasks[k].context = context;
+    tasks[k].k = k;
+  }
+  const cpu_set_t cores = usable_cores();
+  const int created = create_threads(tasks, count, cores);
+  const int64_t start = nanoseconds(CLOCK_MONOTONIC);
+  tasks[0].run();
+  const bool was_long = nanoseconds(CLOCK_MONOTONIC) - start > kLateStart;
+  for (int k = 1; k < count; ++k) {
+    const bool had_not_begun = tasks[k].run();
+    if (had_not_begun && was_long) pause_after_late_start.begin();
+  }
+  for (int k = 1; k < created; ++k) {
+    pthread_setaffinity_np(tasks[k].thread, sizeof cores, &cores);
+    pthread_join(tasks[k].thread, nullptr);
+  }
 }
 
 }  // namespace fld

@@ -2,7 +2,7 @@
 // not depend on the number of threads.
 //
 // The variable FLD_THREADS sets the number of threads (1 to 8; default: the cores that the process may use).
-// Arrays below FLD_THREADS_FROM bytes (default 4 MiB) are left to the calling thread.
+// Arrays below FLD_THREADS_FROM bytes (default 1 MiB) are left to the calling thread.
 #pragma once
 
 #include <algorithm>
@@ -19,9 +19,10 @@ constexpr int kMaxThreads = 8;
 // Number of threads for work on an array of `bytes` bytes, 1 to kMaxThreads.
 int threads_for(int64_t bytes);
 
-// Calls work(context, k) for each k of 0 to `count` - 1 (at most kMaxThreads), in `count` threads of which
-// the calling one is the first, and returns when all calls have. If a thread cannot be created, the calling
-// thread does its work too. `work` must not throw. Signals are blocked in the other threads.
+// Calls work(context, k) for each k of 0 to `count` - 1 (at most kMaxThreads), in up to `count` threads of
+// which one is the calling thread, and returns when all calls have. The calling thread begins with 0; it also
+// does what no other thread has begun by then, because it cannot be created or its core is busy. `work` must
+// not throw. Signals are blocked in the other threads.
 void run_in_threads(int count, void (*work)(void* context, int k), void* context);
 
 // The same with work(k).

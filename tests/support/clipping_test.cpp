@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 #include <limits>
 #include <string>
+#include <vector>
 
 #include "support/vfpa.h"
 #include "tests/support/thrown_message.h"
@@ -57,6 +58,29 @@ TEST(Clipping, ADoubleBeyondFloatsIsReplaced) {
   fld::cv_cut_fld({8, values}, 2, 0.0F, 1.0e30, -1.0);
   EXPECT_EQ(values[0], -1.0);
   EXPECT_EQ(values[1], -1.0e300);
+}
+
+TEST(Clipping, OneValueAmongManyIsReplacedWhereverItStands) {
+  for (const size_t place : {size_t{0}, size_t{1023}, size_t{1024}, size_t{2048}, size_t{2999}}) {
+    std::vector<float> values(3000, 1.0F);
+    values[place] = 200.0F;
+    fld::cv_cut_fld({4, values.data()}, 3000, 100.0F, 0.0, -1.0);
+    std::vector<float> expected(3000, 1.0F);
+    expected[place] = -1.0F;
+    EXPECT_EQ(values, expected) << place;
+  }
+}
+
+TEST(Clipping, ALimitBetweenTwoFloatsSeparatesThem) {
+  // 0.99 * 10 is 9.9, which is between these neighbours.
+  const float below = 9.9F;
+  const float above = std::nextafter(below, 10.0F);
+  ASSERT_LT(static_cast<double>(below), 9.9);
+  ASSERT_LT(9.9, static_cast<double>(above));
+  float values[] = {below, above};
+  fld::cv_cut_fld({4, values}, 2, 10.0F, 0.0, -1.0);
+  EXPECT_EQ(values[0], below);
+  EXPECT_EQ(values[1], -1.0F);
 }
 
 TEST(Clipping, NotANumberStays) {

@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 #include <numeric>
 #include <pthread.h>
+#include <sched.h>
 #include <signal.h>
 #include <utility>
 #include <vector>
@@ -47,27 +48,39 @@ Borders borders(const fld::Ranges& ranges) {
   return borders;
 }
 
-// How often each of four pieces of work was called, and in how many threads.
+// How often each of four pieces of work was called, and in which threads.
 struct Calls {
   std::array<std::atomic<int>, 4> of_each = {};
   std::atomic<int> in_this_thread = 0;
+  std::atomic<int> in_others = 0;
   std::atomic<int> with_a_signal = 0;
 };
 
-void run_four(Calls& calls) {
+// Runs four pieces; the first one waits until `others` threads have begun another one.
+void run_four(Calls& calls, int others = 3) {
   const pthread_t caller = pthread_self();
   fld::run_in_threads(4, [&](int k) {
     ++calls.of_each[static_cast<size_t>(k)];
-    const bool is_caller = pthread_equal(pthread_self(), caller) != 0;
-    calls.in_this_thread += is_caller;
+    if (pthread_equal(pthread_self(), caller) != 0) {
+      ++calls.in_this_thread;
+      while (calls.in_others < others) sched_yield();
+      return;
+    }
+    ++calls.in_others;
     sigset_t blocked;
     pthread_sigmask(SIG_BLOCK, nullptr, &blocked);
-    calls.with_a_signal += !is_caller && sigismember(&blocked, SIGUSR1) == 0;
+    calls.with_a_signal += sigismember(&blocked, SIGUSR1) == 0;
   });
 }
 
 void expect_one_call_each(const Calls& calls) {
   for (const auto& count : calls.of_each) EXPECT_EQ(count, 1);
+}
+
+// The cores that the process may use.
+int usable_cores() {
+  cpu_set_t cores;
+  return sched_getaffinity(0, sizeof cores, &cores) == 0 ? CPU_COUNT(&cores) : 0;
 }
 
 TEST(Ranges, AreConsecutiveAndOfAboutTheSameLength) {
@@ -90,6 +103,32 @@ TEST(WorkerThreads, DoEachPieceOfWorkOnce) {
   EXPECT_EQ(calls.in_this_thread, 1);
 }
 
+TEST(WorkerThreads, LeaveTheCoresOfTheCallerAsTheyWere) {
+  cpu_set_t before;
+  ASSERT_EQ(sched_getaffinity(0, sizeof before, &before), 0);
+  Calls calls;
+  run_four(calls);
+  cpu_set_t after;
+  ASSERT_EQ(sched_getaffinity(0, sizeof after, &after), 0);
+  EXPECT_TRUE(CPU_EQUAL(&before, &after));
+}
+
+TEST(WorkerThreads, StartOnAnotherCoreIfThereIsOne) {
+  if (usable_cores() < 2) GTEST_SKIP() << "the process may use one core";
+  if (fld::threads_for(kLarge) > usable_cores()) GTEST_SKIP() << "FLD_THREADS asks for more than the cores";
+  cpu_set_t of_thread;
+  CPU_ZERO(&of_thread);
+  std::atomic<bool> has_begun = false;
+  fld::run_in_threads(2, [&](int k) {
+    if (k == 1) {
+      sched_getaffinity(0, sizeof of_thread, &of_thread);
+      has_begun = true;
+    }
+    while (!has_begun) sched_yield();
+  });
+  EXPECT_EQ(CPU_COUNT(&of_thread), usable_cores() - 1);
+}
+
 TEST(WorkerThreads, LeaveSignalsToTheHost) {
   sigset_t before;
   pthread_sigmask(SIG_BLOCK, nullptr, &before);
@@ -106,7 +145,7 @@ TEST(WorkerThreads, AreDoneWithoutWhereTheyCannotBeCreated) {
   for (const int created : {0, 1, 2}) {
     threads_left = created;
     Calls calls;
-    run_four(calls);
+    run_four(calls, created);
     expect_one_call_each(calls);
     EXPECT_EQ(calls.in_this_thread, 4 - created);
   }
@@ -158,16 +197,10 @@ TEST_F(ThreadsDeathTest, AreAsManyAsFldThreadsSays) {
 }
 
 TEST_F(ThreadsDeathTest, AreForLargeArrays) {
-  EXPECT_EXIT(exit_with_threads("3", nullptr, (4 << 20) - 1), testing::ExitedWithCode(1), "");
-  EXPECT_EXIT(exit_with_threads("3", nullptr, 4 << 20), testing::ExitedWithCode(3), "");
+  EXPECT_EXIT(exit_with_threads("3", nullptr, (1 << 20) - 1), testing::ExitedWithCode(1), "");
+  EXPECT_EXIT(exit_with_threads("3", nullptr, 1 << 20), testing::ExitedWithCode(3), "");
   EXPECT_EXIT(exit_with_threads("3", "100", 99), testing::ExitedWithCode(1), "");
   EXPECT_EXIT(exit_with_threads("3", "100", 100), testing::ExitedWithCode(3), "");
-}
-
-// The cores that the process may use.
-int usable_cores() {
-  cpu_set_t cores;
-  return sched_getaffinity(0, sizeof cores, &cores) == 0 ? CPU_COUNT(&cores) : 0;
 }
 
 TEST_F(ThreadsDeathTest, AreOnePerCoreUnlessANumberIsGiven) {
