@@ -14,13 +14,6 @@
 
 namespace analysis {
 
-struct DerivedVariable {
-  Derivation derivation = Derivation::gradient;
-  int variable = 0;   // number of the one that it is derived from, which is given per node
-  int component = 0;  // of that one: which is taken where a scalar is wanted and it is a vector
-  std::string name;   // UTF-8: "grad(Pressure)"
-};
-
 // Derivatives are computed on the whole mesh of a region set, and a part has those of its nodes: a surface
 // those of the volume behind it, and a volume the same as its neighbour where they meet. One step's whole
 // meshes and their derived values are kept, until another step is asked for.

@@ -4,8 +4,8 @@
 include(FldParaViewPython)
 
 set(data COMPONENTS CommonCore CommonDataModel)
-set(drawing FiltersCore FiltersFlowPaths FiltersGeneral FiltersGeometry FiltersSources IOImage IOXML RenderingAnnotation
-  RenderingCore RenderingFreeType RenderingOpenGL2)
+set(drawing ChartsCore FiltersCore FiltersExtraction FiltersFlowPaths FiltersGeneral FiltersGeometry FiltersSources IOExport
+  IOImage IOXML RenderingAnnotation RenderingContext2D RenderingContextOpenGL2 RenderingCore RenderingFreeType RenderingOpenGL2)
 # The newest ParaView first.
 file(GLOB paraview_folders /usr/lib/*/cmake/paraview-*)
 list(SORT paraview_folders COMPARE NATURAL ORDER DESCENDING)

@@ -126,17 +126,6 @@ Items parts_of(const host::Session& session) {
   return items_of(session, "part", session.parts());
 }
 
-// The component that the end of `text` names, which is taken off; none without one.
-std::optional<int> take_component(std::string& text) {
-  for (std::size_t i = 0; i < kComponents.size(); ++i) {
-    const std::string ending = std::string(".") + kComponents[i];
-    if (!text.ends_with(ending)) continue;
-    text.resize(text.size() - ending.size());
-    return static_cast<int>(i);
-  }
-  return std::nullopt;
-}
-
 void add_component(host::Session& session, const Items& items, const std::string& text,
                    std::vector<ChosenComponent>& chosen) {
   std::set<int> found = find(items, text);
@@ -231,6 +220,24 @@ ChosenParts choose_parts(host::Session& session, const std::vector<std::string>&
   }
   if (session.step() != step) session.select_step(step);
   return chosen;
+}
+
+std::optional<int> take_component(std::string& text) {
+  for (std::size_t i = 0; i < kComponents.size(); ++i) {
+    const std::string ending = std::string(".") + kComponents[i];
+    if (!text.ends_with(ending)) continue;
+    text.resize(text.size() - ending.size());
+    return static_cast<int>(i);
+  }
+  return std::nullopt;
+}
+
+std::vector<std::string> split_variables(host::Session& session, const std::vector<std::string>& lists) {
+  return split_all(items_of(session, "variable", session.variables()), lists);
+}
+
+bool is_variable(host::Session& session, const std::string& text) {
+  return !named(items_of(session, "variable", session.variables()), text).empty();
 }
 
 std::vector<int> choose_variables(host::Session& session, const std::vector<std::string>& lists) {

@@ -69,6 +69,17 @@ struct ChosenComponent {
 // .y, .z or .magnitude after it.
 std::vector<ChosenComponent> choose_components(host::Session& session, const std::vector<std::string>& lists);
 
+// The items of lists of variables, which are separated by commas; a list that is the name of a variable is
+// one item, commas or not.
+std::vector<std::string> split_variables(host::Session& session, const std::vector<std::string>& lists);
+
+// Whether a variable has this name.
+bool is_variable(host::Session& session, const std::string& text);
+
+// The component that the end of `text` names (.x, .y, .z or .magnitude), which is taken off; none without
+// one.
+std::optional<int> take_component(std::string& text);
+
 // The one that `text` means. Throws CommandError also when it means several.
 ChosenComponent choose_component(host::Session& session, const std::string& text);
 

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "CLI/CLI.hpp"
+#include "fmt/format.h"
 #include "host/error.h"
 #include "host/text_encoding.h"
 #include "nlohmann/json.hpp"
@@ -15,14 +16,20 @@
 #include "tool/commands.h"
 #include "tool/dataset_options.h"
 #include "tool/exit_status.h"
+#include "tool/file_names.h"
 #include "tool/interrupt.h"
 #include "tool/jobs.h"
 #include "tool/number_range.h"
 #include "tool/output.h"
 #include "tool/part_statistics.h"
+#include "tool/problems.h"
 #include "tool/progress.h"
+#include "tool/quantity.h"
 #include "tool/read_error.h"
 #include "tool/stats_printer.h"
+#ifdef FLDTOOL_HAS_VTK
+#include "tool/chart_output.h"
+#endif
 
 namespace tool {
 namespace {
@@ -44,6 +51,8 @@ r, theta and z on the whole mesh of a mesh in cylindrical coordinates.
 --histogram N adds, below every line, how many values there are in N intervals of equal width from the lowest to the highest
 finite value.
 
+--plot draws the histograms into a .png or .svg file as well: bars for one, a line each for several.
+
 --csv prints a header line, then one line per step, part and variable, and of a vector per component:
   step, time, part (its number), kind, name, variable, component, per, availability, values, undefined, nan, minimum,
   maximum, mean, deviation, axes (what the coordinates are), minimum_at (the row in 'fldtool values'), minimum_x, _y, _z,
@@ -52,7 +61,7 @@ finite value.
 --json prints one JSON object:
   file           the file as given
   steps          per step that could be read: step, time, variables
-  variables      per variable: number, name, label, type (scalar or vector), per (node or element), parts
+  variables      per variable: number (null of a derived one), name, label, type (scalar or vector), per (node or element), parts
   parts          per part: part (its number), name, availability (given, not in this step, not offered or failed), reason
                  (if failed), axes (names of the coordinates), components
   components     component (x, y, z or magnitude; null of a scalar), values (how many), minimum, maximum, mean, undefined,
@@ -69,6 +78,7 @@ struct StatsOptions {
   std::vector<std::string> parts = {"all"};
   std::vector<std::string> variables;
   std::size_t intervals = 0;
+  std::string plot;  // in builds with VTK
   int jobs = 0;
   bool json = false;
   bool csv = false;
@@ -79,6 +89,29 @@ std::unique_ptr<StatsPrinter> make_printer(const StatsOptions& options) {
   return options.csv ? make_stats_csv() : make_stats_text();
 }
 
+// Where the intervals of histograms are and how many values are in them: name, label, x, y each.
+Json histogram_bars(const host::Session& session, const std::vector<VariableStatistics>& found) {
+  Json all = Json::array();
+  for (const VariableStatistics& variable : found) {
+    const std::string name = host::printable(variable.variable.name);
+    const std::string label = host::printable(variable.variable.label);
+    for (const PartStatistics& part : variable.parts) {
+      for (const ComponentStatistics& component : part.components) {
+        std::vector<double> x;
+        for (std::size_t i = 0; i < component.histogram.counts.size(); ++i)
+          x.push_back((component.histogram.edge(i) + component.histogram.edge(i + 1)) / 2);
+        all.push_back({{"name", fmt::format("{}{}{} on {}, step {}", name,
+                                            component.component.empty() ? "" : ".", component.component,
+                                            host::printable(session.part(part.part).name), session.step())},
+                       {"label", label.empty() ? name : label},
+                       {"x", x},
+                       {"y", component.histogram.counts}});
+      }
+    }
+  }
+  return all;
+}
+
 // Goes through steps, variables and parts, in the order in which a reader keeps what it has read, and prints
 // each step when it is done.
 class StatsRun {
@@ -87,15 +120,16 @@ class StatsRun {
       : options_(options),
         session_(session),
         steps_(choose_steps(session, options.steps)),
-        variables_(choose_components(session, options.variables)),
+        variables_(choose_quantities(session, options.variables)),
         has_first_step_(select(steps_.front())),
         parts_(choose_parts(session, options.parts)),
+        values_(session),
         progress_("stats", steps_.size() * variables_.size() * parts_.size(), ProgressUnit::steps),
         printer_(make_printer(options)) {}
 
   void run() {
     output_.write(printer_->beginning());
-    std::vector<std::string> problems;
+    Problems problems;
     bool any = false;
     const int jobs = usable_jobs(options_.jobs, steps_.size(), memory_of_step(session_, steps_));
     progress_.update(0);
@@ -103,19 +137,23 @@ class StatsRun {
         jobs, steps_.size(), [&](std::size_t i) { return report_on(steps_[i]); },
         [&](std::size_t i, const Json& report) {
           progress_.update((i + 1) * variables_.size() * parts_.size());
-          for (const std::string& problem : report.at("problems").get<std::vector<std::string>>())
-            add_problem(problems, problem);
+          problems.add(report.at("problems").get<std::vector<std::string>>());
           if (report.contains("text")) {
             progress_.erase();
             output_.write((any ? printer_->separator() : "") + text_of(report.at("text")));
             any = true;
+            if (report.contains("bars"))
+              bars_.insert(bars_.end(), report["bars"].begin(), report["bars"].end());
           }
           return !report.at("is_lost").get<bool>();
         });
     progress_.erase();
-    output_.write(printer_->end(problems));
+    output_.write(printer_->end(problems.texts()));
     output_.finish();
-    if (!problems.empty()) throw CommandError(ExitStatus::unreadable, problems.front());
+#ifdef FLDTOOL_HAS_VTK
+    if (!options_.plot.empty()) draw_histogram();
+#endif
+    problems.report();
   }
 
  private:
@@ -124,7 +162,7 @@ class StatsRun {
       session_.select_step(step);
       return true;
     } catch (const host::Error& error) {
-      note_problem(read_problem(error, session_).text());
+      problems_.add(read_problem(error, session_).text());
       return false;
     }
   }
@@ -134,9 +172,11 @@ class StatsRun {
     Json report;
     if (step == steps_.front() ? has_first_step_ : select(step)) {
       parts_.tell_missing(session_, progress_);
-      report["text"] = as_bytes(printer_->step(session_, statistics()));
+      const std::vector<VariableStatistics> found = statistics();
+      report["text"] = as_bytes(printer_->step(session_, found));
+      if (!options_.plot.empty()) report["bars"] = histogram_bars(session_, found);
     }
-    report["problems"] = std::exchange(problems_, {});
+    report["problems"] = problems_.take();
     report["is_lost"] = session_.is_lost();
     return report;
   }
@@ -144,18 +184,18 @@ class StatsRun {
   std::vector<VariableStatistics> statistics() {
     std::vector<VariableStatistics> found;
     const std::vector<int> parts = parts_.at(session_);
-    for (const ChosenComponent& chosen : variables_) {
-      found.push_back({session_.variable(chosen.variable), {}});
+    for (const Quantity& chosen : variables_) {
+      found.push_back({chosen.variable, {}});
       const std::string name = "variable " + host::to_utf8(found.back().variable.name);
       for (const int part : parts) {
         stop_if_interrupted();
         progress_.update(done_++);
         const bool was_lost = session_.is_lost();
         found.back().parts.push_back(
-            part_statistics(session_, chosen, session_.part(part), options_.intervals));
+            part_statistics(values_, chosen, session_.part(part), options_.intervals));
         const PartStatistics& latest = found.back().parts.back();
         if (latest.availability == host::Availability::failed && !was_lost)
-          note_problem(read_problem(latest.failed, session_, name).text());
+          problems_.add(read_problem(latest.failed, session_, name).text());
       }
     }
     if (!session_.is_lost()) locate_extremes(found);
@@ -174,33 +214,49 @@ class StatsRun {
       try {
         locate(session_, part, statistics);
       } catch (const host::Error& error) {
-        note_problem(read_problem(error, session_).text());
+        problems_.add(read_problem(error, session_).text());
         if (session_.is_lost()) return;
       }
     }
   }
 
-  void note_problem(const std::string& problem) { add_problem(problems_, problem); }
-
-  // As a rule it is the same for every part.
-  static void add_problem(std::vector<std::string>& problems, const std::string& problem) {
-    if (problems.empty() || problems.back() != problem) problems.push_back(problem);
+#ifdef FLDTOOL_HAS_VTK
+  // Bars of one histogram, or a line for each of several.
+  void draw_histogram() const {
+    render::Chart chart;
+    chart.kind = bars_.size() == 1 ? render::ChartKind::bars : render::ChartKind::lines;
+    chart.title = host::without_controls(host::message_to_utf8(session_.path().filename().string()));
+    chart.y_title = "values";
+    for (const Json& bars : bars_) {
+      chart.series.push_back({bars.at("name").get<std::string>(), bars.at("x").get<std::vector<double>>(),
+                              bars.at("y").get<std::vector<double>>()});
+      if (bars.at("label") == bars_.front().at("label")) continue;
+      chart.x_title = "value";
+    }
+    if (chart.x_title.empty() && !bars_.empty()) chart.x_title = bars_.front().at("label").get<std::string>();
+    write_chart(options_.plot, chart);
   }
+#endif
 
   const StatsOptions& options_;
   host::Session& session_;
-  std::vector<std::string> problems_;  // of the step
+  Problems problems_;  // of the step
   std::vector<int> steps_;
-  std::vector<ChosenComponent> variables_;
+  std::vector<Quantity> variables_;
   bool has_first_step_;
   ChosenParts parts_;
+  QuantityValues values_;
   Progress progress_;
   Output output_{""};
+  std::vector<Json> bars_;  // of the histograms that are drawn
   std::unique_ptr<StatsPrinter> printer_;
   std::uint64_t done_ = 0;
 };
 
 void run_stats(const StatsOptions& options) {
+#ifdef FLDTOOL_HAS_VTK
+  check_chart_output(options.plot);
+#endif
   OpenDataset dataset(options.dataset);
   try {
     StatsRun(options, dataset.session()).run();
@@ -225,8 +281,13 @@ void add_stats_command(CLI::App& app) {
   command->add_flag("--csv", options->csv, "Print comma-separated lines")
       ->excludes(json)
       ->excludes(histogram);
+#ifdef FLDTOOL_HAS_VTK
+  command->add_option("--plot", options->plot, "Draw the histograms into this .png or .svg file as well")
+      ->check(file_name())
+      ->needs(histogram);
+#endif
   add_jobs_option(*command, options->jobs);
-  command->footer(std::string(kStatsManual) + kChoiceText + kExitStatusText);
+  command->footer(std::string(kStatsManual) + kDerivedText + kChoiceText + kExitStatusText);
   command->callback([options] { run_stats(*options); });
 }
 

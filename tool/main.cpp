@@ -40,11 +40,17 @@ int run(int argc, char** argv) {
   tool::add_info_command(app);
   tool::add_stats_command(app);
   tool::add_values_command(app);
+  tool::add_integrate_command(app);
   tool::add_diff_command(app);
   tool::add_layout_command(app);
   tool::add_check_command(app);
 #ifdef FLDTOOL_HAS_VTK
+  tool::add_probe_command(app);
+  tool::add_history_command(app);
+  tool::add_mean_command(app);
+  tool::add_plot_command(app);
   tool::add_convert_command(app);
+  tool::add_extract_command(app);
   tool::add_render_command(app);
 #endif
 #ifdef FLDTOOL_HAS_PAGE

@@ -57,15 +57,6 @@ std::vector<float> magnitudes(const std::array<host::HostArray, 3>& vector) {
   return result;
 }
 
-// The values of one component; if the reader throws, they have failed.
-host::PartValues values_of(host::Session& session, int variable, int part, int component) {
-  try {
-    return session.values(variable, part, component);
-  } catch (const host::Error& error) {
-    return {.availability = host::Availability::failed, .reason = error.reason(), .file = error.file()};
-  }
-}
-
 // The coordinates of places on one part.
 class Locator {
  public:
@@ -110,9 +101,9 @@ class Locator {
 
 }  // namespace
 
-PartStatistics part_statistics(host::Session& session, const ChosenComponent& chosen, const host::Part& part,
+PartStatistics part_statistics(QuantityValues& source, const Quantity& chosen, const host::Part& part,
                                std::size_t intervals) {
-  const host::Variable& variable = session.variable(chosen.variable);
+  const host::Variable& variable = chosen.variable;
   const bool is_vector = variable.kind == host::VariableKind::vector;
   const bool with_magnitude = is_vector && chosen.component.value_or(kMagnitude) == kMagnitude;
   const bool is_one = chosen.component && chosen.component != kMagnitude;
@@ -122,7 +113,7 @@ PartStatistics part_statistics(host::Session& session, const ChosenComponent& ch
   const int first = is_one ? *chosen.component : 0;
   const int last = is_one ? *chosen.component : variable.components() - 1;
   for (int i = first; i <= last; ++i) {
-    host::PartValues values = values_of(session, variable.number, part.number, i);
+    host::PartValues values = source.values(chosen, part.number, i);
     result.availability = values.availability;
     if (values.availability != host::Availability::given) {
       result.failed = std::move(values);

@@ -9,8 +9,8 @@
 
 #include "host/session.h"
 #include "host/value_statistics.h"
-#include "tool/choice.h"
 #include "tool/histogram.h"
+#include "tool/quantity.h"
 
 namespace tool {
 
@@ -40,7 +40,7 @@ struct PartStatistics {
 // Of a variable on a part at the session's step; of a vector the chosen component, or all of them and the
 // magnitude. With `intervals` above 0 every component gets a histogram. The magnitude of a vector is
 // undefined, or not a number, where one of its components is. Places have no coordinates yet.
-PartStatistics part_statistics(host::Session& session, const ChosenComponent& chosen, const host::Part& part,
+PartStatistics part_statistics(QuantityValues& source, const Quantity& chosen, const host::Part& part,
                                std::size_t intervals);
 
 // Adds the coordinates to the places in all of these, which are about one part of the session's step. Reads

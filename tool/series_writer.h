@@ -2,10 +2,13 @@
 #pragma once
 
 #include <functional>
-#include <vector>
+#include <optional>
+#include <vtkUnstructuredGrid.h>
 
 #include "tool/chosen_parts.h"
 #include "tool/json_values.h"
+#include "tool/point_text.h"
+#include "tool/quantity.h"
 #include "vtk/compression.h"
 #include "vtk/precision.h"
 
@@ -13,9 +16,12 @@ namespace tool {
 
 struct SeriesOptions {
   ChosenParts parts;
-  std::vector<int> variables;  // numbers
+  WholeQuantities quantities;
+  std::optional<PointPair> box{};  // opposite corners: only elements with a node in it
   vtkdata::Precision precision = vtkdata::Precision::single_width;
   vtkdata::Compression compression = vtkdata::Compression::none;
+  std::function<void(vtkUnstructuredGrid* grid, int part)>
+      more_values{};  // adds arrays to a part; may be empty
 };
 
 // Its members throw CommandError when a file cannot be written.
@@ -36,6 +42,9 @@ class SeriesWriter {
 
   // Called after the last step.
   virtual void finish() {}
+
+  // Whether a part was added at any step: with a box there may be none.
+  virtual bool has_parts() const { return true; }
 };
 
 }  // namespace tool

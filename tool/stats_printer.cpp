@@ -132,7 +132,7 @@ class JsonPrinter : public StatsPrinter {
         entry["components"].push_back(component_json(component));
       parts.push_back(std::move(entry));
     }
-    return {{"number", found.variable.number},
+    return {{"number", found.variable.number > 0 ? Json(found.variable.number) : Json(nullptr)},
             {"name", host::to_utf8(found.variable.name)},
             {"label", host::to_utf8(found.variable.label)},
             {"type", kind_word(found.variable.kind)},

@@ -11,6 +11,7 @@
 #include "host/text_encoding.h"
 #include "host/undefined_value.h"
 #include "tool/interrupt.h"
+#include "tool/npy_header.h"
 
 namespace tool {
 namespace {
@@ -74,19 +75,6 @@ class CsvWriter : public ValueWriter {
   std::size_t done_ = 0;
 };
 
-std::string npy_header(std::size_t rows, std::size_t columns) {
-  // The header's length, with its 10 bytes in front, is a multiple of 64; the line end is its last byte.
-  constexpr std::size_t kPreamble = 10;
-  std::string dictionary =
-      fmt::format("{{'descr': '<f4', 'fortran_order': False, 'shape': ({}, {}), }}", rows, columns);
-  dictionary.append(63 - (kPreamble + dictionary.size()) % 64, ' ');
-  dictionary += '\n';
-  std::string header("\x93NUMPY\x01\x00", 8);
-  header += static_cast<char>(dictionary.size() & 0xFF);
-  header += static_cast<char>(dictionary.size() >> 8);
-  return header + dictionary;
-}
-
 // The files are the same whatever machine writes them.
 void to_little_endian(std::vector<float>& values) {
   if constexpr (std::endian::native == std::endian::big) {
@@ -104,7 +92,7 @@ class NpyWriter : public ValueWriter {
     std::vector<float> before;
     if (origin_.step) before.push_back(static_cast<float>(origin.step));
     if (origin_.part) before.push_back(static_cast<float>(origin.part));
-    if (!has_header_) output_.write(npy_header(rows_, before.size() + table.columns.size()));
+    if (!has_header_) output_.write(npy_header("<f4", rows_, before.size() + table.columns.size()));
     has_header_ = true;
     std::vector<float> block;
     for_each_block(rows, done_, progress_, [&](std::size_t from, std::size_t to) {

@@ -8,7 +8,9 @@
 #include <vtkDoubleArray.h>
 #include <vtkFieldData.h>
 #include <vtkNew.h>
+#include <vtkPointData.h>
 
+#include "analysis/box_elements.h"
 #include "fmt/format.h"
 #include "host/display_names.h"
 #include "host/part_tree.h"
@@ -50,6 +52,13 @@ void add_time(vtkUnstructuredGrid* grid, double time) {
 
 }  // namespace
 
+vtkSmartPointer<vtkDataArray> at_precision(vtkFloatArray* values, vtkdata::Precision precision) {
+  if (precision == vtkdata::Precision::single_width) return values;
+  auto wide = vtkSmartPointer<vtkDoubleArray>::New();
+  wide->DeepCopy(values);
+  return wide;
+}
+
 VtkSeries::TemporaryFolder::TemporaryFolder(const fs::path& parent, const std::string& name) {
   std::string pattern = (parent / fmt::format(".{}.XXXXXX", name)).string();
   if (mkdtemp(pattern.data()) == nullptr) fail(parent, std::generic_category().message(errno));
@@ -66,6 +75,10 @@ VtkSeries::VtkSeries(host::Session& session, const fs::path& collection, SeriesO
       collection_(collection),
       folder_(fs::path(collection).replace_extension()),
       options_(std::move(options)),
+      derived_(session,
+               [this](const host::Part& part) {
+                 return coordinate_names_.of(session_, part) == kCylindricalAxes;
+               }),
       variable_names_(host::variable_names(session)),
       written_(made(folder_)),
       temporary_(folder_, "steps") {}
@@ -74,17 +87,26 @@ std::string VtkSeries::file_name_of(int part) const {
   return fmt::format("part_{}_{}.vtu", part, plain_name(part_names_[static_cast<std::size_t>(part) - 1]));
 }
 
-void VtkSeries::write_part(int part, const fs::path& path) const {
-  const vtkSmartPointer<vtkUnstructuredGrid> grid =
-      vtkdata::make_part_grid(session_, part, options_.precision);
-  for (const int variable : options_.variables) {
+bool VtkSeries::write_part(int part, const fs::path& path) {
+  vtkSmartPointer<vtkUnstructuredGrid> grid = vtkdata::make_part_grid(session_, part, options_.precision);
+  for (const int variable : options_.quantities.variables) {
     vtkdata::add_values(grid, session_, variable, part,
                         variable_names_[static_cast<std::size_t>(variable) - 1], options_.precision);
+  }
+  for (const analysis::DerivedVariable& variable : options_.quantities.derived) {
+    const vtkSmartPointer<vtkFloatArray> values = derived_.on_part(variable, part);
+    if (values) grid->GetPointData()->AddArray(at_precision(values, options_.precision));
+  }
+  if (options_.more_values) options_.more_values(grid, part);
+  if (options_.box) {
+    grid = analysis::elements_in_box(grid, options_.box->first, options_.box->second);
+    if (grid->GetNumberOfCells() == 0) return false;
   }
   add_time(grid, session_.variable_times().times[static_cast<std::size_t>(session_.step())]);
   grid->GetFieldData()->AddArray(vtkdata::make_labels(session_));
   if (!vtkdata::write_grid(path, grid, options_.compression))
     fail(folder_ / step_name() / file_name_of(part), "the file is not complete");
+  return true;
 }
 
 std::string VtkSeries::step_name() const {
@@ -93,13 +115,15 @@ std::string VtkSeries::step_name() const {
 
 Json VtkSeries::write_step(const std::function<void()>& after_part) {
   part_names_ = host::part_names(session_);
-  const std::vector<int> parts = options_.parts.at(session_);
+  std::vector<int> parts;
   const std::string name = step_name();
   make_folders(temporary_.path() / name);
   Json files = Json::array();
-  for (const int part : parts) {
-    files.push_back(file_name_of(part));
-    write_part(part, temporary_.path() / name / file_name_of(part));
+  for (const int part : options_.parts.at(session_)) {
+    if (write_part(part, temporary_.path() / name / file_name_of(part))) {
+      files.push_back(file_name_of(part));
+      parts.push_back(part);
+    }
     after_part();
   }
   const std::string composite = vtkdata::composite_text(
@@ -118,6 +142,7 @@ void VtkSeries::add_step(const Json& step) {
   std::set<std::string> files = {composite};
   for (const Json& file : step.at("files")) files.insert(name + "/" + file.get<std::string>());
   written_.add(files);
+  has_parts_ = has_parts_ || files.size() > 1;
   if (files.size() > 1) make_folders(folder_ / name);
   for (const std::string& file : files) {
     if (file == composite) continue;

@@ -4,16 +4,22 @@
 
 #include <filesystem>
 #include <functional>
+#include <optional>
 #include <set>
 #include <string>
 #include <vector>
 
+#include "analysis/derived_values.h"
 #include "host/session.h"
+#include "tool/coordinate_names.h"
 #include "tool/series_writer.h"
 #include "tool/written_files.h"
 #include "vtk/collection_text.h"
 
 namespace tool {
+
+// The values in the precision of the files.
+vtkSmartPointer<vtkDataArray> at_precision(vtkFloatArray* values, vtkdata::Precision precision);
 
 class VtkSeries : public SeriesWriter {
  public:
@@ -27,6 +33,8 @@ class VtkSeries : public SeriesWriter {
   // Moves them to their places and writes the collection of all steps so far. Files of the step that an
   // earlier run wrote and this one does not are removed; all other files stay.
   void add_step(const Json& step) override;
+
+  bool has_parts() const override { return has_parts_; }
 
   // Removes the steps of earlier runs that this run did not write.
   void finish() override;
@@ -48,16 +56,20 @@ class VtkSeries : public SeriesWriter {
   };
 
   std::string step_name() const;
-  void write_part(int part, const std::filesystem::path& path) const;
+  // Returns whether the part has anything in the box.
+  bool write_part(int part, const std::filesystem::path& path);
   std::string file_name_of(int part) const;
 
   host::Session& session_;
   std::filesystem::path collection_;
   std::filesystem::path folder_;  // of the steps
   SeriesOptions options_;
+  CoordinateNames coordinate_names_;
+  analysis::DerivedValues derived_;
   std::vector<std::string> part_names_;
   std::vector<std::string> variable_names_;
   std::vector<vtkdata::CollectionStep> steps_;
+  bool has_parts_ = false;
   WrittenFiles written_;
   std::set<std::string> files_;  // of this run, relative to the folder
   TemporaryFolder temporary_;    // with a folder per step

@@ -17,7 +17,10 @@ namespace fs = std::filesystem;
 vtkhdf::SeriesOptions series_options(const SeriesOptions& options, std::size_t steps) {
   if (options.compression == vtkdata::Compression::lz4)
     throw CommandError(ExitStatus::usage, "--compress: a .vtkhdf file is compressed with zlib alone");
-  return {.variables = options.variables,
+  if (options.box) throw CommandError(ExitStatus::usage, "--box: a .vtkhdf file has all elements");
+  if (!options.quantities.derived.empty())
+    throw CommandError(ExitStatus::usage, "--variables: a .vtkhdf file has no derived variables");
+  return {.variables = options.quantities.variables,
           .steps = steps,
           .double_precision = options.precision == vtkdata::Precision::double_width,
           .compress = options.compression == vtkdata::Compression::zlib};

@@ -10,20 +10,13 @@
 #include "testkit/file_writer.h"
 #include "testkit/quantity.h"
 #include "testkit/small_meshes.h"
-#include "tests/host/open_file.h"
+#include "tests/analysis/part_mesh.h"
 
 namespace {
 
 using analysis::Derivation;
 using analysis::DerivedValues;
-
-bool never(const host::Part& /*part*/) {
-  return false;
-}
-
-bool is_whole(const host::Part& part) {
-  return part.kind == host::PartKind::whole;
-}
+using analysis_test::is_never_cylindrical;
 
 void expect_all(vtkFloatArray* values, int tuples, const std::vector<double>& expected, double tolerance) {
   ASSERT_NE(values, nullptr);
@@ -46,7 +39,7 @@ TEST(DerivedValues, SurfacesHaveThoseOfTheVolume) {
                       return 1 + 2 * x + 3 * y - z;
                     })}));
   host_test::OpenFile file(described);
-  DerivedValues derived(file.session(), never);
+  DerivedValues derived(file.session(), is_never_cylindrical);
   for (const host::Part& part : file.session().parts()) {
     const auto found = derived.on_part({Derivation::gradient, file.variable("p"), 0, "grad(p)"}, part.number);
     expect_all(found, part.nodes, {2, 3, -1}, 1e-5);
@@ -62,7 +55,7 @@ TEST(DerivedValues, ComponentsAndLengthsOfVectors) {
   described.region_sets.front().add(
       testkit::vector_section({.name = "v", .x = values(1, 4), .y = values(-4, 2), .z = values(0, 0)}));
   host_test::OpenFile file(described);
-  DerivedValues derived(file.session(), never);
+  DerivedValues derived(file.session(), is_never_cylindrical);
   const int v = file.variable("v");
   for (const host::Part& part : file.session().parts()) {
     expect_all(derived.on_part({Derivation::gradient, v, 1, "grad(v.y)"}, part.number), part.nodes,
@@ -90,7 +83,7 @@ TEST(DerivedValues, AreOfCartesianPlacesInACylindricalMesh) {
                       return 2 * radius * std::cos(angle) - 3 * radius * std::sin(angle) + 4 * z;
                     })}));
   host_test::OpenFile file(described);
-  DerivedValues derived(file.session(), is_whole);
+  DerivedValues derived(file.session(), analysis_test::is_whole);
   for (const char* name : {"inlet", "hub", "outer", "ALL_ELEMENTS"}) {
     SCOPED_TRACE(name);
     const int part = file.part(name);
@@ -109,7 +102,7 @@ TEST(DerivedValues, OfAVariableThatTheStepLacksThereAreNone) {
   testkit::write_file(second, directory / "s_1.fld");
   host_test::Reader reader;
   reader.session().open(directory / "s_0.fld");
-  DerivedValues derived(reader.session(), never);
+  DerivedValues derived(reader.session(), is_never_cylindrical);
   const analysis::DerivedVariable gradient{Derivation::gradient, reader.variable("p"), 0, "grad(p)"};
   for (const char* part : {"wall", "ALL_ELEMENTS"}) {
     reader.session().select_step(0);

@@ -1,20 +1,14 @@
 // `fldtool info --json` follows docs/info.schema.json, whatever it is about.
 #include "gtest/gtest.h"
-#include <filesystem>
-#include <fstream>
 #include <string>
 #include <vector>
 
 #include "nlohmann/json.hpp"
 #include "samples/samples.h"
 #include "testkit/file_writer.h"
+#include "tests/tool/json_schema.h"
 #include "tests/tool/run_fldtool.h"
 #include "tests/tool/tool_datasets.h"
-#include "valijson/adapters/nlohmann_json_adapter.hpp"
-#include "valijson/schema.hpp"
-#include "valijson/schema_parser.hpp"
-#include "valijson/validation_results.hpp"
-#include "valijson/validator.hpp"
 
 namespace {
 
@@ -22,39 +16,20 @@ using nlohmann::json;
 using tool_test::one_of_each_file;
 using tool_test::OneFile;
 using tool_test::run_fldtool;
-using Adapter = valijson::adapters::NlohmannJsonAdapter;
+using tool_test::schema_complaints;
+
+constexpr char kSchema[] = "info.schema.json";
 
 class InfoSchema : public testing::Test {
  protected:
-  InfoSchema() {
-    std::ifstream file(INFO_SCHEMA);
-    const json text = json::parse(file);
-    valijson::SchemaParser().populateSchema(Adapter(text), schema_);
-  }
-
-  // What is wrong with the document; empty when it follows the schema.
-  std::string complaints(const json& document) {
-    valijson::ValidationResults results;
-    valijson::Validator().validate(schema_, Adapter(document), &results);
-    std::string text;
-    for (valijson::ValidationResults::Error error; results.popError(error);) {
-      for (const std::string& place : error.context) text += place;
-      text += ": " + error.description + "\n";
-    }
-    return text;
-  }
-
   void expect_valid(const std::string& path) {
     for (const std::vector<std::string>& options :
          {std::vector<std::string>{}, {"--ranges"}, {"--all-steps"}, {"--no-groups"}}) {
       std::vector<std::string> arguments = {"info", "--json", path};
       arguments.insert(arguments.end(), options.begin(), options.end());
-      EXPECT_EQ(complaints(json::parse(run_fldtool(arguments).output)), "") << path;
+      EXPECT_EQ(schema_complaints(kSchema, json::parse(run_fldtool(arguments).output)), "") << path;
     }
   }
-
- private:
-  valijson::Schema schema_;
 };
 
 TEST_F(InfoSchema, TheSamples) {
@@ -85,19 +60,19 @@ TEST_F(InfoSchema, SeriesOfDifferentAndBrokenFiles) {
 TEST_F(InfoSchema, RefusesOtherDocuments) {
   const OneFile file(one_of_each_file());
   const json good = json::parse(run_fldtool({"info", "--json", "--ranges", file.path()}).output);
-  ASSERT_EQ(complaints(good), "");
+  ASSERT_EQ(schema_complaints(kSchema, good), "");
   json without = good;
   without.erase("steps");
-  EXPECT_NE(complaints(without), "");
+  EXPECT_NE(schema_complaints(kSchema, without), "");
   json more = good;
   more["parts"][0]["colour"] = "red";
-  EXPECT_NE(complaints(more), "");
+  EXPECT_NE(schema_complaints(kSchema, more), "");
   json negative = good;
   negative["parts"][0]["nodes"] = -1;
-  EXPECT_NE(complaints(negative), "");
+  EXPECT_NE(schema_complaints(kSchema, negative), "");
   json flat = good;
   flat["parts"][0]["bounds"][0].erase(0);
-  EXPECT_NE(complaints(flat), "");
+  EXPECT_NE(schema_complaints(kSchema, flat), "");
 }
 
 }  // namespace

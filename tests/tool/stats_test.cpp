@@ -256,13 +256,7 @@ TEST(Stats, ValuesThatCannotBeRead) {
 
 TEST(Stats, AStepThatCannotBeReadIsLeftOut) {
   const testkit::TemporaryDirectory directory;
-  for (int cycle = 1; cycle <= 3; ++cycle) {
-    testkit::File file = one_of_each_file();
-    file.header.set_cycle(cycle, cycle);
-    if (cycle == 2) file.region_sets.front().section("LS_Elements").blocks[0] = testkit::Block::integer(-5);
-    testkit::write_file(file, directory / ("case_" + std::to_string(cycle) + ".fld"));
-  }
-  const std::string path = (directory / "case_1.fld").string();
+  const std::string path = tool_test::write_series_with_a_broken_step(directory.path());
   const std::string beginning = "fldtool: " + (directory / "case_2.fld").string() + ": step 1: ";
   const std::string reason = "FAILED TO READ GEOMETRY DATA IN " + (directory / "case_2.fld").string() + ".";
   const Result result = run_fldtool({"stats", path, "--variables", "p", "-p", "whole"});

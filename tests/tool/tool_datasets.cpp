@@ -1,6 +1,7 @@
 #include "tests/tool/tool_datasets.h"
 
 #include <numeric>
+#include <string>
 #include <vector>
 
 #include "testkit/file_writer.h"
@@ -36,6 +37,16 @@ std::string write_series_that_loses_a_part(const std::filesystem::path& director
   file.header.set_cycle(1, 1.0);
   testkit::write_file(file, directory / "s_1.fld");
   return (directory / "s_0.fld").string();
+}
+
+std::string write_series_with_a_broken_step(const std::filesystem::path& directory) {
+  for (int cycle = 1; cycle <= 3; ++cycle) {
+    testkit::File file = one_of_each_file();
+    file.header.set_cycle(cycle, cycle);
+    if (cycle == 2) file.region_sets.front().section("LS_Elements").blocks[0] = testkit::Block::integer(-5);
+    testkit::write_file(file, directory / ("case_" + std::to_string(cycle) + ".fld"));
+  }
+  return (directory / "case_1.fld").string();
 }
 
 OneFile::OneFile(const testkit::File& file, const std::string& name) : name_(name) {

@@ -28,6 +28,10 @@ void remove_lower(testkit::File& file);
 // first.
 std::string write_series_that_loses_a_part(const std::filesystem::path& directory);
 
+// case_1.fld to case_3.fld, that file at times 1 to 3; the geometry of the second one cannot be read. Returns
+// the path of the first.
+std::string write_series_with_a_broken_step(const std::filesystem::path& directory);
+
 // A directory with one file in it.
 class OneFile {
  public:

@@ -30,7 +30,7 @@ class UnreadableFiles : public testing::Test {
     const std::string line = "fldtool: " + path + ": " + reason;
     for (const Result& result :
          {run_fldtool({"stats", path}), run_fldtool({"values", path, "-p", "1", "--variable", "1"}),
-          run_fldtool({"diff", path, path})}) {
+          run_fldtool({"diff", path, path}), run_fldtool({"integrate", path})}) {
       EXPECT_EQ(result.status, 3);
       EXPECT_EQ(result.errors, line + "\n");
       EXPECT_EQ(result.output, "");

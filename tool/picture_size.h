@@ -1,0 +1,13 @@
+// The size of a picture as it is written on the command line.
+#pragma once
+
+#include <array>
+#include <string>
+
+namespace tool {
+
+// The width and height in WIDTHxHEIGHT. Throws CommandError (wrong usage) with the option's name unless both
+// are from 64 to 4096.
+std::array<int, 2> picture_size(const char* option, const std::string& text);
+
+}  // namespace tool

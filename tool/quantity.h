@@ -1,0 +1,67 @@
+// What --variables chooses in commands that take derived names as well: grad(NAME), vorticity(NAME), q(NAME)
+// and mag(NAME).
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "analysis/derived_name.h"
+#include "host/session.h"
+
+namespace tool {
+
+// For the manuals of commands with such variables.
+inline constexpr char kDerivedText[] =
+    R"(--variables also takes what is derived from variables per node: grad(NAME), the gradient of a scalar or of a component
+(grad(U.x)); vorticity(NAME), the curl of a vector; q(NAME), which is positive where rotation outweighs strain;
+mag(NAME), the length of a vector. Derivatives are exact where a variable is linear; on a surface they are those of the
+volume behind it. At a node with an undefined value in an element around it they are undefined.
+
+)";
+
+// A variable of the dataset, or one that is derived from it.
+struct Quantity {
+  host::Variable variable;       // of a derived one: number 0, its name and kind
+  std::optional<int> component;  // of a vector: 0, 1, 2 or kMagnitude
+  std::optional<analysis::DerivedVariable> derived;
+};
+
+// In the order of the lists; all variables of the dataset when there are none. Throws CommandError (wrong
+// usage) for an item that chooses nothing, and for a derived name of something that it cannot be derived
+// from.
+std::vector<Quantity> choose_quantities(host::Session& session, const std::vector<std::string>& lists);
+
+// The same for commands that take whole variables: the numbers of the variables, ascending, and what is
+// derived.
+struct WholeQuantities {
+  std::vector<int> variables;
+  std::vector<analysis::DerivedVariable> derived;
+};
+WholeQuantities choose_whole_quantities(host::Session& session, const std::vector<std::string>& lists);
+
+// The values of quantities at the session's step.
+class QuantityValues {
+ public:
+  explicit QuantityValues(host::Session& session);
+  QuantityValues(const QuantityValues&) = delete;
+  QuantityValues& operator=(const QuantityValues&) = delete;
+  ~QuantityValues();
+
+  host::Session& session() const { return session_; }
+
+  // One component on a part; when the reader throws, they have failed.
+  host::PartValues values(const Quantity& quantity, int part, int component);
+
+ private:
+  struct Derived;
+
+  host::PartValues derived_values(const Quantity& quantity, int part, int component);
+
+  host::Session& session_;
+  std::unique_ptr<Derived> derived_;  // made when it is needed
+};
+
+}  // namespace tool
