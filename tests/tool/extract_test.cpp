@@ -62,6 +62,17 @@ TEST_F(Extract, ABoxWithoutElementsIsAnError) {
   EXPECT_EQ(result.output, "");
 }
 
+TEST_F(Extract, OneFileHasNoBox) {
+  const std::string file = (dataset.directory() / "out.vtkhdf").string();
+  const Result boxed = run_fldtool({"extract", dataset.path(), file, "--box", "0,0,0:1,1,1"});
+  if (boxed.errors.find("built without HDF5") != std::string::npos) GTEST_SKIP() << boxed.errors;
+  EXPECT_EQ(boxed.status, 2);
+  EXPECT_EQ(boxed.errors, "fldtool: --box: a .vtkhdf file has all elements\n");
+  const Result derived = run_fldtool({"extract", dataset.path(), file, "--variable", "mag(v)"});
+  EXPECT_EQ(derived.status, 2);
+  EXPECT_EQ(derived.errors, "fldtool: --variables: a .vtkhdf file has no derived variables\n");
+}
+
 TEST_F(Extract, WrongBoxesAreExplained) {
   for (const char* box : {"1,2,3", "1,2,3:4,5", "a,b,c:d,e,f", "1,2,3:4,5,6:7,8,9"}) {
     const Result result = run_fldtool({"extract", dataset.path(), collection.string(), "--box", box});
