@@ -106,8 +106,7 @@ TEST_F(RenderPlot, WrongArgumentsAreExplained) {
   const std::string table = write("h.csv", "step,time,p\n0,0,1\n");
   expect_error({"plot", table, "-o", "out.jpg"}, 2,
                "out.jpg: cannot write '.jpg' files: the name has to end in .png or .svg");
-  expect_error({"plot", table, "-o", out, "--y", "q"}, 2,
-               table + ": there is no column 'q'");
+  expect_error({"plot", table, "-o", out, "--y", "q"}, 2, table + ": there is no column 'q'");
   expect_error({"plot", table, "-o", out, "--x", "Time"}, 2,
                table + ": there is no column 'Time'; did you mean 'time'?");
   expect_error({"plot", table, "-o", out, "--size", "10x10"}, 2,
