@@ -3,7 +3,6 @@
 
 #include <functional>
 #include <optional>
-#include <vtkUnstructuredGrid.h>
 
 #include "tool/chosen_parts.h"
 #include "tool/json_values.h"
@@ -11,6 +10,8 @@
 #include "tool/quantity.h"
 #include "vtk/compression.h"
 #include "vtk/precision.h"
+
+class vtkUnstructuredGrid;
 
 namespace tool {
 
