@@ -40,8 +40,8 @@ cpu_set_t usable_cores() {
 struct Task {
   void (*work)(void* context, int k) = nullptr;
   void* context = nullptr;
-  int k = 0;
   pthread_t thread = {};
+  int k = 0;
   std::atomic<bool> is_taken = false;
 
   // Does the work unless another thread has begun it. Returns whether it did.
