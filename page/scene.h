@@ -69,6 +69,7 @@ class Scene {
     Block points;
     std::optional<Matrix> matrix;
   };
+  // NOLINTNEXTLINE(bugprone-exception-escape): moving a value of nlohmann::json does not throw
   struct Step {
     nlohmann::json about;
     std::vector<std::optional<Geometry>> geometry;          // per part
