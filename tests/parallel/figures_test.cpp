@@ -179,7 +179,7 @@ TEST_P(FiguresOfRanks, OfTheWholeMesh) {
     const double cells = (kElements + 4 * kConnectivity) / ranks();
     const double s = mesh.nodes;
     EXPECT_LE(mesh.peak, cells + 12 * kNodes / ranks() + 24 * s + kBuffers);
-    EXPECT_GE(mesh.peak, cells + 12 * s);
+    EXPECT_TRUE(!kCountsArrays || mesh.peak >= cells + 12 * s) << mesh.peak;
     EXPECT_LE(step.peak, 4 * kNodes / ranks() + 8 * s + kBuffers);
   }
 }
