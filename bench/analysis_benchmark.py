@@ -11,25 +11,13 @@ beside those of the variable; reading more than twice as much is too much.
 import argparse
 import os
 import random
-import resource
-import statistics
 import subprocess
 import tempfile
 
+from paired_runs import processor_time, ratio_of
+
 GOAL = 1.5
 HISTORY_GOAL = 2.0
-
-
-def seconds(words):
-    """Seconds of the processor for a command, the system's share included."""
-
-    def used():
-        usage = resource.getrusage(resource.RUSAGE_CHILDREN)
-        return usage.ru_utime + usage.ru_stime
-
-    before = used()
-    subprocess.run(words, check=True, stdout=subprocess.DEVNULL)
-    return used() - before
 
 
 def bytes_read(words):
@@ -44,9 +32,7 @@ def bytes_read(words):
 
 
 def compare(name, words, floor, runs):
-    times = [(seconds(words), seconds(floor)) for _ in range(1 + runs)][1:]
-    ratio = statistics.median(a / b for a, b in times)
-    ours, least = (statistics.median(column) for column in zip(*times))
+    ratio, ours, least = ratio_of(words, floor, runs, processor_time)
     print(f"{name} {ours:.2f} s, reading and locator {least:.2f} s, ratio {ratio:.2f} (at most {GOAL})", flush=True)
     return ratio <= GOAL
 
