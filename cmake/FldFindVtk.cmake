@@ -24,6 +24,12 @@ if(NOT VTK_FOUND)
 endif()
 message(STATUS "VTK ${VTK_VERSION}: ${VTK_DIR}")
 set(FLD_HAS_VTK ON)
+# A VTK with a JSON library of its own has a header that renames nlohmann to vtknlohmann wherever VTK is included, so that
+# our JSON values would be of another type in these sources. VTK's headers only name the type: they get Debian's.
+if(TARGET VTK::nlohmannjson)
+  set_property(TARGET VTK::nlohmannjson APPEND PROPERTY INTERFACE_COMPILE_OPTIONS
+    -Dvtk_nlohmannjson_h "-DVTK_NLOHMANN_JSON(file)=<nlohmann/file>")
+endif()
 
 find_package(OpenGL QUIET COMPONENTS EGL GLX)
 find_package(X11 QUIET)
