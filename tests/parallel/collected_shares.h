@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <map>
+#include <span>
 #include <utility>
 #include <vector>
 
@@ -51,21 +52,25 @@ class CollectedShares : public parallel::ShareSink {
   int values_made = 0;
 };
 
-// A node of a part, and what stands at it.
-struct MergedNode {
-  std::vector<float> point;
-  std::map<int, std::vector<float>> values;
-};
-
 struct MergedCell {
   int code = 0;
   std::vector<std::int32_t> nodes;  // of the region set
   float material = 0;
 };
 
+// The values of a variable at the nodes of a part, `width` each.
+struct MergedValues {
+  std::size_t width = 0;
+  std::vector<float> values;
+
+  std::span<const float> at(std::size_t node) const { return {values.data() + width * node, width}; }
+};
+
 struct MergedPart {
-  std::vector<MergedCell> cells;  // in the file's order
-  std::map<std::int32_t, MergedNode> nodes;
+  std::vector<MergedCell> cells;    // in the file's order
+  std::vector<std::int32_t> nodes;  // of the region set, ascending
+  MergedValues points;
+  std::map<int, MergedValues> values;  // by variable
 };
 
 // Puts the ranks' own cells of a part together; `material` is the number of that variable. What two ranks

@@ -1,5 +1,6 @@
 #include "tests/parallel/comparison.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstring>
 #include <memory>
@@ -97,11 +98,17 @@ class Comparison {
   }
 
  private:
-  // Which of the host's nodes (from 0) a node of the region set is.
+  // Which of the host's nodes (from 0) each node of the part is.
   void number_nodes() {
-    int number = 0;
-    for (const auto& [node, values] : got_.nodes)
-      host_node_[node] = part_.kind == layout::PartKind::whole ? node : number++;
+    const auto nodes = static_cast<int>(got_.nodes.size());
+    for (int i = 0; i < nodes; ++i)
+      host_node_.push_back(part_.kind == layout::PartKind::whole ? got_.nodes[static_cast<std::size_t>(i)]
+                                                                 : i);
+  }
+
+  int host_node(std::int32_t node) const {
+    const auto found = std::lower_bound(got_.nodes.begin(), got_.nodes.end(), node);
+    return host_node_.at(static_cast<std::size_t>(found - got_.nodes.begin()));
   }
 
   std::string difference_in(const host::ElementBlock& block, std::size_t first_value) {
@@ -112,11 +119,10 @@ class Comparison {
       const auto corners = block.element(i);
       if (corners.size() != cell.nodes.size()) return "a cell with another number of corners";
       for (std::size_t k = 0; k < corners.size(); ++k) {
-        if (corners[k] - 1 != host_node_.at(cell.nodes[k])) {
+        if (corners[k] - 1 != host_node(cell.nodes[k])) {
           return "corner " + std::to_string(k) + " of cell " + std::to_string(i) + " of slot " +
                  std::to_string(block.shape.slot) + " is node " +
-                 std::to_string(host_node_.at(cell.nodes[k]) + 1) + " instead of " +
-                 std::to_string(corners[k]);
+                 std::to_string(host_node(cell.nodes[k]) + 1) + " instead of " + std::to_string(corners[k]);
         }
       }
       const int material = static_cast<int>(variables_.size());
@@ -135,8 +141,8 @@ class Comparison {
       return std::to_string(got_.nodes.size()) + " nodes instead of " +
              std::to_string(expected_.coordinates.size());
     }
-    for (const auto& [number, node] : got_.nodes) {
-      const auto i = static_cast<std::size_t>(host_node_.at(number));
+    for (std::size_t n = 0; n < got_.nodes.size(); ++n) {
+      const auto i = static_cast<std::size_t>(host_node_[n]);
       std::array<float, 3> point = {expected_.coordinates.x()[i], expected_.coordinates.y()[i],
                                     expected_.coordinates.z()[i]};
       // The plug-in gives the whole mesh as it is stored.
@@ -147,26 +153,40 @@ class Comparison {
                  point[2]};
       }
       for (std::size_t axis = 0; axis < 3; ++axis) {
-        if (!same(node.point[axis], point[axis])) {
+        const float got = got_.points.at(n)[axis];
+        if (!same(got, point[axis])) {
           std::ostringstream text;
           text.precision(9);
-          text << "node " << number << " at " << node.point[axis] << " instead of " << point[axis]
-               << " on axis " << axis;
+          text << "node " << got_.nodes[n] << " at " << got << " instead of " << point[axis] << " on axis "
+               << axis;
           return text.str();
         }
       }
-      for (const layout::Variable& variable : variables_) {
-        if (variable.is_material) continue;
-        const auto values = node.values.find(variable.number);
-        for (std::size_t c = 0; c < static_cast<std::size_t>(variable.components); ++c) {
-          const host::PartValues& expected = expected_.values.at(variable.number)[c];
-          const bool is_given = expected.availability == host::Availability::given;
-          if (is_given != (values != node.values.end())) return variable.name + " is there or is not";
-          if (is_given && !same(values->second.at(c), expected.values()[i])) {
-            return variable.name + " is " + std::to_string(values->second[c]) + " instead of " +
-                   std::to_string(expected.values()[i]);
-          }
-        }
+    }
+    for (const layout::Variable& variable : variables_) {
+      if (variable.is_material) continue;
+      const std::string found = difference_of_values(variable);
+      if (!found.empty()) return found;
+    }
+    return "";
+  }
+
+  std::string difference_of_values(const layout::Variable& variable) {
+    const auto values = got_.values.find(variable.number);
+    const auto components = static_cast<std::size_t>(variable.components);
+    if (got_.nodes.empty()) return "";
+    if (values != got_.values.end() && values->second.width != components)
+      return variable.name + " has " + std::to_string(values->second.width) + " components";
+    for (std::size_t c = 0; c < components; ++c) {
+      const host::PartValues& expected = expected_.values.at(variable.number)[c];
+      const bool is_given = expected.availability == host::Availability::given;
+      if (is_given != (values != got_.values.end())) return variable.name + " is there or is not";
+      if (!is_given) continue;
+      for (std::size_t n = 0; n < got_.nodes.size(); ++n) {
+        const float got = values->second.at(n)[c];
+        const float wanted = expected.values()[static_cast<std::size_t>(host_node_[n])];
+        if (!same(got, wanted))
+          return variable.name + " is " + std::to_string(got) + " instead of " + std::to_string(wanted);
       }
     }
     return "";
@@ -177,7 +197,7 @@ class Comparison {
   const layout::Part& part_;
   bool is_cylindrical_;
   const std::vector<layout::Variable>& variables_;
-  std::map<std::int32_t, int> host_node_;
+  std::vector<int> host_node_;
 };
 
 std::string difference_of_parts(const std::vector<layout::Part>& got, const std::vector<HostPart>& expected) {
@@ -233,9 +253,8 @@ class Ranks {
   std::vector<std::unique_ptr<parallel::StepReader>> readers_;
 };
 
-std::string difference_of_step(const std::filesystem::path& file, layout::Series& series, int step,
+std::string difference_of_step(const std::vector<HostPart>& expected, layout::Series& series, int step,
                                Ranks& ranks) {
-  const std::vector<HostPart> expected = host_step(file, step);
   const std::vector<layout::Part> parts = series.parts(step);
   const std::string other_parts = difference_of_parts(parts, expected);
   if (!other_parts.empty()) return other_parts;
@@ -269,14 +288,21 @@ std::string difference_of_step(const std::filesystem::path& file, layout::Series
 
 }  // namespace
 
-std::string difference_from_plugin(const std::filesystem::path& file, int ranks, bool backwards) {
+std::string difference_from_plugin(const std::filesystem::path& file, const std::vector<Way>& ways) {
   layout::Series series(file.string(), false);
-  Ranks group(series, ranks);
   const int steps = static_cast<int>(series.paths().size());
-  for (int i = 0; i < steps; ++i) {
-    const int step = backwards ? steps - 1 - i : i;
-    const std::string found = difference_of_step(file, series, step, group);
-    if (!found.empty()) return "step " + std::to_string(step) + ": " + found;
+  std::vector<std::vector<HostPart>> expected;
+  for (int step = 0; step < steps; ++step) expected.push_back(host_step(file, step));
+  for (const Way way : ways) {
+    Ranks group(series, way.ranks);
+    for (int i = 0; i < steps; ++i) {
+      const int step = way.is_backwards ? steps - 1 - i : i;
+      const std::string found =
+          difference_of_step(expected[static_cast<std::size_t>(step)], series, step, group);
+      if (found.empty()) continue;
+      return "on " + std::to_string(way.ranks) + " ranks" + (way.is_backwards ? " backwards" : "") +
+             ", step " + std::to_string(step) + ": " + found;
+    }
   }
   return "";
 }

@@ -3,12 +3,21 @@
 
 #include <filesystem>
 #include <string>
+#include <vector>
 
 namespace parallel_test {
 
-// Goes through all steps of the dataset on so many ranks, and compares every part and variable, cell by cell
-// and value by value. The first difference, or nothing. With `backwards` through the steps from the last to
-// the first, with what is kept from step to step.
-std::string difference_from_plugin(const std::filesystem::path& file, int ranks, bool backwards = false);
+// How the steps are gone through: on so many ranks, from the first to the last or the other way round, with
+// what is kept from step to step.
+struct Way {
+  int ranks = 1;
+  bool is_backwards = false;
+};
+
+inline const std::vector<Way> kOnSomeRanks = {{1}, {2}, {3}, {5}};
+
+// Goes through all steps of the dataset in each way, and compares every part and variable, cell by cell and
+// value by value. The first difference, or nothing.
+std::string difference_from_plugin(const std::filesystem::path& file, const std::vector<Way>& ways);
 
 }  // namespace parallel_test

@@ -37,8 +37,7 @@ Shares read_shares(const layout::Series& series, const layout::StepLayout& step,
 std::vector<std::size_t> cells_around(const MergedPart& part, std::size_t own_begin, std::size_t own_end,
                                       int layers) {
   std::vector<bool> is_there(part.cells.size());
-  std::vector<bool> is_node(part.nodes.empty() ? 0
-                                               : static_cast<std::size_t>(part.nodes.rbegin()->first) + 1);
+  std::vector<bool> is_node(part.nodes.empty() ? 0 : static_cast<std::size_t>(part.nodes.back()) + 1);
   const auto take = [&](std::size_t cell) {
     is_there[cell] = true;
     for (const std::int32_t node : part.cells[cell].nodes) is_node[static_cast<std::size_t>(node)] = true;

@@ -2,6 +2,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <gtest/gtest.h>
+#include <vector>
 
 #include "samples/samples.h"
 #include "testkit/file_writer.h"
@@ -25,9 +26,9 @@ TEST_P(RandomDatasets, AreWhatThePluginGives) {
     for (std::size_t f = 0; f < files.size(); ++f)
       testkit::write_file(files[f], directory / testkit::random_file_name(base, f));
     const std::filesystem::path first = directory / testkit::random_file_name(base, 0);
-    for (const int ranks : {1, 2, 3, 5})
-      EXPECT_EQ(difference_from_plugin(first, ranks), "") << "seed " << seed << " on " << ranks << " ranks";
-    EXPECT_EQ(difference_from_plugin(first, 3, true), "") << "seed " << seed << " backwards";
+    std::vector<Way> ways = kOnSomeRanks;
+    ways.push_back({3, true});
+    EXPECT_EQ(difference_from_plugin(first, ways), "") << "seed " << seed;
   }
 }
 
@@ -35,10 +36,8 @@ INSTANTIATE_TEST_SUITE_P(Seeds, RandomDatasets, testing::Range(0, 20));
 
 TEST(Samples, AreWhatThePluginGives) {
   const testkit::TemporaryDirectory directory;
-  for (const samples::SampleInfo& sample : samples::write_samples(directory.path())) {
-    for (const int ranks : {1, 2, 3, 5})
-      EXPECT_EQ(difference_from_plugin(sample.file, ranks), "") << sample.name << " on " << ranks << " ranks";
-  }
+  for (const samples::SampleInfo& sample : samples::write_samples(directory.path()))
+    EXPECT_EQ(difference_from_plugin(sample.file, kOnSomeRanks), "") << sample.name;
 }
 
 TEST(RealResults, AreWhatThePluginGives) {
@@ -48,9 +47,7 @@ TEST(RealResults, AreWhatThePluginGives) {
     if (!entry.is_directory()) continue;
     for (const auto& file : std::filesystem::directory_iterator(entry.path())) {
       if (file.path().extension() != ".fld") continue;
-      for (const int ranks : {1, 2, 3, 5})
-        EXPECT_EQ(difference_from_plugin(file.path(), ranks), "")
-            << file.path() << " on " << ranks << " ranks";
+      EXPECT_EQ(difference_from_plugin(file.path(), kOnSomeRanks), "") << file.path();
       break;
     }
   }
