@@ -5,6 +5,7 @@
 
 #include "bench/comparison.h"
 #include "bench/host_arrays.h"
+#include "bench/least.h"
 #include "testkit/motion.h"
 
 namespace bench {
@@ -68,16 +69,22 @@ std::vector<Comparison> prepare_motion(Datasets& datasets) {
        .regions = {{.names = {"volume_1"},
                     .actions = {testkit::Action::rotate({0.0, 0.0, 0.0}, {0.0, 0.0, 1.0}, kAngle)}}}}));
   testkit::write_file(moving, datasets.path("turning_1.fld"));
-  return {{.sides = {take_step(datasets.plugin(), still.file), read_and_turn(still)},
-           .rows = {{.name = "motion",
-                     .what = "a step that turns half of 4 M hexahedra / reading them and turning the nodes",
-                     .goal = goal_of_threads(0.90, 0.50)}}}};
+  const Work least =
+      least_work({.file = still.file, .stretch = still.geometry(), .bytes = bytes_kept(still.box)});
+  return {{.sides = {take_step(datasets.plugin(), still.file), read_and_turn(still), least},
+           .rows = {
+               {.name = "motion",
+                .what = "a step that turns half of 4 M hexahedra / reading them and turning the nodes",
+                .goal = goal_of_threads(0.90, 0.50)},
+               {.name = "motion-least",
+                .what = "reading that geometry and touching the pages of the arrays kept, and no more / that",
+                .side = 2}}}};
 }
 
 }  // namespace
 
 Family motion_rows() {
-  return {.names = {"motion"}, .prepare = prepare_motion};
+  return {.names = {"motion", "motion-least"}, .prepare = prepare_motion};
 }
 
 }  // namespace bench

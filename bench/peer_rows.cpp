@@ -1,6 +1,7 @@
 // A host's whole session against the readers of other formats, on the same mesh.
 #include "bench/comparison.h"
 #include "bench/host_arrays.h"
+#include "bench/least.h"
 #include "bench/peers.h"
 
 namespace bench {
@@ -27,6 +28,18 @@ void write_peer_file(const Peer& peer, const std::filesystem::path& plugin, cons
   });
 }
 
+// Of a session: the geometry and one scalar, with the arrays of the reader and of the host.
+Least least_session(const Dataset& box) {
+  const auto counts = testkit::box_counts(box.box);
+  const auto nodes = static_cast<std::size_t>(counts.nodes);
+  const std::size_t host_arrays =
+      coordinate_bytes(nodes) + (nodes + 1 + static_cast<std::size_t>(counts.conn)) * 4;
+  return {.file = box.file,
+          .stretch = {0, box.geometry().size + box.scalar_values().size},
+          .bytes = bytes_kept(box.box) + nodes * sizeof(float) + host_arrays,
+          .rows = static_cast<std::size_t>(counts.elements)};
+}
+
 std::vector<Comparison> prepare_peer(Datasets& datasets) {
   const Dataset& box = datasets.box(kPeerMillions);
   const auto plugin = datasets.plugin();
@@ -41,7 +54,8 @@ std::vector<Comparison> prepare_peer(Datasets& datasets) {
                           [=](Trial& trial) {
                             peer.read(path, static_cast<std::size_t>(counts.nodes),
                                       static_cast<std::size_t>(counts.elements), trial);
-                          }};
+                          },
+                          least_work(least_session(box))};
     }
     comparison.rows = {{.name = peer.name,
                         .what = "session over 4 M hexahedra / " + peer.what,
@@ -51,6 +65,11 @@ std::vector<Comparison> prepare_peer(Datasets& datasets) {
                         .what = "peak memory of the session, host's arrays left out / " + peer.what,
                         .goal = kMemoryGoal,
                         .figure = Figure::kMemory,
+                        .missing = peer.missing},
+                       {.name = peer.name + "-least",
+                        .what = "reading the bytes of the session, touching the pages of its arrays, and the "
+                                "host's pointers to rows, and no more / that",
+                        .side = 2,
                         .missing = peer.missing}};
     comparisons.push_back(std::move(comparison));
   }
@@ -68,6 +87,7 @@ Family peer_rows() {
   for (const Peer& peer : all_peers()) {
     family.names.push_back(peer.name);
     family.names.push_back(peer.name + "-memory");
+    family.names.push_back(peer.name + "-least");
   }
   return family;
 }
