@@ -32,8 +32,9 @@ std::string g_prev_scalar_xxxx;
 std::string g_prev_vector_xxxx;
 
 void clear_cached_quantities() {
-  g_prev_scalar_xxxx.clear();
-  g_prev_vector_xxxx.clear();
+  // Unlike clear(), this releases the memory of a long name.
+  std::string().swap(g_prev_scalar_xxxx);
+  std::string().swap(g_prev_vector_xxxx);
 }
 
 }  // namespace fld

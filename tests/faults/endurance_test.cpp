@@ -41,19 +41,22 @@ class Endurance : public testing::Test {
     std::ofstream(directory_ / "text.fld") << "This is a text.\n";
   }
 
+  Ending session(const char* file) { return whole_session(library_.entry_points(), directory_ / file); }
+
   // A session over each dataset: valid, truncated, a series with a motion, not an FLD file.
   void round() {
     static constexpr std::array<const char*, 4> kFiles = {"whole.fld", "half.fld", "case_1.fld", "text.fld"};
     static constexpr std::array<Outcome, 4> kOutcomes = {Outcome::kServed, Outcome::kException,
                                                          Outcome::kServed, Outcome::kFailed};
     for (std::size_t i = 0; i < kFiles.size(); ++i) {
-      const Ending ending = whole_session(library_.entry_points(), directory_ / kFiles.at(i));
+      const Ending ending = session(kFiles.at(i));
       ASSERT_EQ(kOutcomes.at(i), ending.outcome) << kFiles.at(i) << ": " << ending.detail;
     }
   }
 
- private:
   testkit::TemporaryDirectory directory_;
+
+ private:
   host::Library library_{FLD_THROWING_PLUGIN_FILE};
 };
 
@@ -79,6 +82,21 @@ TEST_F(Endurance, TenThousandSessionsLeaveNothingBehind) {
   // a median.
   EXPECT_LT(median({times.end() - kCompared, times.end()}),
             3 * median({times.begin(), times.begin() + kCompared}));
+}
+
+TEST_F(Endurance, TheNamesOfTheLastQuantitiesAreReleased) {
+  testkit::File file = good_file();
+  for (testkit::RegionSet& set : file.region_sets) {
+    set.add(testkit::scalar_section({.name = "scalar with 22 letters", .label = "s", .values = {1.0}}));
+    set.add(testkit::vector_section(
+        {.name = "vector with 22 letters", .label = "v", .x = {1.0}, .y = {2.0}, .z = {3.0}}));
+  }
+  testkit::write_file(file, directory_ / "names.fld");
+  StderrFile diagnostics;
+  session("whole.fld");
+  const MemoryMeter meter;
+  ASSERT_EQ(Outcome::kServed, session("names.fld").outcome);
+  EXPECT_EQ(0, meter.held());
 }
 
 }  // namespace
