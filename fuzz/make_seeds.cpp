@@ -119,10 +119,12 @@ void make_seeds(const Seeds& seeds) {
     for (std::size_t i = 0; i < dataset.files.size(); ++i) {
       const std::string stem = dataset.name + "-" + std::to_string(i + 1);
       seeds.write("session", stem, testkit::to_bytes(dataset.files[i]));
+      seeds.write("decoders", stem, testkit::to_bytes(dataset.files[i]));
       make_record_seeds(seeds, stem, dataset.files[i]);
       if (i == 0) continue;
       const std::string both = testkit::to_bytes(dataset.files[0]) + testkit::to_bytes(dataset.files[i]);
       seeds.write("series", stem, std::string(1, '\0') + both);
+      seeds.write("decoders", stem + "-series", both);
       seeds.write("series", stem + "-simplified", std::string(1, '\1') + both);
     }
   }

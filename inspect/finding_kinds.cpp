@@ -58,6 +58,9 @@ constexpr KindInfo kKinds[] = {
      "The default applies: cycle 0, time 0, nothing undefined, index base 0, dimension 3."},
     {Kind::too_many_region_sets, kWarning, "too many region sets to check",
      "The content of this region set and the following ones was not checked."},
+    {Kind::no_elements_in_largest, kError, "no elements in the largest mesh",
+     "The first file of a dataset needs elements in the region set with the most nodes; readers refuse the "
+     "dataset."},
 
     {Kind::rule_fields, kError, "a rule record with impossible fields",
      "A width, count or number of records is negative, or records have a width or length of zero."},

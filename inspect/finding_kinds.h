@@ -39,6 +39,7 @@ enum class Kind : std::uint16_t {
   no_materials = 214,
   no_header_item = 215,
   too_many_region_sets = 216,
+  no_elements_in_largest = 217,
 
   rule_fields = 301,
   block_width = 302,

@@ -1,5 +1,6 @@
 #include "inspect/structure_check.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "fmt/format.h"
@@ -32,7 +33,8 @@ void StructureCheck::title(const Title& title) {
   if (title.info == nullptr) return;
   const bool is_item = title.info->group == TitleGroup::header_item;
   std::bitset<32>& seen = is_item ? items_ : seen_;
-  const bool is_again = title.info->is_prefix ? quantities_.knows(title.text) : seen[index(title.info->id)];
+  const bool has_name = title.is(TitleId::scalar) || title.is(TitleId::vector);
+  const bool is_again = has_name ? quantities_.knows(title.text) : seen[index(title.info->id)];
   if (is_again) {
     add(is_item ? Kind::item_twice : Kind::section_twice, title.record.offset, "once", "again");
   }
@@ -83,6 +85,7 @@ void StructureCheck::finish(bool is_complete) {
   end_region_set();
   current_ = {};
   if (outline().region_set_count == 0) add(Kind::no_region_set, 0, "OverlapStart_", "none");
+  if (opens_dataset_) check_largest_mesh();
   for (const TitleInfo& title : all_titles()) {
     const bool matters = title.id == TitleId::cycle || title.id == TitleId::unused ||
                          title.id == TitleId::bias || title.id == TitleId::dimension;
@@ -90,6 +93,18 @@ void StructureCheck::finish(bool is_complete) {
       add(Kind::no_header_item, 0, std::string(title.text), "none");
     }
   }
+}
+
+// Readers make their tables for the region set with the most nodes, the first of them.
+void StructureCheck::check_largest_mesh() {
+  const auto& sets = outline().region_sets;
+  const auto largest =
+      std::max_element(sets.begin(), sets.end(), [](const RegionSetOutline& a, const RegionSetOutline& b) {
+        return a.nodes.value_or(0) < b.nodes.value_or(0);
+      });
+  if (largest == sets.end() || largest->nodes.value_or(0) == 0 || largest->elements.value_or(0) > 0) return;
+  findings_.add({Kind::no_elements_in_largest, largest->offset,
+                 fmt::format("region set {}", largest - sets.begin()), "elements", "none"});
 }
 
 void StructureCheck::add(Kind kind, std::uint64_t offset, std::string wanted, std::string found) {

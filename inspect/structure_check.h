@@ -30,6 +30,7 @@ class StructureCheck : public OutlineTaker {
  private:
   bool has(TitleId id) const { return seen_[static_cast<std::size_t>(id)]; }
   void end_region_set();
+  void check_largest_mesh();
   void add(Kind kind, std::uint64_t offset, std::string wanted, std::string found);
 
   Findings& findings_;

@@ -36,7 +36,7 @@ constexpr auto kTitles = [] {
       {elements, kSection, false, "LS_Elements", read_elements},
       {materials, kSection, false, "LS_MatOfElements", read_materials},
       {nodes, kSection, false, "LS_Nodes", read_nodes},
-      {motion, kSection, false, "LS_ALE", read_motion},
+      {motion, kSection, true, "LS_ALE", read_motion},
       {scalar, kSection, true, "LS_Scalar:", read_scalar},
       {vector, kSection, true, "LS_Vector:", read_vector},
   });

@@ -45,7 +45,7 @@ enum class TitleGroup : std::uint8_t { header_item, header_end, region_set, file
 struct TitleInfo {
   TitleId id;
   TitleGroup group;
-  bool is_prefix;  // a name follows the text
+  bool is_prefix;  // anything may follow the text, usually a name
   std::string_view text;
   void (*read)(SectionReader&);  // reads the blocks up to the end rule; null if there are none
 };

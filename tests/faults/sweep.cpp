@@ -1,10 +1,8 @@
 #include "tests/faults/sweep.h"
 
-#include <cstdlib>
 #include <ctime>
 #include <gtest/gtest.h>
 #include <stdexcept>
-#include <string_view>
 #include <unistd.h>
 #include <utility>
 
@@ -99,11 +97,6 @@ Tally Sweep::run(const Damages& damages, std::string_view name, std::size_t stri
     EXPECT_EQ("", tried.complaint) << damages.describe(number);
   }
   return tally;
-}
-
-std::size_t sweep_stride(std::size_t partial) {
-  const char* wanted = getenv("FLD_SWEEP");
-  return wanted != nullptr && std::string_view(wanted) == "complete" ? 1 : partial;
 }
 
 }  // namespace faults

@@ -9,6 +9,7 @@
 #include "host/library.h"
 #include "testkit/temporary_directory.h"
 #include "tests/faults/damage.h"
+#include "tests/faults/sweep_stride.h"
 #include "tests/faults/tally.h"
 #include "tests/faults/whole_session.h"
 
@@ -39,9 +40,5 @@ class Sweep {
   std::filesystem::path good_;
   std::uint64_t good_digest_ = 0;
 };
-
-// The stride of this run: 1 (all cases) if the environment variable FLD_SWEEP is "complete", otherwise
-// `partial`.
-std::size_t sweep_stride(std::size_t partial);
 
 }  // namespace faults

@@ -1,4 +1,4 @@
-// The findings about titles and their order: FLD-201 to FLD-216.
+// The findings about titles and their order: FLD-201 to FLD-217.
 #include "gtest/gtest.h"
 #include <algorithm>
 
@@ -161,7 +161,25 @@ TEST(TitleFindings, NoElements) {
   File file = small_file();
   file.region_sets.front().remove("LS_Elements");
   const Written written(file);
-  EXPECT_EQ(told(written.bytes), Lines{line(213, written.title("OverlapStart_1"), "LS_Elements", "none")});
+  const std::uint64_t place = written.title("OverlapStart_1");
+  EXPECT_EQ(told(written.bytes),
+            (Lines{line(213, place, "LS_Elements", "none"), line(217, place, "elements", "none")}));
+}
+
+// Only the region set with the most nodes needs elements.
+TEST(TitleFindings, NoElementsInASmallerMesh) {
+  File file = small_file();
+  testkit::RegionSet& second = file.add_region_set();
+  testkit::Nodes nodes;
+  nodes.add(0.0, 0.0, 0.0);
+  second.add(testkit::nodes_section(nodes));
+  const Written written(file);
+  EXPECT_EQ(told(written.bytes), Lines{line(213, written.title("OverlapStart_2"), "LS_Elements", "none")});
+}
+
+TEST(TitleFindings, AnythingMayFollowTheTitleOfAMotion) {
+  const Written written(with({.title = "LS_ALE2", .blocks = {Block::integer(-1)}}));
+  EXPECT_EQ(told(written.bytes), Lines{line(308, written.value("LS_ALE2", 0), "0 or more", "-1")});
 }
 
 TEST(TitleFindings, NoMaterialsIsANote) {

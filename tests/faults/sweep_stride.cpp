@@ -1,0 +1,13 @@
+#include "tests/faults/sweep_stride.h"
+
+#include <cstdlib>
+#include <string_view>
+
+namespace faults {
+
+std::size_t sweep_stride(std::size_t partial) {
+  const char* wanted = getenv("FLD_SWEEP");
+  return wanted != nullptr && std::string_view(wanted) == "complete" ? 1 : partial;
+}
+
+}  // namespace faults

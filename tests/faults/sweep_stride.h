@@ -1,0 +1,12 @@
+// How many of the damages a test run tries.
+#pragma once
+
+#include <cstddef>
+
+namespace faults {
+
+// The stride of this run: 1 (all cases) if the environment variable FLD_SWEEP is "complete", otherwise
+// `partial`.
+std::size_t sweep_stride(std::size_t partial);
+
+}  // namespace faults
