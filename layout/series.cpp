@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <filesystem>
 
 #include "dataset/volume_names.h"
 #include "support/errors.h"
@@ -9,11 +10,12 @@
 namespace layout {
 namespace {
 
-// Why FLDFile::checkSections refuses a file.
-std::string reason_of(int status) {
+// Why FLDFile::checkSections refuses the file at `path`.
+std::string reason_of(int status, const std::string& path) {
+  std::error_code error;
   switch (status) {
     case -1:
-      return "it cannot be opened";
+      return std::filesystem::exists(path, error) ? "it cannot be opened" : "there is no such file";
     case -2:
       return "This is not FLD file.";
     default:
@@ -104,7 +106,7 @@ void Series::check_file(const std::string& path) {
       dataset_.m_fld.push_back(std::move(file));
       return;
     }
-    reason = reason_of(status);
+    reason = reason_of(status, path);
   } catch (const fld::FLDException& error) {
     reason = text_of(error);
   }

@@ -14,11 +14,13 @@
 #include <vtkObjectFactory.h>
 #include <vtkPartitionedDataSetCollection.h>
 #include <vtkStreamingDemandDrivenPipeline.h>
+#include <vtkStringArray.h>
 
 #include "paraview/branch_choice.h"
 #include "paraview/controller_communicator.h"
 #include "paraview/dataset.h"
 #include "paraview/hierarchy.h"
+#include "paraview/problem_texts.h"
 #include "paraview/selection.h"
 #include "paraview/share_store.h"
 
@@ -26,6 +28,15 @@ namespace {
 
 constexpr char kMagic[] = "VTRL-FLD";
 constexpr std::size_t kMagicOffset = 4;  // after the marker of the first record
+
+vtkSmartPointer<vtkStringArray> states_of(const paraview::Selection& selection) {
+  auto states = vtkSmartPointer<vtkStringArray>::New();
+  for (const std::string& name : selection.names()) {
+    states->InsertNextValue(name);
+    states->InsertNextValue(selection.is_on(name) ? "1" : "0");
+  }
+  return states;
+}
 
 }  // namespace
 
@@ -36,8 +47,12 @@ struct vtkFLDReader::State {
   bool keep_coordinates = false;
   paraview::Selection parts;
   paraview::Selection point_arrays;
-  paraview::BranchChoice branches;
   paraview::Selection cell_arrays;
+  paraview::BranchChoice branches;
+  // What the reader has told of these selections last.
+  vtkSmartPointer<vtkStringArray> parts_states;
+  vtkSmartPointer<vtkStringArray> point_arrays_states;
+  vtkSmartPointer<vtkStringArray> cell_arrays_states;
 
   // Whether the dataset was opened, or failed to open, with the settings above.
   bool is_current = false;
@@ -146,6 +161,9 @@ void vtkFLDReader::Refresh() {
   }                                                                           \
   int vtkFLDReader::Get##Kind##ArrayStatus(const char* name) {                \
     return static_cast<int>(name != nullptr && State_->member.is_on(name));   \
+  }                                                                           \
+  vtkStringArray* vtkFLDReader::Get##Kind##States() {                         \
+    return State_->member##_states = states_of(State_->member);               \
   }                                                                           \
   void vtkFLDReader::Set##Kind##ArrayStatus(const char* name, int status) {   \
     ApplyBranches();                                                          \
@@ -259,11 +277,15 @@ void vtkFLDReader::WarnOfOtherFiles() {
 int vtkFLDReader::RequestInformation(vtkInformation* /*request*/, vtkInformationVector** /*inputs*/,
                                      vtkInformationVector* outputs) {
   using Pipeline = vtkStreamingDemandDrivenPipeline;
-  if (!OpenDataset()) return 0;
   vtkInformation* information = outputs->GetInformationObject(0);
-  const std::vector<double>& times = State_->info->times;
   information->Set(CAN_HANDLE_PIECE_REQUEST(), 1);
-  if (times.empty()) return 1;
+  if (!OpenDataset()) {
+    // The message is out. A request that fails would be another one of the pipeline's on every rank.
+    information->Remove(Pipeline::TIME_STEPS());
+    information->Remove(Pipeline::TIME_RANGE());
+    return 1;
+  }
+  const std::vector<double>& times = State_->info->times;
   const std::array<double, 2> range = {times.front(), times.back()};
   information->Set(Pipeline::TIME_STEPS(), times.data(), static_cast<int>(times.size()));
   information->Set(Pipeline::TIME_RANGE(), range.data(), 2);
@@ -279,10 +301,12 @@ int vtkFLDReader::RequestedStep(vtkInformation* information) const {
 int vtkFLDReader::RequestData(vtkInformation* /*request*/, vtkInformationVector** /*inputs*/,
                               vtkInformationVector* outputs) {
   using Pipeline = vtkStreamingDemandDrivenPipeline;
-  if (!OpenDataset()) return 0;
+  vtkPartitionedDataSetCollection* output = vtkPartitionedDataSetCollection::GetData(outputs);
+  vtkInformation* information = outputs->GetInformationObject(0);
+  output->Initialize();
+  if (!OpenDataset()) return 1;
   // The setter would mark this reader as modified and trigger another request.
   AbortExecute = 0;
-  vtkInformation* information = outputs->GetInformationObject(0);
   const auto number = [&](vtkInformationIntegerKey* key, int missing) {
     return information->Has(key) != 0 ? information->Get(key) : missing;
   };
@@ -292,13 +316,10 @@ int vtkFLDReader::RequestData(vtkInformation* /*request*/, vtkInformationVector*
   piece.index = std::clamp(number(Pipeline::UPDATE_PIECE_NUMBER(), 0), 0, piece.count - 1);
   const vtkSmartPointer<vtkPartitionedDataSetCollection> read =
       ReadStep(step, number(Pipeline::UPDATE_NUMBER_OF_GHOST_LEVELS(), 0), piece);
-  if (!read) return 0;
-  vtkPartitionedDataSetCollection* output = vtkPartitionedDataSetCollection::GetData(outputs);
-  output->ShallowCopy(read);
-  if (!State_->info->times.empty()) {
-    output->GetInformation()->Set(vtkDataObject::DATA_TIME_STEP(),
-                                  State_->info->times[static_cast<std::size_t>(step)]);
-  }
+  if (read) output->ShallowCopy(read);
+  // Also of a step that cannot be shown, which is tried once and not at every update.
+  output->GetInformation()->Set(vtkDataObject::DATA_TIME_STEP(),
+                                State_->info->times[static_cast<std::size_t>(step)]);
   return 1;
 }
 
@@ -352,22 +373,9 @@ vtkSmartPointer<vtkPartitionedDataSetCollection> vtkFLDReader::ReadStep(int step
   if (state.steps->read(*ranks, plan.layout, share, state.store, progress))
     state.store.fill_missing(plan, *state.info);
   state.store.mark_ghosts(plan, *state.info);
-  if (state.is_first_rank()) ReportProblems(plan);
-  return state.store.collection(plan, *state.info);
-}
-
-// One message per cause, whatever the number of parts that it is about.
-void vtkFLDReader::ReportProblems(const paraview::StepPlan& plan) {
-  for (const parallel::Problem& problem : State_->steps->problems()) {
-    std::string what = "part";
-    if (problem.variable > 0) {
-      const auto index = static_cast<std::size_t>(problem.variable) - 1;
-      what = "'" + State_->info->variables[index].name + "' on part";
-    }
-    for (const paraview::PartInfo& part : plan.parts) {
-      if (part.number == problem.parts.front()) what += " '" + part.name + "'";
-    }
-    if (problem.parts.size() > 1) what += " and " + std::to_string(problem.parts.size() - 1) + " more";
-    vtkErrorMacro(<< "cannot read " << what << ": " << problem.reason);
+  if (state.is_first_rank()) {
+    for (const std::string& text : paraview::problem_texts(state.steps->problems(), plan.parts, *state.info))
+      vtkErrorMacro(<< text);
   }
+  return state.store.collection(plan, *state.info);
 }

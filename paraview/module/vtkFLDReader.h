@@ -15,6 +15,7 @@
 class vtkDataAssembly;
 class vtkMultiProcessController;
 class vtkPartitionedDataSetCollection;
+class vtkStringArray;
 
 namespace paraview {
 struct StepPlan;
@@ -59,6 +60,10 @@ class FLDREADERMODULE_EXPORT vtkFLDReader : public vtkPartitionedDataSetCollecti
   const char* GetCellArrayName(int index);
   int GetCellArrayStatus(const char* name);
   void SetCellArrayStatus(const char* name, int status);
+  // Each name, followed by "1" if it is enabled and "0" if not: ParaView asks for all of them in one call.
+  vtkStringArray* GetPartStates();
+  vtkStringArray* GetPointStates();
+  vtkStringArray* GetCellStates();
 
   // The same parts as branches of their hierarchy, by selectors such as "/Parts/Volumes". When they change,
   // the parts that they select are switched on and the others off. What was switched last holds.
@@ -95,7 +100,6 @@ class FLDREADERMODULE_EXPORT vtkFLDReader : public vtkPartitionedDataSetCollecti
   paraview::StepPlan PlanStep(int step);
   vtkSmartPointer<vtkPartitionedDataSetCollection> ReadStep(int step, int ghost_layers,
                                                             parallel::ShareNumber piece);
-  void ReportProblems(const paraview::StepPlan& plan);
 
   std::unique_ptr<State> State_;
 };

@@ -4,6 +4,7 @@
 #include <vtkCallbackCommand.h>
 #include <vtkNew.h>
 #include <vtkPointData.h>
+#include <vtkStringArray.h>
 
 #include "samples/samples.h"
 #include "testkit/box_dataset.h"
@@ -98,6 +99,20 @@ TEST_F(Opening, AnErrorNamesTheFileOfItsStep) {
   EXPECT_NE(errors[0].find(cut.string() + ": "), std::string::npos) << errors[0];
 }
 
+TEST_F(Opening, AMissingFileIsOneErrorWhateverIsShown) {
+  Reader reader(sample("tank"));
+  ASSERT_TRUE(reader.open());
+  const std::filesystem::path gone = sample("tank").parent_path() / "tank_30.fld";
+  std::filesystem::remove(gone);
+  ASSERT_TRUE(reader.update(reader.times()[3]));
+  const std::vector<std::string> errors = reader.take_errors();
+  ASSERT_EQ(errors.size(), 1U);
+  EXPECT_NE(errors[0].find("cannot read 'Pressure' and 2 more on part 'sliding_impeller' and 18 more: " +
+                           gone.string() + ": THE FILE CANNOT BE OPENED."),
+            std::string::npos)
+      << errors[0];
+}
+
 TEST_F(Opening, LeavesOutFilesOfTheSeriesThatAreNoFldFiles) {
   std::ofstream(sample("tank").parent_path() / "tank_100.png") << "no FLD file, but long enough to be read";
   Reader reader(sample("tank"));
@@ -149,7 +164,8 @@ TEST_F(Opening, TakesUpTheFilesThatASolverHasWrittenSince) {
 }
 
 TEST_F(Opening, TellsWhyItFails) {
-  EXPECT_NE(error_of("/no/such/file.fld").find("cannot open /no/such/file.fld: "), std::string::npos);
+  EXPECT_NE(error_of("/no/such/file.fld").find("cannot open /no/such/file.fld: there is no such file"),
+            std::string::npos);
   std::ofstream(directory_ / "text.fld") << "plain text, and more of it than a record needs";
   EXPECT_NE(error_of(directory_ / "text.fld").find("This is not FLD file."), std::string::npos);
 }
@@ -199,6 +215,27 @@ TEST_F(Opening, KeepsWhatIsSwitchedOverAnotherDataset) {
   EXPECT_EQ(reader.grid("blade_1")->GetPointData()->GetArray("Velocity"), nullptr);
 }
 
+TEST_F(Opening, TellsTheStatesOfASelectionAtOnce) {
+  const auto texts = [](vtkStringArray* array) {
+    std::vector<std::string> texts;
+    for (vtkIdType i = 0; i < array->GetNumberOfValues(); ++i) texts.push_back(array->GetValue(i));
+    return texts;
+  };
+  Reader channel(sample("channel"));
+  EXPECT_TRUE(texts(channel->GetPartStates()).empty());
+  ASSERT_TRUE(channel.open_as_it_is());
+  channel->SetPartArrayStatus("wake", 1);
+  channel->SetPointArrayStatus("Temperature", 0);
+  EXPECT_EQ(texts(channel->GetPartStates()),
+            (std::vector<std::string>{"floor",           "0", "sides",       "0", "inlet",        "0",
+                                      "outlet",          "0", "obstacle",    "0", "ceiling",      "0",
+                                      "&VFG_walls",      "0", "@wake_plane", "0", "upstream",     "0",
+                                      "around_obstacle", "0", "wake",        "1", "ALL_ELEMENTS", "1"}));
+  EXPECT_EQ(texts(channel->GetPointStates()),
+            (std::vector<std::string>{"Pressure", "1", "Temperature", "0", "Velocity", "1"}));
+  EXPECT_EQ(texts(channel->GetCellStates()), (std::vector<std::string>{"MatOfElements", "1"}));
+}
+
 TEST_F(Opening, OffersThePartsThatOnlyALaterStepHas) {
   for (int step = 0; step < 2; ++step) {
     testkit::Mesh mesh = testkit::one_tetrahedron();
@@ -238,6 +275,27 @@ TEST_F(Opening, LeavesTheRestWhenItIsStopped) {
   reader->Modified();
   ASSERT_TRUE(reader.update());
   EXPECT_NE(reader.grid("tank_zone"), nullptr);
+}
+
+TEST_F(Opening, HasAllOfTheStepsAboutOneThatWasStopped) {
+  Reader reader(sample("tank"));
+  ASSERT_TRUE(reader.update());
+  const std::vector<double> times = reader.times();
+  const auto has_values = [&] { return reader.grid("tank_zone")->GetPointData()->HasArray("Pressure") == 1; };
+  vtkNew<vtkCallbackCommand> stop;
+  stop->SetCallback([](vtkObject* object, unsigned long, void*, void*) {
+    vtkFLDReader::SafeDownCast(object)->SetAbortExecute(1);
+  });
+  const unsigned long observer = reader->AddObserver(vtkCommand::ProgressEvent, stop);
+  reader.update(times[1]);
+  EXPECT_TRUE(reader.grid("tank_zone") == nullptr || !has_values());
+  reader->RemoveObserver(observer);
+  ASSERT_TRUE(reader.update(times[0]));
+  ASSERT_NE(reader.grid("tank_zone"), nullptr);
+  EXPECT_TRUE(has_values());
+  ASSERT_TRUE(reader.update(times[1]));
+  ASSERT_NE(reader.grid("tank_zone"), nullptr);
+  EXPECT_TRUE(has_values());
 }
 
 TEST_F(Opening, HasSeveralDatasetsOpenAtOnce) {

@@ -2,6 +2,7 @@
 
 #include <vtkCallbackCommand.h>
 #include <vtkCompositeDataSet.h>
+#include <vtkDataAssembly.h>
 #include <vtkExecutive.h>
 #include <vtkInformation.h>
 #include <vtkInformationStringKey.h>
@@ -32,16 +33,14 @@ std::string name_of(vtkPartitionedDataSetCollection* collection, unsigned index)
 Reader::Reader(const std::filesystem::path& file) : reader_(vtkSmartPointer<vtkFLDReader>::New()) {
   collect(reader_, vtkCommand::ErrorEvent, errors_);
   collect(reader_, vtkCommand::WarningEvent, warnings_);
-  // The pipeline reports a failed request once more.
-  vtkNew<vtkCallbackCommand> silence;
-  silence->SetCallback([](vtkObject*, unsigned long, void*, void*) {});
-  reader_->GetExecutive()->AddObserver(vtkCommand::ErrorEvent, silence);
+  collect(reader_->GetExecutive(), vtkCommand::ErrorEvent, errors_);
   reader_->SetController(nullptr);
   reader_->SetFileName(file.c_str());
 }
 
 bool Reader::open_as_it_is() {
-  return reader_->GetExecutive()->UpdateInformation() != 0;
+  return reader_->GetExecutive()->UpdateInformation() != 0 &&
+         reader_->GetOutputInformation(0)->Has(Pipeline::TIME_STEPS()) != 0;
 }
 
 bool Reader::open() {
@@ -71,17 +70,21 @@ void Reader::show_only(const std::string& part) {
     reader_->SetPartArrayStatus(name.c_str(), static_cast<int>(name == part));
 }
 
+bool Reader::has_updated() {
+  return reader_->GetExecutive()->Update() != 0 && output()->GetDataAssembly() != nullptr;
+}
+
 bool Reader::update(double time) {
   if (!open()) return false;
   reader_->GetOutputInformation(0)->Set(Pipeline::UPDATE_TIME_STEP(), time);
-  return reader_->GetExecutive()->Update() != 0;
+  return has_updated();
 }
 
 bool Reader::update_piece(int piece, int pieces) {
   if (!open()) return false;
   reader_->GetOutputInformation(0)->Set(Pipeline::UPDATE_PIECE_NUMBER(), piece);
   reader_->GetOutputInformation(0)->Set(Pipeline::UPDATE_NUMBER_OF_PIECES(), pieces);
-  return reader_->GetExecutive()->Update() != 0;
+  return has_updated();
 }
 
 vtkPartitionedDataSetCollection* Reader::output() {

@@ -37,11 +37,13 @@ class Reader {
   vtkUnstructuredGrid* grid(const std::string& part);
   std::vector<std::string> shown_parts();
 
-  // The errors or warnings since the last call.
+  // The errors, those of the pipeline too, or warnings since the last call.
   std::vector<std::string> take_errors() { return std::exchange(errors_, {}); }
   std::vector<std::string> take_warnings() { return std::exchange(warnings_, {}); }
 
  private:
+  bool has_updated();
+
   vtkSmartPointer<vtkFLDReader> reader_;
   std::set<std::string> known_parts_;
   std::vector<std::string> errors_;

@@ -197,6 +197,8 @@ TEST_F(Steps, WhoseMeshFailsSaySoAndLeaveTheOthersUsable) {
   ASSERT_EQ(errors.size(), 1U);
   EXPECT_NE(errors[0].find("cannot read step 1 of "), std::string::npos) << errors[0];
   EXPECT_NE(errors[0].find("full_1.fld: "), std::string::npos) << errors[0];
+  EXPECT_FALSE(reader.update(1.0));
+  EXPECT_TRUE(reader.take_errors().empty());
   ASSERT_TRUE(reader.update(0.0));
   ASSERT_NE(reader.grid("volume_1"), nullptr);
   EXPECT_GT(reader.grid("volume_1")->GetNumberOfCells(), 0);
