@@ -13,11 +13,13 @@ counts = vtkPoints()
 whole = self.GetInputDataObject(0, 0)
 parts = range(whole.GetNumberOfPartitionedDataSets()) if whole.IsA("vtkPartitionedDataSetCollection") else [None]
 for part in parts:
-    share = whole if part is None else whole.GetPartition(part, 0)
-    cells = share.GetNumberOfCells() if share else 0
-    marks = share.GetCellData().GetArray(vtkDataSetAttributes.GhostArrayName()) if share else None
-    if marks:
-        cells = [marks.GetValue(i) & vtkDataSetAttributes.DUPLICATECELL for i in range(cells)].count(0)
+    # A filter may make several partitions of a share.
+    shares = [whole] if part is None else [whole.GetPartition(part, i) for i in range(whole.GetNumberOfPartitions(part))]
+    cells = 0
+    for share in filter(None, shares):
+        marks = share.GetCellData().GetArray(vtkDataSetAttributes.GhostArrayName())
+        own = range(share.GetNumberOfCells())
+        cells += len([i for i in own if not marks or not marks.GetValue(i) & vtkDataSetAttributes.DUPLICATECELL])
     counts.InsertNextPoint(vtkMultiProcessController.GetGlobalController().GetLocalProcessId(), part or 0, cells)
 self.GetOutputDataObject(0).SetPoints(counts)
 """
