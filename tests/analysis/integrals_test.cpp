@@ -51,10 +51,10 @@ TEST(Simplices, AreThoseOfVtk) {
   const auto pyramid = [](double far) {
     return std::vector<Vec3>{{0, 0, 0}, {1, 0, 0}, {far, far, 0}, {0, 1, 0}, {0.5, 0.5, 1}};
   };
-  for (const double far : {0.9, 1.1})
+  for (const double far : {1.0, 1.1})
     EXPECT_EQ(cut_by_us(pyramid(far)), cut_by_vtk(*vtkNew<vtkPyramid>(), pyramid(far)));
-  // With diagonals of one length VTK's releases take different ones.
-  EXPECT_EQ(cut_by_us(pyramid(1.0)), (std::vector<vtkIdType>{0, 1, 2, 4, 0, 2, 3, 4}));
+  // Along the shorter diagonal, which VTK 9.2 takes too and VTK 9.3 does not.
+  EXPECT_EQ(cut_by_us(pyramid(0.9)), (std::vector<vtkIdType>{0, 1, 2, 4, 0, 2, 3, 4}));
   // VTK's prism has the triangles the other way round.
   constexpr std::array<std::size_t, 6> kHostCorners = {0, 2, 1, 3, 5, 4};
   const std::vector<Vec3> prism = {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {0, 0, 1}, {1, 0, 1}, {0, 1, 1}};
