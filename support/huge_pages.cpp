@@ -54,8 +54,9 @@ void take_huge_pages(void* block, size_t size) {
   if (madvise(first, static_cast<size_t>(pages) * kHugePage, MADV_HUGEPAGE) == 0) {
     std::atomic<int> slow_in_turn = 0;
     for_ranges(pages, kHugePage, [first, &slow_in_turn](int64_t begin, int64_t end) {
-      char* const range_end = first + end * kHugePage;
-      char* const rest = touch_while_fast(first + begin * kHugePage, range_end, slow_in_turn);
+      char* const range_end = first + static_cast<size_t>(end) * kHugePage;
+      char* const rest =
+          touch_while_fast(first + static_cast<size_t>(begin) * kHugePage, range_end, slow_in_turn);
       if (rest < range_end) madvise(rest, static_cast<size_t>(range_end - rest), MADV_NOHUGEPAGE);
     });
     if (slow_in_turn >= kSlowInTurn) pause_after_slow_pages.begin();
