@@ -5,6 +5,7 @@
   pvbatch --sym paraview_benchmark.py fld PLUGIN FOLDER  measures the plug-in,
   pvbatch --sym paraview_benchmark.py vtu PLUGIN FOLDER  ParaView's reader (on several ranks that of .pvtu)
   pvbatch --sym paraview_benchmark.py large PLUGIN FOLDER  the whole mesh, a picture of its six sides, integrals
+  pvpython paraview_benchmark.py opening PLUGIN FOLDER  how long opening takes: for box_series --volumes 20000
 
 A measurement prints seconds, and in brackets those of the processor, for opening, reading the first step, its
 picture (the mesh's surface, and drawing), reading the next step and its picture, integrating it, and the peak of each
@@ -117,7 +118,7 @@ def measure(what, plugin, folder):
 
 
 def large(plugin, folder):
-    """What fits where the surface of the mesh does not: ParaView needs more memory to find that than for the mesh."""
+    """What needs least comes first: the surface of the mesh takes ParaView more memory than the mesh."""
     rank = servermanager.vtkProcessModule.GetProcessModule().GetPartitionId()
     start = time.perf_counter()
     at_rest = peak_memory()
@@ -126,6 +127,10 @@ def large(plugin, folder):
         print(f"rank {rank}: {what}; {time.perf_counter() - start:.1f} s, peak {peak_memory() - at_rest} MiB over ParaView "
               f"without data", flush=True)
 
+    def result(arrays, name):
+        """Which the first rank has."""
+        return f"{arrays[name].GetRange()[1]:.6g}" if rank == 0 else "of the first rank"
+
     reader = plug_in_reader(plugin, folder)
     reader.Parts = ["ALL_ELEMENTS"]
     reader.PointArrays = [VARIABLE]
@@ -133,6 +138,9 @@ def large(plugin, folder):
     simple.UpdatePipeline(0, reader)
     share = reader.GetClientSideObject().GetOutputDataObject(0).GetActualMemorySize() // 1024
     tell(f"read, a share of {share} MiB")
+    integral = simple.IntegrateVariables(Input=reader)
+    simple.UpdatePipeline(0, integral)
+    tell(f"mesh integrated, volume {result(integral.CellData, 'Volume')}")
     sides = FLDReader(FileNames=files_of(folder, "fld"))  # noqa: F821, from the plug-in
     sides.UpdatePipelineInformation()
     sides.PartTree = ["/Parts/Surfaces"]
@@ -146,10 +154,26 @@ def large(plugin, folder):
     tell("drawn")
     integral = simple.IntegrateVariables(Input=sides)
     simple.UpdatePipeline(0, integral)
-    tell(f"sides integrated, area {integral.CellData['Area'].GetRange()[1]:.6g}")
-    integral = simple.IntegrateVariables(Input=reader)
-    simple.UpdatePipeline(0, integral)
-    tell(f"mesh integrated, volume {integral.CellData['Volume'].GetRange()[1]:.6g}")
+    tell(f"sides integrated, area {result(integral.CellData, 'Area')}")
+    simple.Hide(sides, view)
+    simple.Show(reader, view).Representation = "Outline"
+    simple.Render(view)
+    tell("outline drawn")
+    display = simple.Show(reader, view)
+    display.Representation = "Surface"
+    simple.Render(view)
+    tell("surface of the mesh drawn")
+
+
+def opening(plugin, folder):
+    """From the name of the file to the properties that the panel shows, five times."""
+    simple.LoadPlugin(plugin, remote=False, ns=globals())
+    for _ in range(5):
+        start = time.perf_counter()
+        reader = FLDReader(FileNames=files_of(folder, "fld"))  # noqa: F821, from the plug-in
+        reader.UpdatePipelineInformation()
+        print(f"{len(reader.Parts.Available)} parts: {time.perf_counter() - start:.2f} s", flush=True)
+        simple.Delete(reader)
 
 
 if __name__ == "__main__":
@@ -158,5 +182,7 @@ if __name__ == "__main__":
         write(plugin_path, data)
     elif task == "large":
         large(plugin_path, data)
+    elif task == "opening":
+        opening(plugin_path, data)
     else:
         measure(task, plugin_path, data)

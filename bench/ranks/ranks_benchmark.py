@@ -62,6 +62,11 @@ def row(name, what, goal, ratio, details):
     print(f"| {name} | {what} | {'stated' if goal is None else goal} | {ratio:.3g} | {details} | {met} |", flush=True)
 
 
+def millions(runs, number):
+    """The size of a mesh as the table has it."""
+    return f"{number * runs.options.scale:.3g} M"
+
+
 def mib(size):
     return f"{size / 2**20:.0f} MiB"
 
@@ -73,7 +78,7 @@ def bytes_read(runs):
             arguments = [word for part in parts for word in ("--part", part)]
             arguments += [word for array in arrays for word in ("--variable", array)]
             step = runs.read(ranks, file, *arguments)["steps"][0]
-            name = f"{parts[0]}, {' and '.join(arrays)}, {ranks} rank{'s' if ranks > 1 else ''}"
+            name = f"{millions(runs, 16)}, {parts[0]}, {' and '.join(arrays)}, {ranks} rank{'s' if ranks > 1 else ''}"
             row("bytes", f"bytes read / bytes of the arrays: {name}", 1.05, sum(step["bytes"]) / step["needed"],
                 f"{mib(sum(step['bytes']))}, {sum(step['reads'])} reads, {sum(step['small_reads'])} below 256 KiB")
             if ranks > 1:
@@ -83,14 +88,15 @@ def bytes_read(runs):
 
 def memory(runs):
     file = runs.dataset(64)
+    size = millions(runs, 64)
     for layers in (0, 1):
         result = runs.read(4, file, "--variable", SCALAR, "--steps", "2", "--layers", str(layers))
         for number, step in enumerate(result["steps"]):
             worst = max(peak / share for peak, share in zip(step["peak"], step["share"]))
-            row("memory", f"peak of a rank / its share, 64 M on 4 ranks, {layers} layers of ghost cells, step {number}", 1.6,
+            row("memory", f"peak of a rank / its share, {size} on 4 ranks, {layers} layers of ghost cells, step {number}", 1.6,
                 worst, f"{mib(max(step['peak']))} of {mib(max(step['share']))}")
     opening = result["opening"]
-    row("opening", "opening 64 M on 4 ranks: milliseconds", 50, opening["seconds"] * 1e3,
+    row("opening", f"opening {size} on 4 ranks: milliseconds", 50, opening["seconds"] * 1e3,
         f"{opening['first_rank_seconds'] * 1e3:.1f} ms of it on the first rank; "
         f"{max(opening['bytes']) / 2**10:.0f} KiB read")
     runs.remove(64)
@@ -104,7 +110,8 @@ def step_at_rest(runs):
     for _ in range(runs.options.runs):
         said = runs.read(*run)
         pairs += [(step["seconds"], floor["seconds"]) for step, floor in zip(said["steps"][1:], said["floors"])]
-    row("step", "a step at rest with one scalar, 16 M / reading and swapping it", 1.3, statistics.median(a / b for a, b in pairs),
+    row("step", f"a step at rest with one scalar, {millions(runs, 16)} / reading and swapping it", 1.3,
+        statistics.median(a / b for a, b in pairs),
         f"{statistics.median(a for a, _ in pairs):.3f} s of {statistics.median(b for _, b in pairs):.3f} s")
 
 
@@ -128,7 +135,7 @@ def compare_with_vtu(runs, width):
     for what, ours, theirs, text in (("time", 0, 2, lambda figure: f"{figure:.2f} s"), ("memory", 1, 3, mib)):
         them = [pair[theirs] if what == "time" else pair[theirs][0] for pair in pairs]
         us = [pair[ours] for pair in pairs]
-        row("vtu", f"{what} of one process, 8 M / of VTK's reader of .vtu, raw, point numbers of {width} bits", 0.8,
+        row("vtu", f"{what} of one process, {millions(runs, 8)} / of VTK's reader of .vtu, raw, point numbers of {width} bits", 0.8,
             statistics.median(a / b for a, b in zip(us, them)),
             f"{text(statistics.median(us))} of {text(statistics.median(them))}")
 
@@ -145,13 +152,16 @@ ROWS = {"bytes": bytes_read, "step": step_at_rest, "vtu": vtu, "parts": many_par
 
 def main():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
-    parser.add_argument("rank_reader")
+    parser.add_argument("rank_reader", help="these two programs of the benchmark preset")
     parser.add_argument("box_series")
-    parser.add_argument("folder")
-    parser.add_argument("rows", nargs="*", choices=[*ROWS, []], help="of the table")
-    parser.add_argument("--scale", type=float, default=1.0)
-    parser.add_argument("--runs", type=int, default=5)
+    parser.add_argument("folder", help="for the datasets")
+    parser.add_argument("rows", nargs="*", metavar="ROW", help=f"of the table: {', '.join(ROWS)}; all without any")
+    parser.add_argument("--scale", type=float, default=1.0, help="makes every mesh so many times as large")
+    parser.add_argument("--runs", type=int, default=5, help="of which figures are the medians")
     options = parser.parse_args()
+    for name in options.rows:
+        if name not in ROWS:
+            parser.error(f"there is no row {name}")
     runs = Runs(options)
     print("| row | what / against what | goal | ratio | figures | met |\n|---|---|---|---|---|---|")
     try:
