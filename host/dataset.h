@@ -8,9 +8,11 @@
 #include <optional>
 #include <span>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "host/element_slots.h"
+#include "host/large_array.h"
 
 namespace host {
 
@@ -52,14 +54,17 @@ struct Part {
 class HostArray {
  public:
   HostArray() = default;
-  HostArray(std::size_t count, float filled_with) : entries_(count + 1, filled_with) {}
+  explicit HostArray(std::size_t count) : entries_(count + 1) {}
+  HostArray(std::size_t count, float filled_with);
 
   // The array to pass to the reader, which writes entries 1 to `count`.
   float* entries() { return entries_.data(); }
   std::span<const float> values() const { return std::span(entries_).subspan(entries_.empty() ? 0 : 1); }
+  // Hands over the memory, with the first value in entry 1.
+  LargeArray<float> release() && { return std::move(entries_); }
 
  private:
-  std::vector<float> entries_;
+  LargeArray<float> entries_;
 };
 
 // The coordinates of a part's nodes, in the order of their numbers.
@@ -72,10 +77,11 @@ struct Coordinates {
   std::size_t size() const { return x().size(); }
 };
 
-// The elements of one shape in a part: `shape.nodes` node numbers of the part, from 1, per element.
+// The elements of one shape in a part: `shape.nodes` node numbers of the part per element, from 1 unless
+// others were asked for.
 struct ElementBlock {
   ElementShape shape{};
-  std::vector<int> nodes;
+  LargeArray<int> nodes;
 
   std::size_t size() const { return nodes.size() / static_cast<std::size_t>(shape.nodes); }
   std::span<const int> element(std::size_t i) const {

@@ -1,13 +1,27 @@
 // The parts of a session's dataset, their coordinates and elements.
-#include <limits>
+#include <atomic>
 #include <string>
 
 #include "host/call_arrays.h"
 #include "host/error.h"
 #include "host/part_kinds.h"
 #include "host/session.h"
+#include "host/thread_ranges.h"
+#include "host/tuples.h"
 
 namespace host {
+namespace {
+
+// A pointer to each row of so many entries.
+LargeArray<int*> rows_of(LargeArray<int>& entries, std::size_t width) {
+  LargeArray<int*> rows(entries.size() / width);
+  for_ranges(rows.size(), sizeof(int*), [&](std::size_t begin, std::size_t end) {
+    for (std::size_t i = begin; i < end; ++i) rows[i] = entries.data() + i * width;
+  });
+  return rows;
+}
+
+}  // namespace
 
 void Session::ask_parts() {
   building_parts_ = true;
@@ -51,14 +65,21 @@ Coordinates Session::coordinates(int part) {
   Coordinates coordinates;
   std::array<float*, 3> rows{};
   for (std::size_t axis = 0; axis < 3; ++axis) {
-    coordinates.axes[axis] = HostArray(nodes, std::numeric_limits<float>::quiet_NaN());
+    coordinates.axes[axis] = HostArray(nodes);
     rows[axis] = coordinates.axes[axis].entries();
   }
   guarded_.call_checked(entry_.get_part_coords, part, rows.data());
   return coordinates;
 }
 
-std::vector<ElementBlock> Session::elements(int part) {
+LargeArray<float> Session::points(int part) {
+  const Coordinates asked = coordinates(part);
+  LargeArray<float> xyz(asked.size() * 3);
+  put_points(asked, xyz.data());
+  return xyz;
+}
+
+std::vector<ElementBlock> Session::elements(int part, int first_node) {
   const Part& asked = this->part(part);
   building_parts_ = true;
   std::vector<ElementBlock> blocks;
@@ -70,22 +91,40 @@ std::vector<ElementBlock> Session::elements(int part) {
       throw Error("part " + std::to_string(part) + " has elements of slot " + std::to_string(slot) +
                   ", a shape that this host does not know");
     }
-    PooledRows<int> rows(count, static_cast<std::size_t>(shape->nodes));
-    guarded_.call_checked(entry_.get_part_elements_by_type, part, slot, rows.rows());
-    ElementBlock block{*shape, std::move(rows.pool())};
-    check_node_numbers(asked, block);
+    const auto width = static_cast<std::size_t>(shape->nodes);
+    ElementBlock block{*shape, LargeArray<int>(count * width)};
+    {
+      LargeArray<int*> rows = rows_of(block.nodes, width);
+      guarded_.call_checked(entry_.get_part_elements_by_type, part, slot, rows.data());
+    }
+    check_and_renumber(asked, block, first_node);
     blocks.push_back(std::move(block));
   }
   return blocks;
 }
 
-void Session::check_node_numbers(const Part& part, const ElementBlock& block) const {
-  // One pass without a branch per element.
+void Session::check_and_renumber(const Part& part, ElementBlock& block, int first_node) const {
+  // One pass without a branch per element. Wrong numbers may be any, so the arithmetic is unsigned.
   const auto nodes = static_cast<unsigned>(part.nodes);
-  unsigned wrong = 0;
-  for (const int node : block.nodes)
-    wrong |= static_cast<unsigned>(static_cast<unsigned>(node) - 1U >= nodes);
-  if (wrong != 0) {
+  const auto is_wrong = [=](int node) {
+    return static_cast<unsigned>(static_cast<unsigned>(node) - 1U >= nodes);
+  };
+  const auto shift = static_cast<unsigned>(first_node) - 1U;
+  std::atomic<bool> found_wrong = false;
+  for_ranges(block.nodes.size(), sizeof(int), [&](std::size_t begin, std::size_t end) {
+    const std::span<int> range = std::span(block.nodes).subspan(begin, end - begin);
+    unsigned wrong = 0;
+    if (shift == 0) {
+      for (const int node : range) wrong |= is_wrong(node);
+    } else {
+      for (int& node : range) {
+        wrong |= is_wrong(node);
+        node = static_cast<int>(static_cast<unsigned>(node) + shift);
+      }
+    }
+    if (wrong != 0) found_wrong = true;
+  });
+  if (found_wrong) {
     throw guarded_.error(entry_.get_part_elements_by_type.name,
                          "part " + std::to_string(part.number) + " has a " + std::string(block.shape.name) +
                              " with a node number outside 1 to " + std::to_string(part.nodes));

@@ -1,7 +1,6 @@
 // The variables of a session's dataset and their values.
-#include <algorithm>
-#include <iterator>
 #include <string>
+#include <utility>
 
 #include "host/call_arrays.h"
 #include "host/error.h"
@@ -85,6 +84,27 @@ PartValues Session::values(int variable, int part, int component) {
   return node_values(asked, place, component);
 }
 
+std::optional<HostArray> Session::given_values(int variable, int part, int component) {
+  PartValues asked = values(variable, part, component);
+  if (asked.availability == Availability::failed) {
+    Error error(asked.reason);
+    error.locate(asked.file, step_);
+    throw error;
+  }
+  if (asked.availability != Availability::given) return std::nullopt;
+  return std::move(asked.array);
+}
+
+std::optional<std::vector<HostArray>> Session::given_components(int variable, int part) {
+  std::vector<HostArray> components;
+  for (int component = 0; component < this->variable(variable).components(); ++component) {
+    std::optional<HostArray> one = given_values(variable, part, component);
+    if (!one) return std::nullopt;
+    components.push_back(std::move(*one));
+  }
+  return components;
+}
+
 int Session::ask_values(const Variable& variable, const Part& part, int slot, int component, float* entries) {
   const int type = variable.kind == VariableKind::vector ? kVectorType : kScalarType;
   return guarded_.call(entry_.get_var_by_component, variable.number, part.number, type, slot, 0, component,
@@ -115,13 +135,13 @@ PartValues Session::node_values(const Variable& variable, const Part& part, int 
 PartValues Session::element_values(const Variable& variable, const Part& part, int component) {
   PartValues values;
   values.array = HostArray(static_cast<std::size_t>(part.element_count()), kUndefinedValue);
-  float* next = values.array.entries() + 1;
+  float* entries = values.array.entries();
   for (int slot = 0; slot < kElementSlots; ++slot) {
-    const auto count = static_cast<std::size_t>(part.elements[static_cast<std::size_t>(slot)]);
+    const int count = part.elements[static_cast<std::size_t>(slot)];
     if (count == 0) continue;
-    HostArray block(count, kUndefinedValue);
-    if (!note_availability(ask_values(variable, part, slot, component, block.entries()), values)) break;
-    next = std::copy(block.values().begin(), block.values().end(), next);
+    // What the slot before has last is the entry that the reader leaves alone.
+    if (!note_availability(ask_values(variable, part, slot, component, entries), values)) break;
+    entries += count;
   }
   return values;
 }

@@ -7,22 +7,34 @@
 #include <vtkTypeInt32Array.h>
 #include <vtkTypeInt64Array.h>
 
+#include "host/thread_ranges.h"
 #include "host/vtk_cells.h"
 
 namespace vtkdata {
 namespace {
 
 template <typename Id>
-Id* fill_corners(const host::ElementBlock& block, Id* to) {
-  const std::vector<int>& from = block.nodes;
-  if (block.shape.nodes == host::kPrismNodes) {
-    for (std::size_t first = 0; first < from.size(); first += host::kPrismNodes) {
-      for (const std::size_t corner : host::kVtkPrismCorners)
-        *to++ = static_cast<Id>(from[first + corner] - 1);
+void fill_corners(const host::ElementBlock& block, Id* to) {
+  const int* const from = block.nodes.data();
+  const auto width = static_cast<std::size_t>(block.shape.nodes);
+  host::for_ranges(block.size(), width * sizeof(Id), [=](std::size_t begin, std::size_t end) {
+    if (width == host::kPrismNodes) {
+      for (std::size_t first = begin * width; first < end * width; first += width) {
+        for (std::size_t i = 0; i < width; ++i)
+          to[first + i] = static_cast<Id>(from[first + host::kVtkPrismCorners[i]] - 1);
+      }
+    } else {
+      for (std::size_t i = begin * width; i < end * width; ++i) to[i] = static_cast<Id>(from[i] - 1);
     }
-    return to;
-  }
-  return std::transform(from.begin(), from.end(), to, [](int node) { return static_cast<Id>(node - 1); });
+  });
+}
+
+// Where the elements begin behind the first, at `start`, and where the last ends.
+template <typename Id>
+void fill_offsets(std::size_t count, Id width, Id start, Id* to) {
+  host::for_ranges(count, sizeof(Id), [=](std::size_t begin, std::size_t end) {
+    for (std::size_t i = begin; i < end; ++i) to[i] = start + static_cast<Id>(i + 1) * width;
+  });
 }
 
 // Fills the connectivity of `Cells` with the given width.
@@ -41,9 +53,12 @@ void fill(std::vector<host::ElementBlock>& blocks, vtkIdType cells, vtkIdType co
   for (host::ElementBlock& block : blocks) {
     const auto count = block.size();
     const auto width = static_cast<Id>(block.shape.nodes);
-    for (std::size_t i = 0; i < count; ++i) *next_offset++ = offset += width;
+    fill_offsets(count, width, offset, next_offset);
+    fill_corners(block, next_corner);
     next_type = std::fill_n(next_type, count, host::vtk_cell_type(block.shape));
-    next_corner = fill_corners(block, next_corner);
+    next_offset += count;
+    next_corner += block.nodes.size();
+    offset += static_cast<Id>(block.nodes.size());
     block.nodes = {};
   }
   made.connectivity->SetData(offsets, connectivity);

@@ -1,47 +1,26 @@
 #include "vtk/values.h"
 
-#include <limits>
-#include <span>
 #include <vtkDoubleArray.h>
 #include <vtkFloatArray.h>
 #include <vtkInformation.h>
 #include <vtkInformationStringKey.h>
 
 #include "host/display_names.h"
-#include "host/error.h"
 #include "host/text_encoding.h"
-#include "host/undefined_value.h"
+#include "host/tuples.h"
 
 namespace vtkdata {
 namespace {
 
-template <typename Real>
-void fill_component(std::span<const float> values, std::size_t components, Real* to) {
-  constexpr Real kNothing = std::numeric_limits<Real>::quiet_NaN();
-  for (const float value : values) {
-    *to = host::is_undefined(value) ? kNothing : static_cast<Real>(value);
-    to += components;
-  }
-}
-
 // Null if the variable has no values here.
 template <typename Array>
 vtkSmartPointer<vtkDataArray> make(host::Session& session, const host::Variable& variable, int part) {
-  const int components = variable.components();
+  const auto components = session.given_components(variable.number, part);
+  if (!components) return nullptr;
   auto array = vtkSmartPointer<Array>::New();
-  array->SetNumberOfComponents(components);
-  for (int component = 0; component < components; ++component) {
-    const host::PartValues values = session.values(variable.number, part, component);
-    if (values.availability == host::Availability::failed) {
-      host::Error error(values.reason);
-      error.locate(values.file, session.step());
-      throw error;
-    }
-    if (values.availability != host::Availability::given) return nullptr;
-    if (component == 0) array->SetNumberOfTuples(static_cast<vtkIdType>(values.values().size()));
-    if (values.values().empty()) continue;
-    fill_component(values.values(), static_cast<std::size_t>(components), array->GetPointer(component));
-  }
+  array->SetNumberOfComponents(variable.components());
+  array->SetNumberOfTuples(static_cast<vtkIdType>(components->front().values().size()));
+  host::put_tuples(*components, array->GetPointer(0));
   return array;
 }
 

@@ -4,32 +4,15 @@
 #include <array>
 #include <limits>
 #include <numeric>
-#include <span>
 
-#include "host/error.h"
-#include "host/undefined_value.h"
+#include "host/tuples.h"
 #include "host/vtk_cells.h"
 
 namespace vtkhdf {
 namespace {
 
-std::vector<float> interleaved(const host::Coordinates& coordinates) {
-  std::vector<float> xyz(coordinates.size() * 3);
-  const std::span<const float> x = coordinates.x();
-  const std::span<const float> y = coordinates.y();
-  const std::span<const float> z = coordinates.z();
-  for (std::size_t i = 0; i < x.size(); ++i) {
-    xyz[3 * i] = x[i];
-    xyz[3 * i + 1] = y[i];
-    xyz[3 * i + 2] = z[i];
-  }
-  return xyz;
-}
-
-// Point numbers from 0, in VTK's order.
-void make_corners(std::vector<host::ElementBlock>& elements) {
+void turn_prisms(std::vector<host::ElementBlock>& elements) {
   for (host::ElementBlock& block : elements) {
-    for (int& node : block.nodes) --node;
     if (block.shape.nodes != host::kPrismNodes) continue;
     for (auto prism = block.nodes.begin(); prism != block.nodes.end(); prism += host::kPrismNodes) {
       std::swap(prism[1], prism[2]);
@@ -47,25 +30,12 @@ bool is_same(const std::vector<host::ElementBlock>& a, const std::vector<host::E
 
 // The values of all components, one tuple behind the other, with NaN where they are undefined; none where the
 // step has none.
-std::optional<std::vector<float>> values_of(host::Session& session, const host::Variable& variable,
-                                            int part) {
-  const auto width = static_cast<std::size_t>(variable.components());
-  std::vector<float> tuples;
-  for (std::size_t component = 0; component < width; ++component) {
-    const host::PartValues values = session.values(variable.number, part, static_cast<int>(component));
-    if (values.availability == host::Availability::failed) {
-      host::Error error(values.reason);
-      error.locate(values.file, session.step());
-      throw error;
-    }
-    if (values.availability != host::Availability::given) return std::nullopt;
-    tuples.resize(values.values().size() * width);
-    float* to = tuples.data() + component;
-    for (const float value : values.values()) {
-      *to = host::is_undefined(value) ? std::numeric_limits<float>::quiet_NaN() : value;
-      to += width;
-    }
-  }
+std::optional<host::LargeArray<float>> values_of(host::Session& session, const host::Variable& variable,
+                                                 int part) {
+  const auto components = session.given_components(variable.number, part);
+  if (!components) return std::nullopt;
+  host::LargeArray<float> tuples(components->size() * components->front().values().size());
+  host::put_tuples(*components, tuples.data());
   return tuples;
 }
 
@@ -108,8 +78,8 @@ std::unique_ptr<GrowingArray> Block::mesh_array(const std::string& name, hid_t t
 
 // Whether the step has other points than the one before.
 bool Block::take_points(host::Session& session, std::optional<int> part) {
-  std::vector<float> xyz;
-  if (part) xyz = interleaved(session.coordinates(*part));
+  host::LargeArray<float> xyz;
+  if (part) xyz = session.points(*part);
   const auto bytes_are_same = [](float a, float b) { return a == b || (a != a && b != b); };
   if (points_ && std::equal(xyz.begin(), xyz.end(), xyz_.begin(), xyz_.end(), bytes_are_same)) return false;
   xyz_ = std::move(xyz);
@@ -119,8 +89,8 @@ bool Block::take_points(host::Session& session, std::optional<int> part) {
 // Whether it has other cells. (What a reader says of changing geometry is about the series as a whole.)
 bool Block::take_cells(host::Session& session, std::optional<int> part) {
   std::vector<host::ElementBlock> elements;
-  if (part) elements = session.elements(*part);
-  make_corners(elements);
+  if (part) elements = session.elements(*part, 0);
+  turn_prisms(elements);
   if (types_ && is_same(elements, elements_)) return false;
   elements_ = std::move(elements);
   return true;

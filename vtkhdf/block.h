@@ -79,8 +79,8 @@ class Block {
 
   // The mesh that was written last.
   std::optional<std::pair<std::optional<int>, int>> source_;  // its part and its step of the geometry
-  std::vector<float> xyz_;
-  std::vector<host::ElementBlock> elements_;
+  host::LargeArray<float> xyz_;
+  std::vector<host::ElementBlock> elements_;  // in VTK's order, from 0
   std::size_t cells_ = 0;
   std::int64_t meshes_ = 0;
   std::int64_t point_start_ = 0;

@@ -1,7 +1,10 @@
 // What bench/python/benchmark.py is compared with: the same requests in C++ through host/. Prints the seconds
 // that they took and the bytes that the process grew by, from before the opening to its peak.
 //
-//   host_session FILE arrays        coordinates, elements and the first scalar of all parts, all held
+//   host_session FILE arrays        points, elements and the first scalar of all parts, all held: the arrays
+//   of
+//                                   Python, with x, y, z of node after node and node numbers from 0
+//   host_session FILE axes          the same as a reader has them: an array for each axis, numbers from 1
 //   host_session FILE small COUNT   the first scalar of the first part, so many times
 #include <chrono>
 #include <exception>
@@ -26,6 +29,7 @@ long bytes_of_memory(const std::string& name) {
 }
 
 struct PartArrays {
+  host::LargeArray<float> points;
   host::Coordinates coordinates;
   std::vector<host::ElementBlock> elements;
   host::PartValues values;
@@ -51,11 +55,17 @@ void measure(const std::string& file, const std::string& what, int count) {
   const int scalar = first_scalar(session);
   std::vector<PartArrays> held;
   auto begin = start;
-  if (what == "arrays") {
+  if (what != "small") {
+    const bool as_axes = what == "axes";
     for (const host::Part& part : session.parts()) {
-      host::Coordinates coordinates = session.coordinates(part.number);
-      std::vector<host::ElementBlock> elements = session.elements(part.number);
-      held.push_back({std::move(coordinates), std::move(elements), session.values(scalar, part.number)});
+      PartArrays& arrays = held.emplace_back();
+      if (as_axes) {
+        arrays.coordinates = session.coordinates(part.number);
+      } else {
+        arrays.points = session.points(part.number);
+      }
+      arrays.elements = session.elements(part.number, as_axes ? 1 : 0);
+      arrays.values = session.values(scalar, part.number);
     }
   } else {
     begin = std::chrono::steady_clock::now();
@@ -69,7 +79,7 @@ void measure(const std::string& file, const std::string& what, int count) {
 
 int main(int argc, char** argv) {
   try {
-    if (argc < 3) throw std::runtime_error("usage: host_session FILE arrays | small COUNT");
+    if (argc < 3) throw std::runtime_error("usage: host_session FILE arrays | axes | small COUNT");
     measure(argv[1], argv[2], argc > 3 ? std::stoi(argv[3]) : 1);
   } catch (const std::exception& error) {
     std::cerr << error.what() << '\n';

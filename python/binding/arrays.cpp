@@ -1,131 +1,114 @@
 #include "python/binding/arrays.h"
 
 #include <algorithm>
-#include <array>
 #include <cstdint>
-#include <limits>
+#include <memory>
 #include <utility>
 #include <vector>
 
 #include "host/bounding_box.h"
+#include "host/tuples.h"
 #include "host/undefined_value.h"
-#include "python/binding/requests.h"
 
 namespace binding {
 namespace {
 
 namespace py = pybind11;
 
-// An array over the memory of `owner`, which it keeps.
-template <typename Owner, typename Value>
-py::array array_over(Owner owner, Value* (*data_of)(Owner&), const std::vector<py::ssize_t>& shape) {
-  auto kept = std::make_unique<Owner>(std::move(owner));
-  Value* data = data_of(*kept);
-  const py::capsule release(kept.get(), [](void* held) { delete static_cast<Owner*>(held); });
+// An array over memory that it keeps, whose entries have the size of a Value; it begins at entry `first`.
+// (The class py::array would compute strides of 0 when it was compiled for another NumPy than it meets.)
+template <typename Value, typename Entry>
+py::array array_over(host::LargeArray<Entry> memory, std::size_t first,
+                     const std::vector<py::ssize_t>& shape) {
+  static_assert(sizeof(Value) == sizeof(Entry));
+  using Memory = host::LargeArray<Entry>;
+  auto kept = std::make_unique<Memory>(std::move(memory));
+  const auto* const values = reinterpret_cast<const Value*>(kept->data() + first);
+  const py::capsule release(kept.get(), [](void* held) { delete static_cast<Memory*>(held); });
   static_cast<void>(kept.release());
-  return py::array_t<Value>(shape, data, release);
+  return py::array_t<Value>(shape, values, release);
 }
 
-int* nodes_of(std::vector<int>& nodes) {
-  return nodes.data();
-}
+// Values as they become an array.
+struct Values {
+  std::size_t width = 1;  // components
+  host::LargeArray<float> memory{};
+  std::size_t first = 0;                  // where they begin in there
+  host::LargeArray<std::uint8_t> mask{};  // 1 where one is undefined; empty unless asked for
 
-// The values begin behind an entry that nobody uses.
-float* values_of(host::HostArray& array) {
-  return array.entries() + 1;
-}
+  std::size_t size() const { return (memory.size() - first) / width; }
+};
 
-// One component, into every `width`-th place.
-void spread(std::span<const float> from, float* to, std::size_t width) {
-  for (const float value : from) {
-    *to = value;
-    to += width;
+Values values_of(std::vector<host::HostArray> components, bool with_mask) {
+  const std::size_t width = components.size();
+  const std::size_t count = components.front().values().size();
+  Values made{.width = width};
+  if (with_mask) {
+    made.mask = host::LargeArray<std::uint8_t>(width * count);
+    for (std::size_t component = 0; component < width; ++component) {
+      const std::span<const float> values = components[component].values();
+      for (std::size_t i = 0; i < count; ++i)
+        made.mask[i * width + component] = host::is_undefined(values[i]);
+    }
   }
-}
-
-// Notes where values are undefined, if it is asked for, and makes NaN of them.
-void mark_undefined(float* values, std::size_t count, bool* mask) {
-  if (mask != nullptr) std::transform(values, values + count, mask, host::is_undefined);
-  std::replace_if(values, values + count, host::is_undefined, std::numeric_limits<float>::quiet_NaN());
-}
-
-py::object with_undefined_marked(py::array array, bool with_mask) {
-  const auto count = static_cast<std::size_t>(array.size());
-  auto* values = static_cast<float*>(array.mutable_data());
-  if (!with_mask) {
-    const py::gil_scoped_release without_gil;
-    mark_undefined(values, count, nullptr);
+  if (width == 1) {
+    // The reader's array itself.
+    host::HostArray& array = components.front();
+    host::put_values(array.values(), array.entries() + 1);
+    made.memory = std::move(array).release();
+    made.first = 1;
   } else {
-    py::array_t<bool> mask(std::vector<py::ssize_t>(array.shape(), array.shape() + array.ndim()));
-    mark_undefined(values, count, mask.mutable_data());
-    return py::make_tuple(array, mask);
-  }
-  return array;
-}
-
-// A vector's values, (n, 3); nothing where the step has none.
-std::optional<py::array> vector_values(Dataset& dataset, int step, int part, int variable) {
-  constexpr std::size_t kWidth = 3;
-  std::optional<py::array_t<float>> made;
-  for (std::size_t component = 0; component < kWidth; ++component) {
-    const auto values = ask_values(dataset, step, part, variable, static_cast<int>(component));
-    if (!values) return std::nullopt;
-    const auto size = static_cast<py::ssize_t>(values->values().size());
-    if (!made) made.emplace(std::vector<py::ssize_t>{size, static_cast<py::ssize_t>(kWidth)});
-    float* to = made->mutable_data() + component;
-    const py::gil_scoped_release without_gil;
-    spread(values->values(), to, kWidth);
+    made.memory = host::LargeArray<float>(width * count);
+    host::put_tuples(components, made.memory.data());
   }
   return made;
+}
+
+// None when the step has no such values.
+std::optional<std::vector<host::HostArray>> components_of(host::Session& session, int part, int variable,
+                                                          std::optional<int> component) {
+  if (!component) return session.given_components(variable, part);
+  auto one = session.given_values(variable, part, *component);
+  if (!one) return std::nullopt;
+  std::vector<host::HostArray> components;
+  components.push_back(std::move(*one));
+  return components;
 }
 
 }  // namespace
 
 py::array points(Dataset& dataset, int step, int part) {
-  const host::Coordinates coordinates =
-      dataset.at_step(step, [&](host::Session& session) { return session.coordinates(part); });
-  py::array_t<float> made({static_cast<py::ssize_t>(coordinates.size()), py::ssize_t{3}});
-  float* to = made.mutable_data();
-  const py::gil_scoped_release without_gil;
-  const std::span<const float> x = coordinates.x();
-  const std::span<const float> y = coordinates.y();
-  const std::span<const float> z = coordinates.z();
-  for (std::size_t i = 0; i < x.size(); ++i, to += 3) {
-    to[0] = x[i];
-    to[1] = y[i];
-    to[2] = z[i];
-  }
-  return made;
+  host::LargeArray<float> xyz =
+      dataset.at_step(step, [&](host::Session& session) { return session.points(part); });
+  const auto count = static_cast<py::ssize_t>(xyz.size() / 3);
+  return array_over<float>(std::move(xyz), 0, {count, 3});
 }
 
 py::dict cells(Dataset& dataset, int step, int part) {
-  std::vector<host::ElementBlock> blocks = dataset.at_step(step, [&](host::Session& session) {
-    std::vector<host::ElementBlock> asked = session.elements(part);
-    for (host::ElementBlock& block : asked) {
-      for (int& node : block.nodes) --node;
-    }
-    return asked;
-  });
+  std::vector<host::ElementBlock> blocks =
+      dataset.at_step(step, [&](host::Session& session) { return session.elements(part, 0); });
   py::dict by_shape;
   for (host::ElementBlock& block : blocks) {
     const auto count = static_cast<py::ssize_t>(block.size());
     by_shape[py::str(block.shape.name.data(), block.shape.name.size())] =
-        array_over(std::move(block.nodes), nodes_of, {count, block.shape.nodes});
+        array_over<int>(std::move(block.nodes), 0, {count, block.shape.nodes});
   }
   return by_shape;
 }
 
 py::object values(Dataset& dataset, int step, int part, int variable, std::optional<int> component,
                   bool with_mask) {
-  if (!component && components_of(dataset, variable) > 1) {
-    const std::optional<py::array> vector = vector_values(dataset, step, part, variable);
-    if (!vector) return py::none();
-    return with_undefined_marked(*vector, with_mask);
-  }
-  std::optional<host::HostArray> one = ask_values(dataset, step, part, variable, component.value_or(0));
-  if (!one) return py::none();
-  const auto count = static_cast<py::ssize_t>(one->values().size());
-  return with_undefined_marked(array_over(std::move(*one), values_of, {count}), with_mask);
+  std::optional<Values> read = dataset.at_step(step, [&](host::Session& session) -> std::optional<Values> {
+    auto components = components_of(session, part, variable, component);
+    if (!components) return std::nullopt;
+    return values_of(std::move(*components), with_mask);
+  });
+  if (!read) return py::none();
+  std::vector<py::ssize_t> shape = {static_cast<py::ssize_t>(read->size())};
+  if (read->width > 1) shape.push_back(static_cast<py::ssize_t>(read->width));
+  const py::array made = array_over<float>(std::move(read->memory), read->first, shape);
+  if (!with_mask) return made;
+  return py::make_tuple(made, array_over<bool>(std::move(read->mask), 0, shape));
 }
 
 py::object bounds(Dataset& dataset, int step, int part) {

@@ -1,11 +1,11 @@
 #include "python/binding/statistics.h"
 
-#include <array>
+#include <optional>
+#include <utility>
 #include <vector>
 
 #include "host/magnitude.h"
 #include "host/value_statistics.h"
-#include "python/binding/requests.h"
 
 namespace binding {
 namespace {
@@ -42,20 +42,15 @@ py::tuple tuple_of(const host::ValueStatistics& statistics) {
 }  // namespace
 
 py::object statistics(Dataset& dataset, int step, int part, int variable) {
-  const int count = components_of(dataset, variable);
-  std::vector<host::HostArray> components;
-  for (int component = 0; component < count; ++component) {
-    auto values = ask_values(dataset, step, part, variable, component);
-    if (!values) return py::none();
-    components.push_back(std::move(*values));
-  }
-  std::vector<host::ValueStatistics> all;
-  {
-    const py::gil_scoped_release without_gil;
-    all = statistics_of(components);
-  }
+  using All = std::vector<host::ValueStatistics>;
+  const std::optional<All> all = dataset.at_step(step, [&](host::Session& session) -> std::optional<All> {
+    const auto components = session.given_components(variable, part);
+    if (!components) return std::nullopt;
+    return statistics_of(*components);
+  });
+  if (!all) return py::none();
   py::list tuples;
-  for (const host::ValueStatistics& one : all) tuples.append(tuple_of(one));
+  for (const host::ValueStatistics& one : *all) tuples.append(tuple_of(one));
   return tuples;
 }
 

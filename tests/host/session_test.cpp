@@ -107,14 +107,28 @@ TEST_F(Session, GivesCoordinatesOfTheSelectedStep) {
   EXPECT_EQ(session.coordinates(1).x()[2], fake::x(1, 0, 2));
 }
 
+TEST_F(Session, GivesPointsNodeByNode) {
+  session.select_step(1);
+  const host::LargeArray<float> points = session.points(3);
+  ASSERT_EQ(points.size(), 8U * 3);
+  EXPECT_EQ(points[3 * 7], fake::x(1, 0, 7));
+  EXPECT_EQ(points[3 * 7 + 1], 1.0F);
+  EXPECT_EQ(points[3 * 7 + 2], 2.0F);
+}
+
 TEST_F(Session, GivesConnectivityPerShape) {
   const std::vector<host::ElementBlock> blocks = session.elements(2);
   ASSERT_EQ(blocks.size(), 2U);
   EXPECT_EQ(blocks[0].shape.name, "tri");
-  EXPECT_EQ(blocks[0].nodes, (std::vector<int>{1, 2, 5}));
+  EXPECT_EQ(blocks[0].nodes, (host::LargeArray<int>{1, 2, 5}));
   EXPECT_EQ(blocks[1].shape.name, "quad");
   ASSERT_EQ(blocks[1].size(), 1U);
   EXPECT_EQ(blocks[1].element(0)[0], 4);
+}
+
+TEST_F(Session, CountsNodesFromWhatIsAskedFor) {
+  EXPECT_EQ(session.elements(2, 0)[0].nodes, (host::LargeArray<int>{0, 1, 4}));
+  EXPECT_EQ(session.elements(2, 11)[0].nodes, (host::LargeArray<int>{11, 12, 15}));
 }
 
 TEST_F(Session, TellsTheVariables) {
@@ -160,6 +174,21 @@ TEST_F(Session, TellsAQuantityThatIsNotInTheStepFromOneThatFails) {
   const host::PartValues failed = session.values(fake::kBroken, 1);
   EXPECT_EQ(failed.availability, host::Availability::failed);
   EXPECT_EQ(failed.reason, "error : failed to seek fld file.");
+}
+
+TEST_F(Session, GivesValuesOrNoneOrAnError) {
+  const auto given = session.given_values(fake::kVelocity, 1, 2);
+  ASSERT_TRUE(given);
+  EXPECT_EQ(given->values()[3], 3.5F);
+  session.select_step(1);
+  EXPECT_FALSE(session.given_values(fake::kOnlyFirst, 1));
+  try {
+    session.given_values(fake::kBroken, 1);
+    ADD_FAILURE();
+  } catch (const host::Error& error) {
+    EXPECT_EQ(error.reason(), "error : failed to seek fld file.");
+    EXPECT_EQ(error.step(), 1);
+  }
 }
 
 TEST_F(Session, GivesMetadataAndItsGroups) {
@@ -261,8 +290,10 @@ TEST_F(Session, NamesTheFileOfAStepWhoseValuesCannotBeRead) {
 
 TEST_F(Session, RejectsNodeNumbersOutsideThePart) {
   session.open(fake::file(fake::kBadNodeNumber));
-  EXPECT_EQ(error_of([&] { session.elements(1); }),
-            "USERD_get_part_elements_by_type: part 1 has a quad with a node number outside 1 to 4");
+  for (const int first_node : {0, 1}) {
+    EXPECT_EQ(error_of([&] { session.elements(1, first_node); }),
+              "USERD_get_part_elements_by_type: part 1 has a quad with a node number outside 1 to 4");
+  }
 }
 
 TEST_F(Session, RejectsNegativeCounts) {
