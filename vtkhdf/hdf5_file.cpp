@@ -73,9 +73,12 @@ Handle create_file(const std::filesystem::path& path) {
   check(H5Pset_obj_track_times(creation.id(), false));
   // Space that becomes free is not used again: the file as it was flushed last may still refer to it.
   check(H5Pset_file_space_strategy(creation.id(), H5F_FSPACE_STRATEGY_NONE, false, 1));
+  // Makes the root group one of the newer and smaller kind.
+  check(H5Pset_link_creation_order(creation.id(), H5P_CRT_ORDER_TRACKED));
   const Handle access = property_list(H5P_FILE_ACCESS);
-  // A newer format of the file marks it as open for writing, and nobody could open it after a kill.
-  check(H5Pset_libver_bounds(access.id(), H5F_LIBVER_V18, H5F_LIBVER_V110));
+  // A newer format marks the file as open for writing, and nobody could open it after a kill; in a newer one
+  // than the oldest, the object that has the strategy above has the time of its creation too.
+  check(H5Pset_libver_bounds(access.id(), H5F_LIBVER_EARLIEST, H5F_LIBVER_V110));
   H5AC_cache_config_t cache{};
   cache.version = H5AC__CURR_CACHE_CONFIG_VERSION;
   check(H5Pget_mdc_config(access.id(), &cache));

@@ -3,12 +3,16 @@
 
 #include "gtest/gtest.h"
 #include <algorithm>
+#include <chrono>
 #include <cmath>
+#include <ctime>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <limits>
 #include <numeric>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "host/display_names.h"
@@ -323,6 +327,22 @@ TEST_F(ChangingMesh, HasNanWhereAStepLacksAVariable) {
   expect_same(file.values("fluid", "PointData", "p", 2), nothing, "p");
   expect_same(file.values("fluid", "PointData", "q", 0), nothing, "q");
   EXPECT_EQ(file.values("fluid", "PointData", "q", 2), std::vector<float>(4, 2.25F));
+}
+
+std::string bytes_of(const fs::path& path) {
+  std::ifstream file(path, std::ios::binary);
+  return {std::istreambuf_iterator<char>(file), {}};
+}
+
+TEST(Series, IsTheSameFileAtAnotherTime) {
+  testkit::TemporaryDirectory directory;
+  host_test::OpenFile file(testkit::file_of(testkit::one_of_each()));
+  write_all(file.session(), directory / "first.vtkhdf");
+  // HDF5 would note seconds.
+  for (const std::time_t start = std::time(nullptr); std::time(nullptr) == start;)
+    std::this_thread::sleep_for(std::chrono::milliseconds(10));
+  write_all(file.session(), directory / "second.vtkhdf");
+  EXPECT_EQ(bytes_of(directory / "first.vtkhdf"), bytes_of(directory / "second.vtkhdf"));
 }
 
 TEST(Series, ThatCannotBeWrittenIsAnError) {
