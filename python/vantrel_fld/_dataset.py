@@ -77,12 +77,12 @@ class Dataset:
         self._meshes = SharedMeshes(self)
 
     def close(self) -> None:
-        """Close the dataset. Arrays that were made of it stay; everything else raises Error from then on."""
+        """Close the dataset. Arrays that it gave stay valid; whatever has to be read raises Error from then on."""
         self._core.close()
 
     @property
     def is_open(self) -> bool:
-        """Whether it was not closed yet."""
+        """Whether it has not been closed yet."""
         return self._core.is_open()
 
     def __enter__(self) -> Dataset:
@@ -112,9 +112,9 @@ class Dataset:
         return np.array(self._times)
 
     def at_time(self, time: float) -> Step:
-        """The step whose time is nearest, the earlier one of two. ValueError for what is no number."""
-        if math.isnan(time):
-            raise ValueError("a time that is no number (NaN)")
+        """The step whose time is nearest, the earlier one of two. ValueError unless `time` is finite."""
+        if not math.isfinite(time):
+            raise ValueError(f"no time is near {time}")
         return min(self.steps, key=lambda step: abs(step.time - time))
 
     @cached_property
@@ -124,7 +124,7 @@ class Dataset:
 
     def _step_index(self, step: int | Step) -> int:
         if isinstance(step, Step) and step._dataset is not self:
-            raise ValueError("the step is one of another dataset")
+            raise ValueError("the step belongs to another dataset")
         return self.steps.index_of(step)
 
     def _file_of(self, index: int) -> str:
@@ -146,10 +146,11 @@ class Dataset:
     def groups(self) -> dict[str, Parts]:
         """The reader's groups of surfaces; surfaces are in at most one."""
         surfaces = self.parts.surfaces
-        return {
-            name: Parts(part for part in surfaces if part._info.file_name in set(members))
-            for name, members in self._core.groups()
-        }
+        made = {}
+        for name, members in self._core.groups():
+            file_names = set(members)
+            made[name] = Parts(part for part in surfaces if part._info.file_name in file_names)
+        return made
 
     def _infos_at(self, index: int) -> list[PartInfo]:
         geometry = self._geometry_steps[index]
@@ -205,20 +206,22 @@ class Dataset:
         """
         index = self._step_index(step)
         made: dict[str, dict[str, Statistics | VectorStatistics]] = {}
+        infos = self._chosen_infos(index, parts)
         for variable in self._chosen_variables(variables):
-            for info in self._chosen_infos(index, parts):
+            for info in infos:
                 found = Part(self, info, index)._statistics(variable, index, info)
                 if found is not None:
                     made.setdefault(variable.name, {})[info.name] = found
         return made
 
     def bounds(self, step: int | Step = 0) -> np.ndarray | None:
-        """The box around all parts of a step: (2, 3) float32, lowest and highest corner.
+        """The box around a step's surfaces and volumes, or around its whole mesh when it has none of these.
 
-        None where there are no nodes.
+        (2, 3) float32, lowest and highest corner; None when there are no nodes.
         """
         index = self._step_index(step)
-        boxes = [self._core.bounds(index, info.number) for info in self._chosen_infos(index, None)]
+        infos = self._chosen_infos(index, None) or self._infos_at(index)
+        boxes = [self._core.bounds(index, info.number) for info in infos]
         boxes = [box for box in boxes if box is not None]
         if not boxes:
             return None

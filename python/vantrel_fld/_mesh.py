@@ -69,22 +69,17 @@ def vtk_cells(
         (corners[:, _TURNED_PRISM] if shape == "prism" and turns_prisms else corners).ravel()
         for shape, corners in cells.items()
     ]
-    counts = [len(corners) for corners in cells.values()]
-    widths = [corners.shape[1] for corners in cells.values()]
-    ids = sum(len(block) for block in blocks)
-    id_type = np.int32 if ids <= np.iinfo(np.int32).max else np.int64
+    ends = np.cumsum([0, *map(len, blocks)])
+    id_type = np.int32 if ends[-1] <= np.iinfo(np.int32).max else np.int64
+    starts = [
+        np.arange(first, end + 1, corners.shape[1], dtype=id_type)  # and the end, where the next block starts
+        for first, end, corners in zip(ends, ends[1:], cells.values())
+    ]
+    types = [np.full(len(corners), _VTK_TYPES[shape], np.uint8) for shape, corners in cells.items()]
     if len(blocks) == 1:
-        connectivity = blocks[0].astype(id_type, copy=False)
-    else:
-        connectivity = np.concatenate([np.empty(0, id_type), *blocks], dtype=id_type)
-    offsets = np.empty(sum(counts) + 1, id_type)
-    types = np.empty(sum(counts), np.uint8)
-    at = 0
-    first = 0
-    for shape, count, width in zip(cells, counts, widths):
-        offsets[at : at + count] = np.arange(first, first + count * width, width, dtype=id_type)
-        types[at : at + count] = _VTK_TYPES[shape]
-        at += count
-        first += count * width
-    offsets[at] = first
-    return offsets, connectivity, types
+        return starts[0], blocks[0].astype(id_type, copy=False), types[0]
+    return (
+        np.concatenate([*(block[:-1] for block in starts), ends[-1:]], dtype=id_type),
+        np.concatenate([np.empty(0, id_type), *blocks], dtype=id_type),
+        np.concatenate([np.empty(0, np.uint8), *types]),
+    )

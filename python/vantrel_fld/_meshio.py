@@ -29,17 +29,19 @@ def mesh_of(
 ) -> meshio.Mesh:
     """The parts one behind the other, each a cell set of its own where there are several."""
     core = dataset._core
-    first = 0
-    points = []
+    points = [core.points(index, info.number) for info in infos]
     cells = []
     owners = []
-    for info in infos:
-        points.append(core.points(index, info.number))
-        for shape, corners in core.cells(index, info.number).items():
+    elements = []  # of each part
+    first = 0
+    for info, xyz in zip(infos, points):
+        by_shape = core.cells(index, info.number)
+        elements.append(sum(map(len, by_shape.values())))
+        for shape, corners in by_shape.items():
             corners += np.int32(first)
             cells.append((_TYPES[shape], corners))
             owners.append(info.name)
-        first += info.nodes
+        first += len(xyz)
     sets = {
         info.name: [
             np.arange(len(corners) if owner == info.name else 0)
@@ -48,34 +50,29 @@ def mesh_of(
         for info in infos
     }
     mesh = meshio.Mesh(
-        np.concatenate(points) if points else np.empty((0, 3), np.float32),
+        np.concatenate([np.empty((0, 3), np.float32), *points]),
         cells,
         cell_sets=sets if len(infos) > 1 else {},
     )
     for variable in variables:
-        _add_values(mesh, dataset, index, infos, variable)
+        given = [core.values(index, info.number, variable.number, None, False) for info in infos]
+        if all(values is None for values in given):
+            continue
+        if variable.location == "node":
+            mesh.point_data[variable.name] = _joined(given, [len(xyz) for xyz in points], variable)
+        elif cells:
+            ends = np.cumsum([len(corners) for _, corners in cells])
+            mesh.cell_data[variable.name] = np.split(_joined(given, elements, variable), ends[:-1])
     mesh.field_data["TimeValue"] = np.array([dataset._times[index]])
     return mesh
 
 
-def _add_values(
-    mesh: meshio.Mesh, dataset: Dataset, index: int, infos: Sequence[PartInfo], variable: Variable
-) -> None:
-    """Adds a variable's values, unless no part has any."""
-    given = [dataset._core.values(index, info.number, variable.number, None, False) for info in infos]
-    if all(values is None for values in given):
-        return
+def _joined(given: Sequence[np.ndarray | None], counts: Sequence[int], variable: Variable) -> np.ndarray:
+    """The values of all parts, with as many NaN as a part counts where it has none."""
     tail = (3,) if variable.kind == "vector" else ()
-    is_nodal = variable.location == "node"
-    counts = [info.nodes if is_nodal else sum(info.elements.values()) for info in infos]
-    every = np.concatenate(
+    return np.concatenate(
         [
             np.full((count, *tail), np.nan, np.float32) if values is None else values
             for values, count in zip(given, counts)
         ]
     )
-    if is_nodal:
-        mesh.point_data[variable.name] = every
-    else:
-        sizes = [len(block.data) for block in mesh.cells]
-        mesh.cell_data[variable.name] = np.split(every, np.cumsum(sizes)[:-1])

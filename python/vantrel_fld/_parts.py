@@ -252,6 +252,7 @@ class Parts:
         self._parts = list(parts)
         self._by_name = {part.name: part for part in self._parts}
         self._by_number = {part.number: part for part in self._parts}
+        self._by_identity = {part._info.identity: part for part in self._parts}
 
     @property
     def names(self) -> list[str]:
@@ -303,7 +304,9 @@ class Parts:
 
     def __getitem__(self, key: str | int | Part) -> Part:
         if isinstance(key, Part):
-            found = next((part for part in self._parts if part == key), None)
+            found = self._by_identity.get(key._info.identity)
+            if found != key:
+                found = None
         elif isinstance(key, str):
             found = self._by_name.get(key)
         else:
@@ -314,7 +317,7 @@ class Parts:
 
     def __contains__(self, key: object) -> bool:
         if isinstance(key, Part):
-            return key in self._parts
+            return self._by_identity.get(key._info.identity) == key
         return key in self._by_name or key in self._by_number
 
     def __iter__(self) -> Iterator[Part]:

@@ -47,9 +47,13 @@ def part_grid(
     grid.SetCells(pyvista.convert_array(types), cells)
     for variable in variables:
         values = core.values(index, info.number, variable.number, None, False)
-        if values is not None:
-            data = grid.point_data if variable.location == "node" else grid.cell_data
+        if values is None:
+            continue
+        data = grid.point_data if variable.location == "node" else grid.cell_data
+        if len(values) > 0:
             data[variable.name] = values
+        else:  # pyvista refuses empty vectors
+            data.VTKObject.AddArray(pyvista.convert_array(values, variable.name))
     grid.field_data["TimeValue"] = [dataset._times[index]]
     return grid
 

@@ -32,7 +32,7 @@ class Step:
 
     @property
     def file(self) -> str | None:
-        """The path of the step's file; None where it is not known (an option that skips files)."""
+        """The path of the step's file; None when it is not known, which may be so with ``simplify``."""
         files = self._dataset.files
         return files[self.index] if files else None
 
@@ -65,7 +65,7 @@ class Step:
 
 
 class Steps(Sequence[Step]):
-    """The steps of a dataset, in the order of time. Slices are lists of steps."""
+    """The steps of a dataset, in the order of its files. Slices are lists of steps."""
 
     def __init__(self, dataset: Dataset, times: Sequence[float]) -> None:
         self._steps = [Step(dataset, index, time) for index, time in enumerate(times)]

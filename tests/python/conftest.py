@@ -45,6 +45,16 @@ def open_sample(sample_path):
 
 
 @pytest.fixture
+def odd_folder(tmp_path) -> Path:
+    """A folder of its own for the test with the datasets of odd_datasets.cpp."""
+    program = os.environ.get("ODD_DATASETS")
+    if program is None:
+        pytest.skip("ODD_DATASETS does not name the program that writes them")
+    subprocess.run([program, str(tmp_path)], check=True)
+    return tmp_path
+
+
+@pytest.fixture
 def tank_copy(sample_folder, tmp_path) -> Path:
     """The folder of the tank's files, which may be changed."""
     return Path(shutil.copytree(sample_folder / "tank", tmp_path / "tank"))

@@ -23,6 +23,11 @@ def test_parts_by_name_number_pattern_and_kind(open_sample):
         "tank_zone",
     ]
     assert "blade_1" in tank.parts and 20 in tank.parts and "blade" not in tank.parts and 21 not in tank.parts
+    assert blade in tank.parts and blade not in tank.parts.volumes
+    other = open_sample("tank").parts["blade_1"]
+    assert other not in tank.parts
+    with pytest.raises(KeyError, match="no part 'blade_1'"):
+        tank.parts[other]
 
 
 def test_unknown_names_tell_the_nearest(open_sample):
@@ -65,8 +70,9 @@ def test_steps_by_index_time_and_slice(open_sample):
     assert [step.index for step in tank.steps] == list(range(8))
     assert tank.at_time(0.075).index == 3
     assert (tank.at_time(-5).index, tank.at_time(0.09).index, tank.at_time(9).index) == (0, 4, 7)
-    with pytest.raises(ValueError):
-        tank.at_time(float("nan"))
+    for wrong in ("nan", "inf", "-inf"):
+        with pytest.raises(ValueError, match=f"no time is near {wrong}"):
+            tank.at_time(float(wrong))
     blade = tank.parts["blade_1"]
     same = [blade.values("Pressure", step) for step in (3, -5, np.int32(3), tank.steps[3], tank.at_time(0.075))]
     for values in same[1:]:
