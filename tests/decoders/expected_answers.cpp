@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <optional>
 #include <string>
 #include <utility>
@@ -131,6 +132,7 @@ void add_coordinates(const ExpectedGeometry& geometry, const ExpectedPart& part,
     }
     if (tolerance > 0.0) {
       for (const float value : p) tolerance += 0x1p-22 * std::abs(static_cast<double>(value));
+      if (std::isnan(tolerance)) tolerance = std::numeric_limits<double>::infinity();
     }
     for (std::size_t axis = 0; axis < 3; ++axis) answers.coordinates.at(axis).push_back(p.at(axis));
     answers.tolerance.push_back(tolerance);

@@ -5,9 +5,9 @@
 
 namespace faults {
 
-std::size_t sweep_stride(std::size_t partial) {
+std::size_t sweep_stride(std::size_t partial, std::size_t complete) {
   const char* wanted = getenv("FLD_SWEEP");
-  return wanted != nullptr && std::string_view(wanted) == "complete" ? 1 : partial;
+  return wanted != nullptr && std::string_view(wanted) == "complete" ? complete : partial;
 }
 
 }  // namespace faults

@@ -5,8 +5,8 @@
 
 namespace faults {
 
-// The stride of this run: 1 (all cases) if the environment variable FLD_SWEEP is "complete", otherwise
-// `partial`.
-std::size_t sweep_stride(std::size_t partial);
+// The stride of this run: `complete` (all cases, by default) if the environment variable FLD_SWEEP is
+// "complete", otherwise `partial`.
+std::size_t sweep_stride(std::size_t partial, std::size_t complete = 1);
 
 }  // namespace faults

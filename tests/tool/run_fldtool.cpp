@@ -3,6 +3,7 @@
 #include <array>
 #include <cerrno>
 #include <csignal>
+#include <cstdlib>
 #include <fcntl.h>
 #include <poll.h>
 #include <spawn.h>
@@ -16,6 +17,12 @@
 
 namespace tool_test {
 namespace {
+
+// That of this build, unless the environment names another one, as scripts/mutants does.
+const char* fldtool() {
+  const char* const other = std::getenv("FLDTOOL");
+  return other != nullptr ? other : FLDTOOL;
+}
 
 std::string read_to_end(int descriptor) {
   std::string text;
@@ -97,7 +104,7 @@ class Running {
         posix_spawn_file_actions_adddup2(&actions, descriptor, stream);
       }
     }
-    const int error = posix_spawn(&child_, FLDTOOL, &actions, nullptr, pointers.data(), environ);
+    const int error = posix_spawn(&child_, fldtool(), &actions, nullptr, pointers.data(), environ);
     posix_spawn_file_actions_destroy(&actions);
     if (error != 0) throw std::system_error(error, std::generic_category(), "posix_spawn");
   }
