@@ -80,14 +80,14 @@ class Soak {
   struct Progress {
     pid_t process = -1;
     std::uint64_t sessions = 0;
-    Clock::time_point since{};
+    Clock::duration since{};  // of watching
   };
 
   void start_host(std::size_t number, std::uint64_t seed) {
     const pid_t process = fork();
     if (process < 0) throw std::system_error(errno, std::generic_category(), "fork");
     if (process > 0) {
-      hosts_.at(number) = {process, 0, Clock::now()};
+      hosts_.at(number) = {process, 0, {}};
       return;
     }
     // Half of the hosts share even small arrays among threads.
@@ -121,14 +121,18 @@ class Soak {
     return true;
   }
 
+  // Time in which this process is stopped does not count, as the hosts may be stopped too.
   bool none_hangs() {
+    const auto now = Clock::now();
+    watched_ += std::min<Clock::duration>(now - looked_, seconds(1));
+    looked_ = now;
     for (std::size_t i = 0; i < kHosts; ++i) {
       Progress& host = hosts_.at(i);
       const std::uint64_t sessions = reports_->at(i).sessions;
       if (sessions != host.sessions) {
         host.sessions = sessions;
-        host.since = Clock::now();
-      } else if (Clock::now() - host.since > kMostSilence) {
+        host.since = watched_;
+      } else if (watched_ - host.since > kMostSilence) {
         std::printf("host %zu hangs\n", i);
         kill(host.process, SIGKILL);
         return false;
@@ -175,6 +179,8 @@ class Soak {
   Reports* reports_ = nullptr;
   std::array<Progress, kHosts> hosts_{};
   std::uint64_t changes_ = 0;
+  Clock::duration watched_{};  // how long this process has looked after the hosts
+  Clock::time_point looked_ = Clock::now();
 };
 
 int run(int argc, char** argv) {
