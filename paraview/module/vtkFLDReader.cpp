@@ -274,6 +274,27 @@ void vtkFLDReader::WarnOfOtherFiles() {
   }
 }
 
+vtkTypeBool vtkFLDReader::ProcessRequest(vtkInformation* request, vtkInformationVector** inputs,
+                                         vtkInformationVector* outputs) {
+  State& state = *State_;
+  std::string reason;
+  try {
+    return Superclass::ProcessRequest(request, inputs, outputs);
+  } catch (const std::bad_alloc&) {
+    reason = "not enough memory";
+  } catch (const std::exception& error) {
+    reason = error.what();
+  }
+  // Other ranks would wait for this one for ever.
+  if (state.controller != nullptr && state.controller->GetNumberOfProcesses() > 1)
+    throw std::runtime_error(reason);
+  // The next request opens the dataset again.
+  state.forget_dataset();
+  vtkErrorMacro(<< "cannot read " << (state.file_names.empty() ? "" : state.file_names.front().c_str())
+                << ": " << reason);
+  return 0;
+}
+
 int vtkFLDReader::RequestInformation(vtkInformation* /*request*/, vtkInformationVector** /*inputs*/,
                                      vtkInformationVector* outputs) {
   using Pipeline = vtkStreamingDemandDrivenPipeline;

@@ -29,6 +29,11 @@ class FLDREADERMODULE_EXPORT vtkFLDReader : public vtkPartitionedDataSetCollecti
   static vtkFLDReader* New();
   vtkTypeMacro(vtkFLDReader, vtkPartitionedDataSetCollectionAlgorithm);
   void PrintSelf(ostream& os, vtkIndent indent) override;
+
+  // A failed request reports an error; in a single process nothing is thrown, not even where memory is
+  // exhausted.
+  vtkTypeBool ProcessRequest(vtkInformation* request, vtkInformationVector** inputs,
+                             vtkInformationVector* outputs) override;
   vtkFLDReader(const vtkFLDReader&) = delete;
   vtkFLDReader& operator=(const vtkFLDReader&) = delete;
 
