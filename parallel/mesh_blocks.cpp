@@ -19,6 +19,21 @@ constexpr int entries_of(int code) {
 
 }  // namespace
 
+void read_nodes(FileArrays& files, const layout::FileArray& array, std::int64_t first, std::int32_t bias,
+                const layout::SetMesh& mesh, std::span<std::int32_t> to) {
+  const auto wanted = static_cast<std::int64_t>(to.size());
+  const auto nodes = static_cast<std::uint32_t>(std::max(mesh.node_count, 0));
+  std::int32_t* next = to.data();
+  files.read<std::int32_t>(array, first, std::clamp<std::int64_t>(array.count() - first, 0, wanted),
+                           [&](const std::int32_t* from, std::int64_t count) {
+                             for (std::int64_t i = 0; i < count; ++i) {
+                               const std::int32_t node = without_bias(from[i], bias);
+                               *next++ = static_cast<std::uint32_t>(node) < nodes ? node : kNoNode;
+                             }
+                           });
+  std::fill(next, to.data() + wanted, kNoNode);
+}
+
 ElementBlock::ElementBlock(Communicator& ranks, FileArrays& files, const layout::SetMesh& mesh)
     : partition_(mesh.element_count(), ranks.size()), own_(partition_.of(ranks.rank())) {
   together(ranks, [&] { read_types(files, mesh); });
@@ -44,19 +59,8 @@ void ElementBlock::read_types(FileArrays& files, const layout::SetMesh& mesh) {
 }
 
 void ElementBlock::read_corners(FileArrays& files, const layout::SetMesh& mesh, std::int64_t corners_before) {
-  const std::int64_t given = std::clamp<std::int64_t>(mesh.conn.count() - corners_before, 0, reach_);
   corners_ = Array<std::int32_t>(reach_);
-  const auto nodes = static_cast<std::uint32_t>(std::max(mesh.node_count, 0));
-  const std::int32_t bias = mesh.element_bias;
-  std::int32_t* to = corners_.data();
-  files.read<std::int32_t>(mesh.conn, corners_before, given,
-                           [&](const std::int32_t* from, std::int64_t count) {
-                             for (std::int64_t i = 0; i < count; ++i) {
-                               const std::int32_t node = without_bias(from[i], bias);
-                               *to++ = static_cast<std::uint32_t>(node) < nodes ? node : kNoNode;
-                             }
-                           });
-  std::fill(to, corners_.data() + reach_, kNoNode);
+  read_nodes(files, mesh.conn, corners_before, mesh.element_bias, mesh, corners_.span());
 }
 
 std::int64_t ElementBlock::head_of(std::int64_t e) const {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 #include <vector>
 
 #include "layout/step_layout.h"
@@ -17,6 +18,11 @@ namespace parallel {
 inline std::int32_t without_bias(std::int32_t index, std::int32_t bias) {
   return static_cast<std::int32_t>(static_cast<std::uint32_t>(index) - static_cast<std::uint32_t>(bias));
 }
+
+// Fills `to` with node numbers of an array, from its element `first` on, counted from 0: kNoNode where one is
+// no node of the mesh, and behind the end of the array.
+void read_nodes(FileArrays& files, const layout::FileArray& array, std::int64_t first, std::int32_t bias,
+                const layout::SetMesh& mesh, std::span<std::int32_t> to);
 
 // The elements of a list, in its order.
 struct ListedElements {

@@ -69,13 +69,11 @@ MovedNodes find_moved_nodes(Communicator& ranks, FileArrays& files, const layout
     together(ranks, [&] {
       for (const layout::FileArray& each : mesh.motion[m].lists) {
         const Stretch share = Partition(each.count(), ranks.size()).of(ranks.rank());
-        files.read<std::int32_t>(
-            each, share.first, share.size(), [&](const std::int32_t* from, std::int64_t count) {
-              for (std::int64_t i = 0; i < count; ++i) {
-                list.add(static_cast<std::int32_t>(static_cast<std::uint32_t>(from[i]) -
-                                                   static_cast<std::uint32_t>(mesh.list_bias)));
-              }
-            });
+        files.read<std::int32_t>(each, share.first, share.size(),
+                                 [&](const std::int32_t* from, std::int64_t count) {
+                                   for (std::int64_t i = 0; i < count; ++i)
+                                     list.add(without_bias(from[i], mesh.list_bias));
+                                 });
       }
     });
     const ListedElements listed = elements.collect(ranks, list, false);

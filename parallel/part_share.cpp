@@ -67,17 +67,7 @@ Faces read_faces(Communicator& ranks, FileArrays& files, const layout::SetMesh& 
   if (ranks.size() > 1) before = sum(ranks, own).before;
   together(ranks, [&] {
     faces.corners = Array<std::int32_t>(own);
-    const std::int64_t given = std::clamp<std::int64_t>(part.face_nodes.count() - before, 0, own);
-    const auto nodes = static_cast<std::uint32_t>(std::max(mesh.node_count, 0));
-    std::int32_t* to = faces.corners.data();
-    files.read<std::int32_t>(part.face_nodes, before, given,
-                             [&](const std::int32_t* from, std::int64_t count) {
-                               for (std::int64_t i = 0; i < count; ++i) {
-                                 const std::int32_t node = without_bias(from[i], part.bias);
-                                 *to++ = static_cast<std::uint32_t>(node) < nodes ? node : kNoNode;
-                               }
-                             });
-    std::fill(to, faces.corners.data() + own, kNoNode);
+    read_nodes(files, part.face_nodes, before, part.bias, mesh, faces.corners.span());
   });
   return faces;
 }
