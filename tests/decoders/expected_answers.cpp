@@ -130,7 +130,7 @@ void add_coordinates(const ExpectedGeometry& geometry, const ExpectedPart& part,
       p[1] = static_cast<float>(r * std::sin(t));
       tolerance *= 1.0 + std::abs(r);
     }
-    if (tolerance > 0.0) {
+    if (tolerance != 0.0) {
       for (const float value : p) tolerance += 0x1p-22 * std::abs(static_cast<double>(value));
       if (std::isnan(tolerance)) tolerance = std::numeric_limits<double>::infinity();
     }
