@@ -8,15 +8,15 @@
 #include <tuple>
 #include <vtkCellArray.h>
 #include <vtkCellData.h>
-#include <vtkCutter.h>
 #include <vtkDataArray.h>
 #include <vtkFloatArray.h>
 #include <vtkGeometryFilter.h>
 #include <vtkIdTypeArray.h>
 #include <vtkNew.h>
-#include <vtkPlane.h>
 #include <vtkPointData.h>
 #include <vtkPolyData.h>
+
+#include "analysis/cuts.h"
 
 namespace page {
 namespace {
@@ -83,16 +83,15 @@ void sort_points(Surface& surface) {
   surface.points = std::move(points);
 }
 
-std::vector<SurfaceValues> arrays_of(vtkFieldData* data, bool per_face, vtkIdType leading_cells) {
+std::vector<SurfaceValues> arrays_of(vtkFieldData* data, bool per_face) {
   std::vector<SurfaceValues> all;
   for (int i = 0; i < data->GetNumberOfArrays(); ++i) {
     auto* array = vtkFloatArray::SafeDownCast(data->GetAbstractArray(i));
     if (array == nullptr) continue;
     const auto components = static_cast<std::size_t>(array->GetNumberOfComponents());
-    const auto skipped = static_cast<std::size_t>(leading_cells);
-    const std::size_t count = static_cast<std::size_t>(array->GetNumberOfTuples()) - skipped;
+    const auto count = static_cast<std::size_t>(array->GetNumberOfTuples());
     SurfaceValues values{per_face, std::vector<std::vector<float>>(components, std::vector<float>(count))};
-    const float* from = count == 0 ? nullptr : array->GetPointer(0) + skipped * components;
+    const float* from = count == 0 ? nullptr : array->GetPointer(0);
     for (std::size_t place = 0; place < count; ++place) {
       for (std::size_t c = 0; c < components; ++c) values.components[c][place] = *from++;
     }
@@ -149,27 +148,17 @@ CutSurface cut(vtkUnstructuredGrid* grid, int axis, double position) {
   vtkNew<vtkUnstructuredGrid> numbered;
   numbered->ShallowCopy(grid);
   numbered->GetCellData()->AddArray(numbers);
-  std::array<double, 3> place{};
-  std::array<double, 3> normal{};
-  place[static_cast<std::size_t>(axis)] = position;
-  normal[static_cast<std::size_t>(axis)] = 1;
-  vtkNew<vtkPlane> plane;
-  plane->SetOrigin(place.data());
-  plane->SetNormal(normal.data());
-  vtkNew<vtkCutter> cutter;
-  cutter->SetInputData(numbered);
-  cutter->SetCutFunction(plane);
-  cutter->GenerateTrianglesOff();
-  cutter->Update();
-  vtkPolyData* data = cutter->GetOutput();
+  analysis::CutPlane plane;
+  plane.origin[static_cast<std::size_t>(axis)] = position;
+  plane.normal[static_cast<std::size_t>(axis)] = 1;
+  const vtkSmartPointer<vtkPolyData> data = analysis::cut_by_plane(numbered, plane);
   CutSurface made;
   if (data->GetNumberOfPolys() == 0) return made;
   vtkDataArray* elements = data->GetCellData()->GetArray(kElementNumbers);
   add_polygons(data, elements, made.surface.faces);
   add_points(data, made.surface.points);
-  made.values = arrays_of(data->GetPointData(), false, 0);
-  std::vector<SurfaceValues> per_face =
-      arrays_of(data->GetCellData(), true, data->GetNumberOfVerts() + data->GetNumberOfLines());
+  made.values = arrays_of(data->GetPointData(), false);
+  std::vector<SurfaceValues> per_face = arrays_of(data->GetCellData(), true);
   std::move(per_face.begin(), per_face.end(), std::back_inserter(made.values));
   return made;
 }
