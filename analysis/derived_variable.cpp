@@ -1,7 +1,10 @@
 #include "analysis/derived_variable.h"
 
 #include <cmath>
+#include <cstddef>
+#include <limits>
 #include <stdexcept>
+#include <vector>
 #include <vtkDataArrayRange.h>
 #include <vtkDataObject.h>
 #include <vtkGradientFilter.h>
@@ -18,6 +21,22 @@ vtkSmartPointer<vtkFloatArray> as_floats(vtkDataArray* values) {
   auto floats = vtkSmartPointer<vtkFloatArray>::New();
   floats->DeepCopy(values);
   return floats;
+}
+
+// The filter gives zero at points that no cell has.
+void leave_out_unused_points(vtkUnstructuredGrid* grid, vtkFloatArray* values) {
+  std::vector<bool> is_used(static_cast<std::size_t>(grid->GetNumberOfPoints()));
+  for (vtkIdType cell = 0; cell < grid->GetNumberOfCells(); ++cell) {
+    vtkIdType count = 0;
+    const vtkIdType* corners = nullptr;
+    grid->GetCellPoints(cell, count, corners);
+    for (vtkIdType i = 0; i < count; ++i) is_used[static_cast<std::size_t>(corners[i])] = true;
+  }
+  for (vtkIdType point = 0; point < grid->GetNumberOfPoints(); ++point) {
+    if (is_used[static_cast<std::size_t>(point)]) continue;
+    for (int c = 0; c < values->GetNumberOfComponents(); ++c)
+      values->SetTypedComponent(point, c, std::numeric_limits<float>::quiet_NaN());
+  }
 }
 
 vtkSmartPointer<vtkFloatArray> derivatives(vtkUnstructuredGrid* grid, vtkDataArray* values,
@@ -42,7 +61,9 @@ vtkSmartPointer<vtkFloatArray> derivatives(vtkUnstructuredGrid* grid, vtkDataArr
   filter->Update();
   vtkDataArray* result = filter->GetOutput()->GetPointData()->GetArray(kResult);
   if (result == nullptr) throw std::runtime_error("the gradient filter gave no values");
-  return as_floats(result);
+  vtkSmartPointer<vtkFloatArray> found = as_floats(result);
+  leave_out_unused_points(grid, found);
+  return found;
 }
 
 }  // namespace

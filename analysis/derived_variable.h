@@ -11,10 +11,11 @@
 namespace analysis {
 
 // The derived values, one tuple per point of the grid, NaN where they are undefined: where a value is, or
-// where a value of an element around the node is. `values` has a tuple per point of the grid with as many
-// components as takes_vector says; anything else is an std::invalid_argument. Derivatives are those of the
-// elements' shape functions at the node, averaged over the solid elements around it, so they are exact where
-// the variable is linear. The coordinates have to be Cartesian. The result has `name`.
+// where a value of an element around the node is, or where a derivative has no element around it. `values`
+// has a tuple per point of the grid with as many components as takes_vector says; anything else is an
+// std::invalid_argument. Derivatives are those of the elements' shape functions at the node, averaged over
+// the solid elements around it, so they are exact where the variable is linear. The coordinates have to be
+// Cartesian. The result has `name`.
 vtkSmartPointer<vtkFloatArray> derive(vtkUnstructuredGrid* grid, vtkDataArray* values, Derivation derivation,
                                       const std::string& name);
 

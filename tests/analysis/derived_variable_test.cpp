@@ -110,4 +110,18 @@ TEST_F(Derived, WrongNumberOfComponentsIsAnError) {
   EXPECT_THROW(analysis::derive(grid_, v, Derivation::gradient, "g"), std::invalid_argument);
 }
 
+TEST_F(Derived, AreUndefinedAtANodeWithoutElements) {
+  grid_->GetPoints()->InsertNextPoint(9, 9, 9);
+  const vtkIdType alone = grid_->GetNumberOfPoints() - 1;
+  const auto scalar = at_points([](double x, double, double) { return std::array<double, 1>{x}; });
+  const auto vector = at_points([](double x, double y, double z) { return std::array<double, 3>{x, y, z}; });
+  const auto gradient = analysis::derive(grid_, scalar, Derivation::gradient, "g");
+  EXPECT_NEAR(gradient->GetComponent(0, 0), 1, 1e-6);
+  for (int c = 0; c < 3; ++c) EXPECT_TRUE(std::isnan(gradient->GetComponent(alone, c)));
+  const auto q = analysis::derive(grid_, vector, Derivation::q_criterion, "q");
+  EXPECT_TRUE(std::isnan(q->GetComponent(alone, 0)));
+  const auto length = analysis::derive(grid_, vector, Derivation::magnitude, "m");
+  EXPECT_FLOAT_EQ(length->GetValue(alone), 15.588457F);  // of (9, 9, 9)
+}
+
 }  // namespace
