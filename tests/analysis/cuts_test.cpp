@@ -5,38 +5,19 @@
 #include <cmath>
 #include <gtest/gtest.h>
 #include <limits>
-#include <vtkCell.h>
 #include <vtkCellData.h>
 
 #include "tests/analysis/lattice.h"
+#include "tests/analysis/surface_area.h"
 
 namespace {
 
 using analysis::CutPlane;
+using analysis_test::area;
 using analysis_test::at_points;
 using analysis_test::unit_cube;
 
 constexpr float kNaN = std::numeric_limits<float>::quiet_NaN();
-
-// Of convex polygons.
-double area(vtkPolyData* surface) {
-  double sum = 0;
-  for (vtkIdType cell = 0; cell < surface->GetNumberOfCells(); ++cell) {
-    vtkPoints* corners = surface->GetCell(cell)->GetPoints();
-    std::array<double, 3> normal{};
-    for (vtkIdType i = 0; i < corners->GetNumberOfPoints(); ++i) {
-      std::array<double, 3> a{};
-      std::array<double, 3> b{};
-      corners->GetPoint(i, a.data());
-      corners->GetPoint((i + 1) % corners->GetNumberOfPoints(), b.data());
-      normal[0] += (a[1] * b[2] - a[2] * b[1]) / 2;
-      normal[1] += (a[2] * b[0] - a[0] * b[2]) / 2;
-      normal[2] += (a[0] * b[1] - a[1] * b[0]) / 2;
-    }
-    sum += std::hypot(normal[0], normal[1], normal[2]);
-  }
-  return sum;
-}
 
 double linear(double x, double y, double z) {
   return 3 * x - 2 * y + 0.5 * z;
