@@ -8,13 +8,12 @@ The sides run in turn, after one run of each that is not counted, and what count
 to stay below 1.5. With a folder of --steps files, --history prints the bytes that a step of a history of one point adds,
 beside those of the variable; reading more than twice as much is too much.
 """
-import argparse
 import os
 import random
 import subprocess
 import tempfile
 
-from paired_runs import processor_time, ratio_of
+from paired_runs import box_of, box_parser, processor_time, ratio_of
 
 GOAL = 1.5
 HISTORY_GOAL = 2.0
@@ -55,15 +54,11 @@ def history(fldtool, folder):
 
 
 def main():
-    parser = argparse.ArgumentParser()
-    parser.add_argument("fldtool")
-    parser.add_argument("floor")
-    parser.add_argument("folder", help="where box_series has written")
+    parser = box_parser("floor")
     parser.add_argument("--history", help="a folder with a series, for the bytes of its steps")
     parser.add_argument("--points", type=int, default=1000)
-    parser.add_argument("--runs", type=int, default=5)
     options = parser.parse_args()
-    dataset = os.path.join(options.folder, "box_0.fld")
+    dataset = box_of(options)
     generator = random.Random(1)
     with tempfile.NamedTemporaryFile("w", suffix=".csv") as points:
         points.write("x,y,z\n")

@@ -1,12 +1,11 @@
 // What `fldtool integrate` and `fldtool probe` cannot do without: reading what they need with the host
 // library, and building VTK's locator. bench/analysis_benchmark.py compares them.
 #include <CLI/CLI.hpp>
-#include <exception>
 #include <filesystem>
-#include <fmt/core.h>
 #include <vtkNew.h>
 #include <vtkStaticCellLocator.h>
 
+#include "bench/program.h"
 #include "host/plugin_path.h"
 #include "host/session.h"
 #include "vtk/part_grid.h"
@@ -58,10 +57,5 @@ int run(int argc, char** argv) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  try {
-    return run(argc, argv);
-  } catch (const std::exception& error) {
-    fmt::print(stderr, "analysis_floor: {}\n", error.what());
-    return 1;
-  }
+  return bench::run_program("analysis_floor", run, argc, argv);
 }

@@ -2,10 +2,10 @@
 // their step alone.
 #include <CLI/CLI.hpp>
 #include <cmath>
-#include <exception>
 #include <filesystem>
 #include <fmt/core.h>
 
+#include "bench/program.h"
 #include "testkit/box_values.h"
 
 namespace {
@@ -40,10 +40,5 @@ int run(int argc, char** argv) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  try {
-    return run(argc, argv);
-  } catch (const std::exception& error) {
-    fmt::print(stderr, "box_series: {}\n", error.what());
-    return 1;
-  }
+  return bench::run_program("box_series", run, argc, argv);
 }

@@ -2,8 +2,6 @@
 // a table of ratios.
 #include <CLI/CLI.hpp>
 #include <algorithm>
-#include <cstdio>
-#include <exception>
 #include <filesystem>
 #include <fmt/core.h>
 #include <optional>
@@ -11,6 +9,7 @@
 #include <vector>
 
 #include "bench/comparison.h"
+#include "bench/program.h"
 #include "bench/table.h"
 #include "host/plugin_path.h"
 #include "testkit/temporary_directory.h"
@@ -91,10 +90,5 @@ int parse_and_run(int argc, char** argv) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  try {
-    return parse_and_run(argc, argv);
-  } catch (const std::exception& error) {
-    fmt::print(stderr, "comparison: {}\n", error.what());
-    return 1;
-  }
+  return bench::run_program("comparison", parse_and_run, argc, argv);
 }

@@ -6,22 +6,17 @@
 Both convert all parts at all steps; they run in turn, after one run of each that is not counted, and what counts is
 the median of the runs. On two cores the ratio has to stay below 0.6.
 """
-import argparse
 import os
 import tempfile
 
-from paired_runs import elapsed, ratio_of
+from paired_runs import box_of, box_parser, elapsed, ratio_of
 
 GOAL = 0.6
 
 
 def main():
-    parser = argparse.ArgumentParser()
-    parser.add_argument("fldtool")
-    parser.add_argument("folder", help="where box_series has written")
-    parser.add_argument("--runs", type=int, default=5)
-    options = parser.parse_args()
-    dataset = os.path.join(options.folder, "box_0.fld")
+    options = box_parser().parse_args()
+    dataset = box_of(options)
     with tempfile.TemporaryDirectory(dir=options.folder) as out:
 
         def convert(jobs):

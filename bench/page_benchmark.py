@@ -6,22 +6,17 @@
 Both take the surfaces of the box at all steps; they run in turn, after one run of each that is not counted, and what
 counts is the median of the runs. The ratio has to stay below 1.5.
 """
-import argparse
 import os
 import tempfile
 
-from paired_runs import processor_time, ratio_of
+from paired_runs import box_of, box_parser, processor_time, ratio_of
 
 GOAL = 1.5
 
 
 def main():
-    parser = argparse.ArgumentParser()
-    parser.add_argument("fldtool")
-    parser.add_argument("folder", help="where box_series has written")
-    parser.add_argument("--runs", type=int, default=5)
-    options = parser.parse_args()
-    dataset = os.path.join(options.folder, "box_0.fld")
+    options = box_parser().parse_args()
+    dataset = box_of(options)
     with tempfile.TemporaryDirectory(dir=options.folder) as out:
         page = [options.fldtool, "page", dataset, os.path.join(out, "box.html"), "--parts", "surfaces"]
         convert = [options.fldtool, "convert", dataset, os.path.join(out, "box.pvd"), "--parts", "surfaces"]

@@ -1,4 +1,6 @@
-"""Two commands in turn, and the median of the ratios of their times."""
+"""Two commands in turn, and the median of the ratios of their times; and the command line of the benchmarks that do it."""
+import argparse
+import os
 import resource
 import statistics
 import subprocess
@@ -32,3 +34,18 @@ def ratio_of(first, second, runs, seconds):
     times = [(seconds(first), seconds(second)) for _ in range(1 + runs)][1:]
     columns = (statistics.median(column) for column in zip(*times))
     return statistics.median(a / b for a, b in times), *columns
+
+
+def box_parser(*programs):
+    """A parser for FLDTOOL, other `programs`, FOLDER and --runs; after parsing, box_of(options) is the dataset."""
+    parser = argparse.ArgumentParser()
+    for program in ("fldtool", *programs):
+        parser.add_argument(program)
+    parser.add_argument("folder", help="where box_series has written")
+    parser.add_argument("--runs", type=int, default=5)
+    return parser
+
+
+def box_of(options):
+    """The first file that box_series wrote."""
+    return os.path.join(options.folder, "box_0.fld")
