@@ -21,6 +21,7 @@
 #include <vtkPen.h>
 #include <vtkPlot.h>
 #include <vtkPlotPoints.h>
+#include <vtkRect.h>
 #include <vtkRenderWindow.h>
 #include <vtkRenderer.h>
 #include <vtkSVGExporter.h>
@@ -40,6 +41,9 @@ namespace {
 // Sizes in pixels of the picture.
 constexpr double kTitleSize = 20;
 constexpr double kTextSize = 15;
+constexpr double kMargin = 8;  // around everything
+constexpr double kTickLength = 2.5;
+constexpr int kSymbolWidth = 30;  // of the legend
 constexpr float kLineWidth = 2;
 constexpr float kMarkSize = 7;
 constexpr std::size_t kMostMarks = 60;  // points of a line that are marked one by one
@@ -86,7 +90,9 @@ void set_axis(vtkAxis* axis, const std::string& title, const Texts& texts) {
   texts.set(axis->GetLabelProperties(), kTextSize);
   axis->GetGridPen()->SetColor(225, 225, 225);
   axis->GetPen()->SetWidth(static_cast<float>(texts.scale));
-  axis->SetTickLength(static_cast<float>(5 * texts.scale));
+  axis->SetTickLength(static_cast<float>(kTickLength * texts.scale));
+  // Between the ticks and the title, which VTK puts 10 pixels beyond the width of the labels at any scale.
+  axis->SetLabelOffset(8);
   axis->SetNotation(vtkAxis::STANDARD_NOTATION);
   axis->SetPrecision(6);
 }
@@ -156,6 +162,7 @@ vtkSmartPointer<vtkChartXY> make_chart(const Chart& from, const Texts& texts) {
   legend->GetPen()->SetColor(200, 200, 200);
   legend->GetBrush()->SetColor(255, 255, 255, 220);
   legend->SetPadding(static_cast<int>(8 * texts.scale));
+  legend->SetSymbolWidth(static_cast<int>(kSymbolWidth * texts.scale));
   legend->SetHorizontalAlignment(vtkChartLegend::RIGHT);
   legend->SetVerticalAlignment(vtkChartLegend::TOP);
   // Room for the last labels, at the side and at the top that have no axis.
@@ -179,6 +186,10 @@ struct ChartWindow {
   ChartWindow(const Chart& from, const ChartOptions& options, int scale)
       : offscreen(make_offscreen_window(scale * options.width, scale * options.height)) {
     chart = make_chart(from, {options.font, static_cast<double>(scale)});
+    const auto margin = static_cast<float>(kMargin * scale);
+    chart->SetAutoSize(false);
+    chart->SetSize({margin, margin, static_cast<float>(scale * options.width) - 2 * margin,
+                    static_cast<float>(scale * options.height) - 2 * margin});
     vtkNew<vtkContextActor> actor;
     actor->GetScene()->AddItem(chart);
     actor->GetScene()->SetRenderer(renderer);
