@@ -1,14 +1,16 @@
 // fldtool page
+#include <algorithm>
 #include <array>
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
+#include <tuple>
 #include <vector>
 #include <vtkObject.h>
 
 #include "CLI/CLI.hpp"
 #include "fmt/format.h"
-#include "host/error.h"
 #include "host/text_encoding.h"
 #include "nlohmann/json.hpp"
 #include "page/document.h"
@@ -22,9 +24,9 @@
 #include "tool/page_description.h"
 #include "tool/page_options.h"
 #include "tool/page_scene.h"
-#include "tool/picture_parts.h"
+#include "tool/picture_scalar.h"
 #include "tool/progress.h"
-#include "tool/read_error.h"
+#include "tool/quantity.h"
 
 namespace tool {
 namespace {
@@ -109,25 +111,22 @@ class PageMaker {
 
   // The first of the variables may be a component, or none for colours of the parts.
   void choose_variables_and_scalar() {
-    std::vector<std::string> items = list_items(options_.variables);
-    if (items.empty()) {
-      choice_.scalar = first_scalar(session_, entries_.coloured());
-    } else if (items.front() == "none") {
-      items.erase(items.begin());
-    } else {
-      choice_.scalar = find_first(items.front());
-      items.front() = std::to_string(choice_.scalar->variable);
-    }
-    choice_.variables = choose_variables(session_, items);
-  }
-
-  PictureScalar find_first(const std::string& item) {
-    try {
-      return find_scalar(session_, item);
-    } catch (const CommandError&) {
-      // A pattern, a range or all, or else no variable, which is told.
-      return find_scalar(session_, std::to_string(choose_variables(session_, {item}).front()));
-    }
+    std::vector<std::string> items = split_variables(session_, options_.variables);
+    const bool is_none = !items.empty() && items.front() == "none" && !is_variable(session_, "none");
+    if (is_none) items.erase(items.begin());
+    choice_.variables = choose_quantities(session_, items);
+    if (!is_none)
+      choice_.scalar =
+          items.empty() ? first_scalar(session_, entries_.coloured()) : scalar_of(choice_.variables.front());
+    for (Quantity& quantity : choice_.variables) quantity.component.reset();
+    // Those of the file come first.
+    const auto rank = [](const Quantity& of) {
+      return std::tuple(of.derived.has_value(), of.variable.number, std::string_view(of.variable.name));
+    };
+    std::sort(choice_.variables.begin(), choice_.variables.end(),
+              [&](const Quantity& a, const Quantity& b) { return rank(a) < rank(b); });
+    choice_.variables.erase(std::unique(choice_.variables.begin(), choice_.variables.end(), is_same_variable),
+                            choice_.variables.end());
   }
 
   // The best that fits, with the steps that are in it.
@@ -213,12 +212,7 @@ class PageMaker {
 void run_page(const PageOptions& options) {
   vtkObject::GlobalWarningDisplayOff();  // errors are told in one line of our own
   check_extension(options.output, {".html", ".htm"});
-  OpenDataset dataset(options.dataset);
-  try {
-    PageMaker(dataset.session(), options).write();
-  } catch (const host::Error& error) {
-    throw read_error(error, dataset.session());
-  }
+  with_dataset(options.dataset, [&](host::Session& session) { PageMaker(session, options).write(); });
 }
 
 }  // namespace
@@ -227,7 +221,7 @@ void add_page_command(CLI::App& app) {
   const auto options = std::make_shared<PageOptions>();
   CLI::App* command = app.add_subcommand("page", "Write a dataset as a page for the browser");
   add_page_options(*command, *options);
-  command->footer(std::string(kPageManual) + kChoiceText + kExitStatusText);
+  command->footer(std::string(kPageManual) + kDerivedText + kChoiceText + kExitStatusText);
   command->callback([options] { run_page(*options); });
 }
 

@@ -122,7 +122,7 @@ void add_table(const PlotOptions& options, const std::string& file, render::Char
 
 void run_plot(const PlotOptions& options) {
   check_chart_output(options.output);
-  const auto size = picture_size("--size", options.size);
+  const auto size = picture_size("plot", options.size);
   render::Chart chart;
   chart.kind = options.bars ? render::ChartKind::bars : render::ChartKind::lines;
   chart.title = host::without_controls(host::message_to_utf8(options.title));
@@ -142,7 +142,7 @@ void add_plot_command(CLI::App& app) {
   command->add_option("-o,--output", options->output, "The .png or .svg file to write; - is standard output")
       ->required()
       ->check(file_name());
-  command->add_option("--x", options->x, "The column along the horizontal axis");
+  command->add_option("--x", options->x, "The column along the horizontal axis")->check(not_empty());
   command->add_option("--y", options->y, "A column to draw; may be given several times")
       ->allow_extra_args(false);
   command->add_flag("--bars", options->bars, "Draw bars in place of lines");
@@ -150,8 +150,7 @@ void add_plot_command(CLI::App& app) {
   command->add_option("--x-title", options->x_title,
                       "The title of the horizontal axis (default: its column)");
   command->add_option("--y-title", options->y_title, "The title of the vertical axis");
-  command->add_option("--size", options->size, "WIDTHxHEIGHT in pixels, 64 to 4096 each")
-      ->default_str(options->size);
+  command->add_option("--size", options->size, "WIDTHxHEIGHT in pixels")->default_str(options->size);
   command->footer(std::string(kPlotManual) + kExitStatusText);
   command->callback([options] { run_plot(*options); });
 }

@@ -1,48 +1,25 @@
 // fldtool render
-#include <algorithm>
-#include <array>
-#include <cmath>
-#include <cstdint>
-#include <filesystem>
 #include <memory>
 #include <optional>
-#include <set>
 #include <string>
 #include <string_view>
-#include <unistd.h>
-#include <utility>
 #include <vector>
 #include <vtkObject.h>
 
 #include "CLI/CLI.hpp"
-#include "fmt/format.h"
-#include "host/error.h"
-#include "host/text_encoding.h"
-#include "nlohmann/json.hpp"
-#include "render/fonts.h"
-#include "render/scene.h"
-#include "tool/best_effort_write.h"
 #include "tool/choice.h"
 #include "tool/commands.h"
 #include "tool/compared_dataset.h"
-#include "tool/coordinate_names.h"
+#include "tool/dataset_options.h"
 #include "tool/exit_status.h"
 #include "tool/file_names.h"
 #include "tool/film.h"
-#include "tool/interrupt.h"
-#include "tool/jobs.h"
-#include "tool/output.h"
-#include "tool/picture_contents.h"
-#include "tool/picture_series.h"
-#include "tool/picture_text.h"
-#include "tool/progress.h"
-#include "tool/read_error.h"
+#include "tool/quantity.h"
 #include "tool/render_options.h"
+#include "tool/renderer.h"
 
 namespace tool {
 namespace {
-
-constexpr char kMapOfDifferences[] = "cool-warm";
 
 constexpr char kRenderManual[] =
     R"(Draws parts of the dataset that FILE belongs to into a PNG file. With several steps each gets a file of its own:
@@ -62,7 +39,9 @@ several times. Then the volumes themselves are not shown, and surfaces only wher
 either the usual ones are faint. Streamlines follow the vector of --flow, both ways, from --seeds points on a line, or
 spread through a sphere. Values are interpolated between the nodes; elements with an undefined corner are left out of
 surfaces of a value and end streamlines. --arrows draws a vector on the cuts, or on the parts where there are none: one
-dark arrow per place that has room, its length in proportion to the vector's.
+dark arrow per place that has room, its length in proportion to the vector's; a cut hides those that point away from the
+eye. --iso, --flow and --arrows take derived
+variables as --variable does.
 
 --compare draws by how much the values are more than those of another dataset that has the same nodes at the same places;
 parts, steps and variables are found there by kind and name, number, and name. The range of the colours is then as wide
@@ -88,237 +67,6 @@ axes.
 
 )";
 
-std::string hex_colour(const render::Colour& colour) {
-  std::string text = "#";
-  for (const double part : colour) text += fmt::format("{:02x}", static_cast<int>(part * 255 + 0.5));
-  return text;
-}
-
-class Renderer {
- public:
-  Renderer(host::Session& session, ComparedDataset* compared, const RenderOptions& options)
-      : session_(session),
-        compared_(compared),
-        options_(options),
-        scene_(scene_options(options)),
-        choice_(choose_picture(session, options)),
-        reader_(session, choice_, compared),
-        jobs_(usable_jobs(options.jobs, choice_.steps.size(), memory_of_step(session, choice_.steps))) {
-    if (choice_.parts.size() + choice_.faint.size() + choice_.cuts.volumes.size() == 0)
-      throw CommandError(ExitStatus::failure, options.dataset.file, "there is no part to draw");
-    if (options.output == kStandardOutput && choice_.pictures() > 1)
-      throw CommandError(ExitStatus::usage, "several pictures need a file name for --output");
-    scene_.is_cropped = choice_.focus.size() > 0 || options.zoom > 1;
-  }
-
-  void draw_all() {
-    for (const std::optional<PictureScalar>& scalar : choice_.scalars) {
-      scalar_ = scalar;
-      range_ = choice_.range;
-      draw_steps();
-    }
-  }
-
- private:
-  void draw_steps() {
-    const std::unique_ptr<Film> film = begin_film();
-    makes_film_ = film != nullptr;
-    if (choice_.steps.size() > 1) {
-      survey();
-    } else if (choice_.focus.size() > 0) {
-      session_.select_step(choice_.steps.front());
-      scene_.extent = focus_extent(session_, choice_, scene_.view);
-    }
-    Progress progress("pictures", choice_.steps.size(), ProgressUnit::steps);
-    const auto draw_step = [&](std::size_t i) {
-      progress.update(i);
-      try {
-        session_.select_step(choice_.steps[i]);
-        choice_.parts.tell_missing(session_, progress);
-        choice_.faint.tell_missing(session_, progress);
-        choice_.cuts.volumes.tell_missing(session_, progress);
-        missing_.clear();
-        const std::string picture = draw();
-        return Json{{"picture", as_bytes(picture)}, {"font", as_bytes(font_)}, {"missing", missing_}};
-      } catch (const host::Error& error) {
-        throw read_error(error, session_);
-      }
-    };
-    progress.update(0);
-    run_jobs(jobs_, choice_.steps.size(), draw_step, [&](std::size_t i, const Json& drawn) {
-      font_report_.tell_missing(drawn.at("missing"), text_of(drawn.at("font")), progress);
-      const std::string picture = text_of(drawn.at("picture"));
-      if (film) {
-        film->add(picture);
-      } else {
-        Output output(picture_path(choice_.steps[i]).string());
-        output.write(picture);
-        output.finish();
-      }
-      // The line is erased after the last picture, and would only flicker.
-      if (i + 1 < choice_.steps.size()) progress.update(i + 1);
-      return true;
-    });
-    if (film) film->finish();
-  }
-
-  void survey() {
-    Progress progress("survey", choice_.steps.size(), ProgressUnit::steps);
-    const PictureSeries series = survey_pictures(session_, choice_, reader_, scalar_, scene_.view, progress);
-    progress.erase();
-    require_values(series.range);
-    require_cuts(series.empty);
-    scene_.extent = series.extent;
-    longest_vector_ = series.longest_vector;
-    if (!range_) range_ = ends_of(series.range);
-  }
-
-  // The file of the scalar's pictures, without the number of a step.
-  std::filesystem::path scalar_path() const {
-    std::filesystem::path path = options_.output;
-    if (path.empty())
-      path = std::filesystem::path(options_.dataset.file).filename().replace_extension(".png");
-    if (choice_.scalars.size() == 1) return path;
-    const std::string suffix = fmt::format("_{}_{}", scalar_->variable, plain_name(scalar_->name));
-    return path.parent_path() / (path.stem().string() + suffix + path.extension().string());
-  }
-
-  std::filesystem::path picture_path(int step) const {
-    std::filesystem::path path = scalar_path();
-    if (is_film(path)) path.replace_extension(".png");
-    if (choice_.steps.size() == 1) return path;
-    const std::string suffix = fmt::format("_{:0{}}", step, std::to_string(choice_.steps.back()).size());
-    return path.parent_path() / (path.stem().string() + suffix + path.extension().string());
-  }
-
-  // Null when the output is no film, or when there is nothing to make one with, which it tells.
-  std::unique_ptr<Film> begin_film() {
-    const std::filesystem::path path = scalar_path();
-    if (!is_film(path)) return nullptr;
-    std::unique_ptr<Film> film = Film::begin(path, options_.fps, hex_colour(scene_.background));
-    if (!film) {
-      std::string names = host::message_to_utf8(picture_path(choice_.steps.front()).string());
-      if (choice_.steps.size() > 1)
-        names += " to " + host::message_to_utf8(picture_path(choice_.steps.back()).filename().string());
-      write_if_possible(STDERR_FILENO,
-                        fmt::format("fldtool: ffmpeg is not installed: writing {} in place of {}\n", names,
-                                    host::message_to_utf8(path.filename().string())));
-    }
-    return film;
-  }
-
-  // `range` is that of all pictures of the scalar.
-  void require_values(const ValueRange& range) const {
-    if (!scalar_ || range.on_parts() != ValuesOnParts::none) return;
-    const std::string variable = host::to_utf8(session_.variable(scalar_->variable).name);
-    throw CommandError(
-        ExitStatus::usage, session_.path().string(),
-        fmt::format("variable {} is not there for the parts at {}", variable, steps_in_words()));
-  }
-
-  // `empty` are the cuts that meet nothing in all pictures.
-  void require_cuts(const std::set<std::string>& empty) const {
-    if (empty.empty()) return;
-    throw CommandError(ExitStatus::usage, session_.path().string(),
-                       fmt::format("{} meets nothing in the volumes at {}",
-                                   host::message_to_utf8(*empty.begin()), steps_in_words()));
-  }
-
-  std::string steps_in_words() const {
-    return choice_.steps.size() == 1 ? fmt::format("step {}", choice_.steps.front())
-                                     : std::string("any of the steps");
-  }
-
-  // A picture of the session's step.
-  std::string draw() {
-    // Not with a film: what ffmpeg has written has to be removed.
-    std::optional<ExitAtOnce> while_vtk_works;
-    if (!makes_film_) while_vtk_works.emplace();
-    PictureContents contents = reader_.read(scalar_);
-    if (choice_.steps.size() == 1) {
-      require_values(contents.range);
-      require_cuts(contents.empty);
-    }
-    add_arrows(contents, choice_, longest_vector_.value_or(contents.longest_vector));
-    render::SceneOptions scene = scene_;
-    if (are_cylindrical(choice_.coloured(session_)) && are_cylindrical(choice_.faint.at(session_)) &&
-        are_cylindrical(choice_.cuts.volumes.at(session_)))
-      std::copy(kCylindricalAxes.begin(), kCylindricalAxes.end(), scene.axes.begin());
-    scene.title = options_.title ? title_lines(*options_.title) : title();
-    if (scalar_) scene.scale = colour_scale(contents.range);
-    scene.font = choose_font(scene, contents.parts);
-    // Made by the process that draws: a graphics context cannot be shared with a copy of the process.
-    if (!renderer_) renderer_.emplace(scene_.width, scene_.height);
-    return renderer_->draw(contents.parts, scene);
-  }
-
-  std::string title() const {
-    std::string text = usual_title(session_);
-    if (compared_ != nullptr) text += "    minus " + shown_file_name(compared_->file());
-    return text;
-  }
-
-  // Whether all of these parts are drawn at their radius, angle and height.
-  bool are_cylindrical(const std::vector<int>& parts) {
-    return std::all_of(parts.begin(), parts.end(), [&](int part) {
-      return coordinate_names_.of(session_, session_.part(part)) == kCylindricalAxes;
-    });
-  }
-
-  // The ends of the colours: of differences as far above zero as below.
-  std::array<double, 2> ends_of(const ValueRange& range) const {
-    const std::array<double, 2> ends = range.ends();
-    if (compared_ == nullptr) return ends;
-    const double most = std::max(std::abs(ends[0]), std::abs(ends[1]));
-    return {-most, most};
-  }
-
-  // For a picture with values of this range.
-  render::ColourScale colour_scale(const ValueRange& range) const {
-    const auto [low, high] = range_.value_or(ends_of(range));
-    const std::string usual = compared_ == nullptr ? render::colour_map_names().front() : kMapOfDifferences;
-    const std::string title = compared_ == nullptr ? scalar_->title : "Difference of " + scalar_->title;
-    render::ColourScale scale{options_.colours.value_or(usual), low, high, title, {}};
-    if (range.on_parts() == ValuesOnParts::none) {
-      scale.note = fmt::format("no {} at this step", scale.title);
-    } else if (range.on_parts() == ValuesOnParts::undefined) {
-      scale.note = fmt::format("{}: all values are undefined", scale.title);
-    }
-    return scale;
-  }
-
-  // Notes which characters it lacks.
-  std::string choose_font(const render::SceneOptions& scene, const std::vector<render::ShownPart>& parts) {
-    std::string text = scene.title;
-    if (scene.scale) {
-      text += scene.scale->title + scene.scale->note;
-    } else {
-      for (const render::ShownPart& part : parts) text += part.name;
-    }
-    font_ = options_.font.empty() ? render::font_for(text) : options_.font;
-    for (const char32_t character : render::missing_characters(text, font_))
-      missing_.push_back(static_cast<std::uint32_t>(character));
-    return font_;
-  }
-
-  host::Session& session_;
-  ComparedDataset* compared_;
-  const RenderOptions& options_;
-  render::SceneOptions scene_;
-  PictureChoice choice_;
-  ContentsReader reader_;
-  int jobs_;
-  std::optional<PictureScalar> scalar_;           // what the next picture shows
-  std::optional<std::array<double, 2>> range_{};  // of its colours
-  std::optional<double> longest_vector_{};        // of all pictures; none: of the one
-  std::optional<render::SceneRenderer> renderer_;
-  CoordinateNames coordinate_names_;
-  FontReport font_report_;
-  bool makes_film_ = false;
-  std::string font_;                    // of the latest picture
-  std::vector<std::uint32_t> missing_;  // characters that it lacks
-};
-
 void check_options(const RenderOptions& options) {
   std::vector<std::string_view> extensions = {".png"};
   extensions.insert(extensions.end(), kFilmExtensions.begin(), kFilmExtensions.end());
@@ -332,14 +80,11 @@ void check_options(const RenderOptions& options) {
 void run_render(const RenderOptions& options) {
   check_options(options);
   vtkObject::GlobalWarningDisplayOff();  // errors are reported in one line
-  OpenDataset dataset(options.dataset);
-  std::optional<ComparedDataset> compared;
-  if (!options.compare.empty()) compared.emplace(options.dataset, options.compare);
-  try {
-    Renderer(dataset.session(), compared ? &*compared : nullptr, options).draw_all();
-  } catch (const host::Error& error) {
-    throw read_error(error, dataset.session());
-  }
+  with_dataset(options.dataset, [&](host::Session& session) {
+    std::optional<ComparedDataset> compared;
+    if (!options.compare.empty()) compared.emplace(options.dataset, options.compare);
+    draw_pictures(session, compared ? &*compared : nullptr, options);
+  });
 }
 
 }  // namespace
@@ -348,7 +93,7 @@ void add_render_command(CLI::App& app) {
   const auto options = std::make_shared<RenderOptions>();
   CLI::App* command = app.add_subcommand("render", "Draw a dataset into a PNG file or a film");
   add_render_options(*command, *options);
-  command->footer(std::string(kRenderManual) + kChoiceText + kExitStatusText);
+  command->footer(std::string(kRenderManual) + kDerivedText + kChoiceText + kExitStatusText);
   command->callback([options] { run_render(*options); });
 }
 

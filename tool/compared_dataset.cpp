@@ -40,7 +40,7 @@ bool are_near(std::span<const float> a, std::span<const float> b, double toleran
 }  // namespace
 
 ComparedDataset::ComparedDataset(const DatasetOptions& options, const std::string& file)
-    : dataset_(with_file(options, file), OpenDataset::Globals::own) {}
+    : dataset_(with_file(options, file), OpenDataset::Globals::own), values_(dataset_.session()) {}
 
 vtkSmartPointer<vtkDataArray> ComparedDataset::difference(host::Session& session, int part,
                                                           const PictureScalar& scalar, vtkDataArray* shown) {
@@ -52,8 +52,7 @@ vtkSmartPointer<vtkDataArray> ComparedDataset::difference(host::Session& session
   other_session.select_step(session.step());
   const int other = matching_part(session, part);
   require_same_nodes(session, part, other);
-  const vtkSmartPointer<vtkDataArray> values =
-      scalar_values(other_session, matching_scalar(session, scalar), other);
+  const vtkSmartPointer<vtkDataArray> values = values_.of(matching_scalar(session, scalar), other);
   auto* a = vtkFloatArray::SafeDownCast(shown);
   auto* b = vtkFloatArray::SafeDownCast(values);
   if (a == nullptr || b == nullptr) return nullptr;
@@ -77,12 +76,16 @@ int ComparedDataset::matching_part(const host::Session& session, int part) {
 }
 
 PictureScalar ComparedDataset::matching_scalar(host::Session& session, const PictureScalar& scalar) {
-  const host::Variable& wanted = session.variable(scalar.variable);
+  const host::Variable& wanted = session.variable(scalar.quantity.source_number());
   for (const host::Variable& variable : dataset_.session().variables()) {
     if (variable.name != wanted.name || variable.kind != wanted.kind || variable.location != wanted.location)
       continue;
     PictureScalar found = scalar;
-    found.variable = variable.number;
+    if (found.quantity.derived) {
+      found.quantity.derived->variable = variable.number;
+    } else {
+      found.quantity.variable = variable;
+    }
     return found;
   }
   throw CommandError(ExitStatus::usage, file(),

@@ -7,7 +7,7 @@
 
 #include "host/session.h"
 #include "tool/dataset_options.h"
-#include "tool/picture_parts.h"
+#include "tool/picture_scalar.h"
 
 namespace tool {
 
@@ -31,6 +31,7 @@ class ComparedDataset {
   void require_same_nodes(host::Session& session, int part, int other);
 
   OpenDataset dataset_;
+  PictureValues values_;
 };
 
 }  // namespace tool

@@ -92,4 +92,13 @@ void OpenDataset::close() {
   static_cast<void>(on_exit(exit_without_destructors, nullptr));
 }
 
+void with_dataset(const DatasetOptions& options, const std::function<void(host::Session&)>& work) {
+  OpenDataset dataset(options);
+  try {
+    work(dataset.session());
+  } catch (const host::Error& error) {
+    throw read_error(error, dataset.session());
+  }
+}
+
 }  // namespace tool

@@ -1,6 +1,7 @@
 // The options that every command which opens a dataset shares, and the opening itself.
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -48,5 +49,9 @@ class OpenDataset {
   std::unique_ptr<host::Library> library_;
   std::unique_ptr<host::Session> session_;
 };
+
+// Opens the dataset and does `work` with its session. Throws CommandError for what cannot be read: in opening
+// it, or as a host::Error of `work`.
+void with_dataset(const DatasetOptions& options, const std::function<void(host::Session&)>& work);
 
 }  // namespace tool

@@ -17,6 +17,10 @@ CLI::Validator file_name() {
                         "");
 }
 
+CLI::Validator not_empty() {
+  return CLI::Validator([](const std::string& text) { return text.empty() ? "the value is empty" : ""; }, "");
+}
+
 std::string extension_of(const std::string& path) {
   std::string extension = std::filesystem::path(path).extension().string();
   for (char& character : extension)

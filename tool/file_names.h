@@ -12,6 +12,9 @@ namespace tool {
 // For options and arguments that are file names: refuses an empty one.
 CLI::Validator file_name();
 
+// For options whose empty text would mean the same as leaving them out.
+CLI::Validator not_empty();
+
 // Throws CommandError (wrong usage) when the output's name has an extension that is none of these (".png"),
 // in upper or lower case. Standard output, devices and names without an extension are fine.
 void check_extension(const std::string& path, const std::vector<std::string_view>& extensions);

@@ -43,14 +43,15 @@ nlohmann::json describe_folders(const std::vector<host::PartFolder>& folders) {
 nlohmann::json describe_variables(host::Session& session, const PageChoice& choice) {
   const std::vector<std::string> names = host::variable_names(session);
   auto variables = nlohmann::json::array();
-  for (const int number : choice.variables) {
-    const host::Variable& variable = session.variable(number);
+  for (const Quantity& quantity : choice.variables) {
+    const host::Variable& variable = quantity.variable;
     const std::string label = host::printable(variable.label);
-    variables.push_back({{"name", names[static_cast<std::size_t>(number) - 1]},
+    variables.push_back({{"name", quantity.derived ? host::printable(variable.name)
+                                                   : names[static_cast<std::size_t>(variable.number) - 1]},
                          {"label", label},
                          {"unit", host::unit_of_label(label)},
                          {"vector", variable.kind == host::VariableKind::vector},
-                         {"element", variable.location == host::Location::element}});
+                         {"element", quantity.is_per_element()}});
   }
   return variables;
 }
@@ -79,9 +80,10 @@ nlohmann::json describe_start(const PageStart& from) {
                           {"up", from.view.up}};
   if (const auto& scalar = from.choice.scalar) {
     const auto place =
-        std::find(from.choice.variables.begin(), from.choice.variables.end(), scalar->variable);
+        std::find_if(from.choice.variables.begin(), from.choice.variables.end(),
+                     [&](const Quantity& of_page) { return is_same_variable(of_page, scalar->quantity); });
     start["variable"] = std::distance(from.choice.variables.begin(), place);
-    start["component"] = scalar->component.value_or(kMagnitude);
+    start["component"] = scalar->quantity.component.value_or(kMagnitude);
     start["range"] = from.range;
   }
   return start;

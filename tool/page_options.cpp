@@ -60,7 +60,8 @@ void add_page_options(CLI::App& command, PageOptions& options) {
       "Cuts through the volumes: x (the middle), x=COORDINATE, x=PER_CENT%, and the same of y and z");
   add_variables_option(command, options.variables,
                        "The variables to put into the page (default: all); the first one is shown at first");
-  command.add_option("--range", options.range, "LOW,HIGH: the values at the ends of the colours at first");
+  command.add_option("--range", options.range, "LOW,HIGH: the values at the ends of the colours at first")
+      ->check(not_empty());
   command.add_option("--colours,--colors", options.colours, "The colour map at first")
       ->check(CLI::IsMember(render::colour_map_names()))
       ->capture_default_str();

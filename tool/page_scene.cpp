@@ -63,7 +63,12 @@ std::size_t fingerprint(const std::vector<host::ElementBlock>& blocks) {
 class SceneMaker {
  public:
   SceneMaker(host::Session& session, const PageChoice& choice, PageEntries& entries, PageData& data)
-      : session_(session), choice_(choice), entries_(entries), scene_(data.scene), range_(data.range) {}
+      : session_(session),
+        values_(session),
+        choice_(choice),
+        entries_(entries),
+        scene_(data.scene),
+        range_(data.range) {}
 
   void add_step(int step, const std::function<void(bool is_first)>& after_part) {
     session_.select_step(step);
@@ -120,14 +125,14 @@ class SceneMaker {
       scene_.set_surface(entry, std::move(surface));
     }
     for (std::size_t i = 0; i < choice_.variables.size(); ++i) {
-      const int variable = choice_.variables[i];
-      const vtkSmartPointer<vtkDataArray> array = vtkdata::make_values(session_, variable, part, "values");
+      const Quantity& variable = choice_.variables[i];
+      const vtkSmartPointer<vtkDataArray> array = values_.of(variable, part);
       auto* values = vtkFloatArray::SafeDownCast(array);
       if (colours(entry, variable))
-        range_.add(as_scalars(array, choice_.scalar->component), session_.part(part).nodes);
+        range_.add(as_scalars(array, choice_.scalar->quantity.component), session_.part(part).nodes);
       if (values == nullptr || values->GetNumberOfTuples() == 0) continue;
       page::SurfaceValues on_faces;
-      on_faces.per_face = session_.variable(variable).location == host::Location::element;
+      on_faces.per_face = variable.is_per_element();
       const int components = values->GetNumberOfComponents();
       for (int c = 0; c < components; ++c) {
         on_faces.components.push_back(
@@ -144,10 +149,17 @@ class SceneMaker {
     std::vector<std::size_t> of_points;
     std::vector<std::size_t> of_cells;
     for (std::size_t i = 0; i < choice_.variables.size(); ++i) {
-      const int variable = choice_.variables[i];
-      if (!vtkdata::add_values(grid, session_, variable, part, std::to_string(i))) continue;
-      const bool per_face = session_.variable(variable).location == host::Location::element;
-      (per_face ? of_cells : of_points).push_back(i);
+      const Quantity& variable = choice_.variables[i];
+      const vtkSmartPointer<vtkDataArray> values = values_.of(variable, part);
+      if (values == nullptr) continue;
+      values->SetName(std::to_string(i).c_str());
+      if (variable.is_per_element()) {
+        grid->GetCellData()->AddArray(values);
+        of_cells.push_back(i);
+      } else {
+        grid->GetPointData()->AddArray(values);
+        of_points.push_back(i);
+      }
     }
     page::CutSurface made = page::cut(grid, plane.axis, plane.position);
     scene_.set_surface(entry, std::move(made.surface));
@@ -155,18 +167,20 @@ class SceneMaker {
     for (std::size_t i = 0; i < std::min(of_points.size(), made.values.size()); ++i) {
       const page::SurfaceValues& values = made.values[i];
       if (colours(entry, choice_.variables[of_points[i]]))
-        range_.add(page::component_of(values, choice_.scalar->component));
+        range_.add(page::component_of(values, choice_.scalar->quantity.component));
       scene_.set_values(of_points[i], entry, values);
     }
   }
 
   // Whether the variable's values on an entry have colours at first.
-  bool colours(std::size_t entry, int variable) const {
+  bool colours(std::size_t entry, const Quantity& variable) const {
     const PageEntry& of = entries_.all()[entry];
-    return choice_.scalar && choice_.scalar->variable == variable && of.is_shown && !of.is_faint;
+    return choice_.scalar && is_same_variable(choice_.scalar->quantity, variable) && of.is_shown &&
+           !of.is_faint;
   }
 
   host::Session& session_;
+  PictureValues values_;
   const PageChoice& choice_;
   PageEntries& entries_;
   page::Scene& scene_;

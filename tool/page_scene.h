@@ -10,12 +10,13 @@
 #include "page/scene.h"
 #include "tool/page_entries.h"
 #include "tool/picture_parts.h"
+#include "tool/picture_scalar.h"
 
 namespace tool {
 
 struct PageChoice {
   std::vector<int> steps;
-  std::vector<int> variables;           // numbers
+  std::vector<Quantity> variables;      // whole ones
   std::optional<PictureScalar> scalar;  // what is shown at first
 };
 

@@ -105,23 +105,22 @@ PictureContents ContentsReader::read(const std::optional<PictureScalar>& scalar)
 }
 
 vtkSmartPointer<vtkDataArray> ContentsReader::values(const PictureScalar& scalar, int part) {
-  const vtkSmartPointer<vtkDataArray> shown = scalar_values(session_, scalar, part);
+  const vtkSmartPointer<vtkDataArray> shown = values_.of(scalar, part);
   return compared_ == nullptr ? shown : compared_->difference(session_, part, scalar, shown);
 }
 
-render::ShownPart ContentsReader::shown_part(int part, vtkDataArray* values, bool per_cell) const {
+render::ShownPart ContentsReader::shown_part(int part, vtkDataArray* values, bool per_cell) {
   const vtkSmartPointer<vtkUnstructuredGrid> grid = vtkdata::make_part_grid(session_, part);
   render::ShownPart shown;
   vtkSmartPointer<vtkDataArray> vectors;
-  if (choice_.cuts.arrows && !choice_.has_cuts())
-    vectors = vtkdata::make_values(session_, *choice_.cuts.arrows, part, "vectors");
+  if (choice_.cuts.arrows && !choice_.has_cuts()) vectors = values_.of(*choice_.cuts.arrows, part);
   shown.faces = render::outer_faces(grid, values, per_cell, vectors);
   shown.name = host::printable(session_.part(part).name);
   return shown;
 }
 
 void ContentsReader::add_parts(PictureContents& contents, const std::optional<PictureScalar>& scalar) {
-  const bool per_cell = scalar && session_.variable(scalar->variable).location == host::Location::element;
+  const bool per_cell = scalar && scalar->quantity.is_per_element();
   for (const int part : choice_.coloured(session_)) {
     stop_if_interrupted();
     vtkSmartPointer<vtkDataArray> colours;
@@ -142,10 +141,10 @@ void ContentsReader::add_cuts(PictureContents& contents, const std::optional<Pic
   for (const auto& cut : cuts.planes) contents.empty.insert(cut.text);
   for (const auto& cut : cuts.isosurfaces) contents.empty.insert(cut.text);
   for (const auto& cut : cuts.streamlines) contents.empty.insert(cut.text);
-  const bool per_cell = scalar && session_.variable(scalar->variable).location == host::Location::element;
+  const bool per_cell = scalar && scalar->quantity.is_per_element();
   ColoursOf colours;
   if (scalar) colours = [&](int part) { return values(*scalar, part); };
-  for (MadeCut& cut : make_cuts(session_, cuts, colours, per_cell, kTubeRadius * choice_.size)) {
+  for (MadeCut& cut : make_cuts(values_, cuts, colours, per_cell, kTubeRadius * choice_.size)) {
     contents.empty.erase(cut.text);
     vtkPolyData* faces = cut.shown.faces;
     vtkDataArray* scalars = faces->GetPointData()->GetScalars();

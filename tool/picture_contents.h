@@ -51,7 +51,7 @@ class ContentsReader {
  public:
   // `compared` may be null: then values are shown as they are.
   ContentsReader(host::Session& session, const PictureChoice& choice, ComparedDataset* compared)
-      : session_(session), choice_(choice), compared_(compared) {}
+      : session_(session), values_(session), choice_(choice), compared_(compared) {}
 
   PictureContents read(const std::optional<PictureScalar>& scalar);
 
@@ -62,9 +62,10 @@ class ContentsReader {
   void add_parts(PictureContents& contents, const std::optional<PictureScalar>& scalar);
   void add_cuts(PictureContents& contents, const std::optional<PictureScalar>& scalar);
   void add_arrow_points(PictureContents& contents, vtkPolyData* surface) const;
-  render::ShownPart shown_part(int part, vtkDataArray* values, bool per_cell) const;
+  render::ShownPart shown_part(int part, vtkDataArray* values, bool per_cell);
 
   host::Session& session_;
+  PictureValues values_;
   const PictureChoice& choice_;
   ComparedDataset* compared_;
 };

@@ -37,20 +37,20 @@ ChosenParts volumes_to_cut(host::Session& session, const RenderOptions& options)
   throw CommandError(ExitStatus::failure, options.dataset.file, "there is no volume to cut");
 }
 
-// A vector per node.
-int find_vector(host::Session& session, const char* option, const std::string& name) {
-  const ChosenComponent chosen = choose_component(session, name);
-  const host::Variable& variable = session.variable(chosen.variable);
-  const bool is_whole = !chosen.component || chosen.component == kMagnitude;
-  if (variable.kind != host::VariableKind::vector || variable.location != host::Location::node || !is_whole)
-    throw CommandError(ExitStatus::usage, fmt::format("{}: '{}' is not a vector per node", option, name));
-  return chosen.variable;
+bool is_vector_per_node(const host::Variable& variable) {
+  return variable.kind == host::VariableKind::vector && variable.location == host::Location::node;
 }
 
-int first_vector(host::Session& session) {
+Quantity find_vector(host::Session& session, const char* option, const std::string& name) {
+  Quantity chosen = choose_quantity(session, name);
+  if (!is_vector_per_node(chosen.variable) || chosen.component.value_or(kMagnitude) != kMagnitude)
+    throw CommandError(ExitStatus::usage, fmt::format("{}: '{}' is not a vector per node", option, name));
+  return chosen;
+}
+
+Quantity first_vector(host::Session& session) {
   for (const host::Variable& variable : session.variables()) {
-    if (variable.kind == host::VariableKind::vector && variable.location == host::Location::node)
-      return variable.number;
+    if (is_vector_per_node(variable)) return {variable, std::nullopt, std::nullopt};
   }
   throw CommandError(ExitStatus::usage, session.path().string(), "there is no vector per node to follow");
 }
@@ -66,11 +66,11 @@ vtkSmartPointer<vtkFloatArray> undefined(vtkIdType count, int components) {
 // The volumes with what colours them and what streamlines and arrows follow.
 class Volumes {
  public:
-  Volumes(host::Session& session, const ColoursOf& colours, bool per_cell)
-      : session_(session), colours_(colours), per_cell_(per_cell) {}
+  Volumes(PictureValues& values, const ColoursOf& colours, bool per_cell)
+      : values_(values), colours_(colours), per_cell_(per_cell) {}
 
-  vtkSmartPointer<vtkUnstructuredGrid> grid(int part, std::optional<int> vector) const {
-    const vtkSmartPointer<vtkUnstructuredGrid> grid = vtkdata::make_part_grid(session_, part);
+  vtkSmartPointer<vtkUnstructuredGrid> grid(int part, const std::optional<Quantity>& vector) const {
+    const vtkSmartPointer<vtkUnstructuredGrid> grid = vtkdata::make_part_grid(values_.session(), part);
     if (colours_) {
       vtkSmartPointer<vtkDataArray> values = colours_(part);
       if (values == nullptr)
@@ -83,7 +83,7 @@ class Volumes {
       }
     }
     if (vector) {
-      vtkSmartPointer<vtkDataArray> values = vtkdata::make_values(session_, *vector, part, kVectors);
+      vtkSmartPointer<vtkDataArray> values = values_.of(*vector, part);
       if (values == nullptr) values = undefined(grid->GetNumberOfPoints(), 3);
       values->SetName(kVectors);
       grid->GetPointData()->SetVectors(values);
@@ -92,16 +92,16 @@ class Volumes {
   }
 
  private:
-  host::Session& session_;
+  PictureValues& values_;
   const ColoursOf& colours_;
   bool per_cell_;
 };
 
-vtkSmartPointer<vtkPolyData> isosurface(host::Session& session, vtkUnstructuredGrid* grid, int part,
+vtkSmartPointer<vtkPolyData> isosurface(PictureValues& values, vtkUnstructuredGrid* grid, int part,
                                         const CutChoice::Isosurface& cut) {
-  const vtkSmartPointer<vtkDataArray> values = scalar_values(session, cut.scalar, part);
-  if (values == nullptr) return nullptr;
-  return analysis::cut_by_value(grid, values, cut.value);
+  const vtkSmartPointer<vtkDataArray> contoured = values.of(cut.scalar, part);
+  if (contoured == nullptr) return nullptr;
+  return analysis::cut_by_value(grid, contoured, cut.value);
 }
 
 void add_cut(std::vector<MadeCut>& made, const std::string& text, vtkPolyData* faces, bool is_mesh) {
@@ -123,7 +123,7 @@ CutChoice choose_cuts(host::Session& session, const RenderOptions& options) {
   for (const std::string& text : options.isosurfaces) {
     const auto [name, value] = parse_isosurface(text);
     PictureScalar scalar = find_scalar(session, name);
-    if (session.variable(scalar.variable).location != host::Location::node)
+    if (scalar.quantity.is_per_element())
       throw CommandError(ExitStatus::usage, fmt::format("--iso: '{}' is not given per node", name));
     choice.isosurfaces.push_back({"--iso " + text, std::move(scalar), value});
   }
@@ -135,18 +135,18 @@ CutChoice choose_cuts(host::Session& session, const RenderOptions& options) {
   return choice;
 }
 
-std::vector<MadeCut> make_cuts(host::Session& session, const CutChoice& choice, const ColoursOf& colours,
+std::vector<MadeCut> make_cuts(PictureValues& values, const CutChoice& choice, const ColoursOf& colours,
                                bool per_cell, double tube_radius) {
   std::vector<MadeCut> made;
-  const Volumes volumes(session, colours, per_cell);
+  const Volumes volumes(values, colours, per_cell);
   std::vector<vtkSmartPointer<vtkUnstructuredGrid>> flows;
-  for (const int part : choice.volumes.at(session)) {
+  for (const int part : choice.volumes.at(values.session())) {
     if (!choice.planes.empty() || !choice.isosurfaces.empty()) {
       const vtkSmartPointer<vtkUnstructuredGrid> grid = volumes.grid(part, choice.arrows);
       for (const CutChoice::Plane& cut : choice.planes)
         add_cut(made, cut.text, analysis::cut_by_plane(grid, cut.plane), true);
       for (const CutChoice::Isosurface& cut : choice.isosurfaces)
-        add_cut(made, cut.text, isosurface(session, grid, part, cut), false);
+        add_cut(made, cut.text, isosurface(values, grid, part, cut), false);
     }
     if (choice.flow) flows.push_back(volumes.grid(part, choice.flow));
   }

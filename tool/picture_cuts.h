@@ -12,7 +12,7 @@
 #include "host/session.h"
 #include "render/scene.h"
 #include "tool/chosen_parts.h"
-#include "tool/picture_parts.h"
+#include "tool/picture_scalar.h"
 #include "tool/render_options.h"
 
 namespace tool {
@@ -36,9 +36,9 @@ struct CutChoice {
   std::vector<Plane> planes;
   std::vector<Isosurface> isosurfaces;
   std::vector<Streamlines> streamlines;
-  int seeds = 0;              // per line or sphere
-  std::optional<int> flow;    // the vector that streamlines follow
-  std::optional<int> arrows;  // the vector that arrows show
+  int seeds = 0;                   // per line or sphere
+  std::optional<Quantity> flow;    // the vector that streamlines follow
+  std::optional<Quantity> arrows;  // the vector that arrows show
 };
 
 // What the command line chooses at the session's step. Throws CommandError (wrong usage) for what there is
@@ -55,7 +55,7 @@ struct MadeCut {
 
 // All cuts at the session's step, with the colours as scalars, per cell or per point, unless `colours` is
 // empty. Streamlines are tubes of the radius. Those that meet nothing have no faces.
-std::vector<MadeCut> make_cuts(host::Session& session, const CutChoice& choice, const ColoursOf& colours,
+std::vector<MadeCut> make_cuts(PictureValues& values, const CutChoice& choice, const ColoursOf& colours,
                                bool per_cell, double tube_radius);
 
 }  // namespace tool

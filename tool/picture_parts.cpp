@@ -3,55 +3,12 @@
 #include <algorithm>
 #include <cmath>
 #include <set>
-#include <string_view>
 #include <vtkFloatArray.h>
 
 #include "host/part_tree.h"
-#include "host/text_encoding.h"
-#include "tool/choice.h"
-#include "tool/vector_components.h"
-#include "vtk/part_grid.h"
 
 namespace tool {
 namespace {
-
-// "Static pressure [Pa]" with " x" in front of the unit.
-std::string with_component(const std::string& label, std::string_view component) {
-  const std::size_t unit = label.ends_with(']') ? label.rfind(" [") : std::string::npos;
-  if (unit == std::string::npos) return label + " " + std::string(component);
-  return label.substr(0, unit) + " " + std::string(component) + label.substr(unit);
-}
-
-PictureScalar scalar_of(const host::Variable& variable, std::optional<int> component) {
-  std::string name = host::printable(variable.name);
-  std::string title = variable.label.empty() ? name : host::printable(variable.label);
-  if (variable.kind == host::VariableKind::vector) {
-    const auto index = static_cast<std::size_t>(component.value_or(kMagnitude));
-    name = with_component(name, kComponents[index]);
-    title = with_component(title, kComponents[index]);
-  }
-  return {variable.number, component, std::move(name), std::move(title)};
-}
-
-PictureScalar scalar_of(host::Session& session, const ChosenComponent& chosen) {
-  const bool is_magnitude = chosen.component == kMagnitude;
-  return scalar_of(session.variable(chosen.variable), is_magnitude ? std::nullopt : chosen.component);
-}
-
-// One number per tuple of a vector.
-vtkSmartPointer<vtkFloatArray> reduced(vtkFloatArray* vectors, std::optional<int> component) {
-  auto scalars = vtkSmartPointer<vtkFloatArray>::New();
-  const vtkIdType count = vectors->GetNumberOfTuples();
-  scalars->SetNumberOfValues(count);
-  const float* from = vectors->GetPointer(0);
-  float* to = scalars->GetPointer(0);
-  if (component) {
-    for (vtkIdType i = 0; i < count; ++i) to[i] = from[3 * i + *component];
-  } else {
-    for (vtkIdType i = 0; i < count; ++i) to[i] = magnitude(from[3 * i], from[3 * i + 1], from[3 * i + 2]);
-  }
-  return scalars;
-}
 
 std::set<int> parts_of_kind(const host::Session& session, host::PartKind kind) {
   std::set<int> parts;
@@ -62,30 +19,6 @@ std::set<int> parts_of_kind(const host::Session& session, host::PartKind kind) {
 }
 
 }  // namespace
-
-std::vector<PictureScalar> find_scalars(host::Session& session, const std::vector<std::string>& lists) {
-  std::vector<PictureScalar> scalars;
-  for (const ChosenComponent& chosen : choose_components(session, lists))
-    scalars.push_back(scalar_of(session, chosen));
-  return scalars;
-}
-
-PictureScalar find_scalar(host::Session& session, const std::string& text) {
-  return scalar_of(session, choose_component(session, text));
-}
-
-std::optional<PictureScalar> first_scalar(host::Session& session, const std::vector<int>& parts) {
-  for (const host::VariableKind kind : {host::VariableKind::scalar, host::VariableKind::vector}) {
-    for (const host::Variable& variable : session.variables()) {
-      if (variable.kind != kind || variable.location != host::Location::node) continue;
-      const bool has_values = std::any_of(parts.begin(), parts.end(), [&](int part) {
-        return session.values(variable.number, part).availability != host::Availability::not_in_this_step;
-      });
-      if (has_values) return scalar_of(variable, std::nullopt);
-    }
-  }
-  return std::nullopt;
-}
 
 ChosenParts usual_parts(host::Session& session) {
   const std::set<int> surfaces = parts_of_kind(session, host::PartKind::surface);
@@ -137,15 +70,6 @@ std::array<double, 2> ValueRange::ends() const {
   if (low_ < high_) return {low_, high_};
   const double margin = low_ == 0 ? 0.5 : std::abs(low_) / 2;
   return {low_ - margin, high_ + margin};
-}
-
-vtkSmartPointer<vtkDataArray> scalar_values(host::Session& session, const PictureScalar& scalar, int part) {
-  return as_scalars(vtkdata::make_values(session, scalar.variable, part, "scalar"), scalar.component);
-}
-
-vtkSmartPointer<vtkDataArray> as_scalars(vtkDataArray* values, std::optional<int> component) {
-  if (values == nullptr || values->GetNumberOfComponents() == 1) return values;
-  return reduced(vtkFloatArray::SafeDownCast(values), component);
 }
 
 }  // namespace tool

@@ -21,14 +21,16 @@ int pixels(std::string_view text) {
 
 }  // namespace
 
-std::array<int, 2> picture_size(const char* option, const std::string& text) {
+std::array<int, 2> picture_size(const char* command, const std::string& text) {
   const std::size_t times = text.find('x');
   const std::string_view all = text;
   const int width = times == std::string::npos ? 0 : pixels(all.substr(0, times));
   const int height = times == std::string::npos ? 0 : pixels(all.substr(times + 1));
   if (width == 0 || height == 0) {
-    throw CommandError(ExitStatus::usage, fmt::format("{}: '{}' is not WIDTHxHEIGHT in pixels, {} to {} each",
-                                                      option, text, kSmallestPicture, kLargestPicture));
+    throw CommandError(ExitStatus::usage,
+                       fmt::format("--size: '{}' is not WIDTHxHEIGHT in pixels, {} to {} each (see fldtool "
+                                   "{} --help)",
+                                   text, kSmallestPicture, kLargestPicture, command));
   }
   return {width, height};
 }

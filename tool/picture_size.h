@@ -6,8 +6,8 @@
 
 namespace tool {
 
-// The width and height in WIDTHxHEIGHT. Throws CommandError (wrong usage) with the option's name unless both
-// are from 64 to 4096.
-std::array<int, 2> picture_size(const char* option, const std::string& text);
+// The width and height in WIDTHxHEIGHT, the --size of a command. Throws CommandError (wrong usage) unless
+// both are from 64 to 4096.
+std::array<int, 2> picture_size(const char* command, const std::string& text);
 
 }  // namespace tool

@@ -9,9 +9,8 @@
 #include "tool/exit_status.h"
 #include "tool/vector_components.h"
 #ifdef FLDTOOL_HAS_VTK
-#include "analysis/derived_values.h"
 #include "host/undefined_value.h"
-#include "tool/coordinate_names.h"
+#include "tool/derived_reader.h"
 #endif
 
 namespace tool {
@@ -97,6 +96,14 @@ std::vector<Quantity> choose_quantities(host::Session& session, const std::vecto
   return quantities;
 }
 
+Quantity choose_quantity(host::Session& session, const std::string& text) {
+  if (!is_variable(session, text)) {
+    if (std::optional<Quantity> derived = find_derived(session, text)) return *std::move(derived);
+  }
+  const ChosenComponent chosen = choose_component(session, text);
+  return {session.variable(chosen.variable), chosen.component, std::nullopt};
+}
+
 WholeQuantities choose_whole_quantities(host::Session& session, const std::vector<std::string>& lists) {
   WholeQuantities chosen;
   std::vector<std::string> others;
@@ -117,18 +124,9 @@ WholeQuantities choose_whole_quantities(host::Session& session, const std::vecto
 
 #ifdef FLDTOOL_HAS_VTK
 
-struct QuantityValues::Derived {
-  explicit Derived(host::Session& session)
-      : values(session, [&](const host::Part& part) { return names.of(session, part) == kCylindricalAxes; }) {
-  }
-
-  CoordinateNames names{};
-  analysis::DerivedValues values;
-};
-
 host::PartValues QuantityValues::derived_values(const Quantity& quantity, int part, int component) {
-  if (!derived_) derived_ = std::make_unique<Derived>(session_);
-  const vtkSmartPointer<vtkFloatArray> found = derived_->values.on_part(*quantity.derived, part);
+  if (!derived_) derived_ = std::make_unique<DerivedReader>(session_);
+  const vtkSmartPointer<vtkFloatArray> found = derived_->on_part(*quantity.derived, part);
   host::PartValues values;
   if (!found) {
     values.availability = host::Availability::not_in_this_step;
@@ -145,7 +143,7 @@ host::PartValues QuantityValues::derived_values(const Quantity& quantity, int pa
 
 #else
 
-struct QuantityValues::Derived {};
+class DerivedReader {};
 
 host::PartValues QuantityValues::derived_values(const Quantity& /*quantity*/, int /*part*/,
                                                 int /*component*/) {

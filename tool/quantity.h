@@ -13,9 +13,11 @@
 
 namespace tool {
 
+class DerivedReader;
+
 // For the manuals of commands with such variables.
 inline constexpr char kDerivedText[] =
-    R"(--variables also takes what is derived from variables per node: grad(NAME), the gradient of a scalar or of a component
+    R"(Variables may also be what is derived from variables per node: grad(NAME), the gradient of a scalar or of a component
 (grad(U.x)); vorticity(NAME), the curl of a vector; q(NAME), which is positive where rotation outweighs strain;
 mag(NAME), the length of a vector. Derivatives are exact where a variable is linear; on a surface they are those of the
 volume behind it. At a node with an undefined value in an element around it they are undefined.
@@ -27,12 +29,24 @@ struct Quantity {
   host::Variable variable;       // of a derived one: number 0, its name and kind
   std::optional<int> component;  // of a vector: 0, 1, 2 or kMagnitude
   std::optional<analysis::DerivedVariable> derived;
+
+  // Of the variable, or of the one that it is derived from.
+  int source_number() const { return derived ? derived->variable : variable.number; }
+  bool is_per_element() const { return variable.location == host::Location::element; }
 };
+
+// Whether they are the same but for their components.
+inline bool is_same_variable(const Quantity& a, const Quantity& b) {
+  return a.variable.number == b.variable.number && a.variable.name == b.variable.name;
+}
 
 // In the order of the lists; all variables of the dataset when there are none. Throws CommandError (wrong
 // usage) for an item that chooses nothing, and for a derived name of something that it cannot be derived
 // from.
 std::vector<Quantity> choose_quantities(host::Session& session, const std::vector<std::string>& lists);
+
+// The one that `text` means. Throws CommandError also when it means several.
+Quantity choose_quantity(host::Session& session, const std::string& text);
 
 // The same for commands that take whole variables: the numbers of the variables, ascending, and what is
 // derived.
@@ -56,12 +70,10 @@ class QuantityValues {
   host::PartValues values(const Quantity& quantity, int part, int component);
 
  private:
-  struct Derived;
-
   host::PartValues derived_values(const Quantity& quantity, int part, int component);
 
   host::Session& session_;
-  std::unique_ptr<Derived> derived_;  // made when it is needed
+  std::unique_ptr<DerivedReader> derived_;  // made when it is needed
 };
 
 }  // namespace tool

@@ -13,6 +13,7 @@
 #include "tool/file_names.h"
 #include "tool/jobs.h"
 #include "tool/number_range.h"
+#include "tool/picture_size.h"
 
 namespace tool {
 namespace {
@@ -63,21 +64,6 @@ std::pair<Numbers, Numbers> parse_two(const std::string& text) {
   return {parse_numbers(whole.substr(0, colon)), parse_numbers(whole.substr(colon + 1))};
 }
 
-std::array<int, 2> parse_size(const std::string& text) {
-  constexpr int kSmallest = 64;
-  constexpr int kLargest = 4096;
-  std::string pair = text;
-  const std::size_t times = pair.find('x');
-  if (times == std::string::npos) throw std::invalid_argument("not a size");
-  pair[times] = ',';
-  const auto [width, height] = render::parse_pair(pair);
-  for (const double length : {width, height}) {
-    if (length < kSmallest || length > kLargest || length != static_cast<double>(static_cast<int>(length)))
-      throw std::invalid_argument("not a size");
-  }
-  return {static_cast<int>(width), static_cast<int>(height)};
-}
-
 std::array<double, 2> parse_limits(const std::string& text) {
   const std::array<double, 2> range = render::parse_pair(text);
   constexpr double kNarrowest = 1e-300;  // single precision ends long before
@@ -116,7 +102,7 @@ void add_render_options(CLI::App& command, RenderOptions& options) {
   add_parts_option(command, options.parts, "The parts to show, in colours");
   add_list_option(command, "--faint", options.faint, "The parts to show grey and translucent");
   add_list_option(command, "--variable,--variables", options.variables,
-                  "What the colours show: NAME, NAME.x, ... or none");
+                  "What the colours show: NAME, NAME.x, grad(NAME), ... or none");
   command.add_option("--slice", options.slices, "X,Y,Z:NX,NY,NZ: a cut through a point, across a normal")
       ->expected(1)
       ->take_all();
@@ -128,15 +114,17 @@ void add_render_options(CLI::App& command, RenderOptions& options) {
                   "X,Y,Z:X,Y,Z or X,Y,Z:R: lines along the flow, through points of a line or a sphere")
       ->expected(1)
       ->take_all();
-  command.add_option("--flow", options.flow, "The vector that streamlines follow (default: the first one)");
+  command.add_option("--flow", options.flow, "The vector that streamlines follow (default: the first one)")
+      ->check(not_empty());
   command.add_option("--seeds", options.seeds, "How many streamlines begin on each line or in each sphere")
       ->check(whole_number(1, 10000))
       ->capture_default_str();
-  command.add_option("--arrows", options.arrows, "NAME: a vector as arrows on the cuts or parts");
+  command.add_option("--arrows", options.arrows, "NAME: a vector as arrows on the cuts or parts")
+      ->check(not_empty());
   command
       .add_option("--compare", options.compare, "A dataset with the same mesh, to draw the difference from")
       ->check(file_name());
-  command.add_option("--range", options.range, "LOW,HIGH: the range of the colours");
+  command.add_option("--range", options.range, "LOW,HIGH: the range of the colours")->check(not_empty());
   command
       .add_option("--colours,--colors", options.colours,
                   "The colour map (default: viridis; cool-warm with --compare)")
@@ -162,7 +150,7 @@ void add_render_options(CLI::App& command, RenderOptions& options) {
 
 render::SceneOptions scene_options(const RenderOptions& options) {
   render::SceneOptions scene;
-  const auto size = parsed("--size", options.size, "WIDTHxHEIGHT in pixels, 64 to 4096 each", parse_size);
+  const auto size = picture_size("render", options.size);
   scene.width = size[0];
   scene.height = size[1];
   scene.view = parsed("--view", options.view,

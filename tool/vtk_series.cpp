@@ -75,10 +75,7 @@ VtkSeries::VtkSeries(host::Session& session, const fs::path& collection, SeriesO
       collection_(collection),
       folder_(fs::path(collection).replace_extension()),
       options_(std::move(options)),
-      derived_(session,
-               [this](const host::Part& part) {
-                 return coordinate_names_.of(session_, part) == kCylindricalAxes;
-               }),
+      derived_(session),
       variable_names_(host::variable_names(session)),
       written_(made(folder_)),
       temporary_(folder_, "steps") {}

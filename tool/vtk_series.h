@@ -9,9 +9,8 @@
 #include <string>
 #include <vector>
 
-#include "analysis/derived_values.h"
 #include "host/session.h"
-#include "tool/coordinate_names.h"
+#include "tool/derived_reader.h"
 #include "tool/series_writer.h"
 #include "tool/written_files.h"
 #include "vtk/collection_text.h"
@@ -64,8 +63,7 @@ class VtkSeries : public SeriesWriter {
   std::filesystem::path collection_;
   std::filesystem::path folder_;  // of the steps
   SeriesOptions options_;
-  CoordinateNames coordinate_names_;
-  analysis::DerivedValues derived_;
+  DerivedReader derived_;
   std::vector<std::string> part_names_;
   std::vector<std::string> variable_names_;
   std::vector<vtkdata::CollectionStep> steps_;

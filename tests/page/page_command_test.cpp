@@ -114,6 +114,25 @@ TEST_F(PageCommand, HasTheChosenVariablesAlone) {
   EXPECT_EQ(none["start"]["variable"], nullptr);
 }
 
+// The channel's vorticity is tested where it is computed.
+TEST_F(PageCommand, HasDerivedVariables) {
+  const json told = scene(
+      channel(), {"--parts", "wake", "--slice", "z=0.1", "--variables", "vorticity(Velocity).z,Pressure"});
+  ASSERT_EQ(told["variables"].size(), 2U);
+  EXPECT_EQ(told["variables"][0]["name"], "Pressure");
+  EXPECT_EQ(told["variables"][1]["name"], "vorticity(Velocity)");
+  EXPECT_EQ(told["variables"][1]["vector"], true);
+  EXPECT_EQ(told["variables"][1]["element"], false);
+  EXPECT_EQ(told["start"]["variable"], 1);
+  EXPECT_EQ(told["start"]["component"], 2);
+  const Result found =
+      run_fldtool({"stats", channel(), "--parts", "wake", "--variable", "vorticity(Velocity).z", "--json"});
+  const json range = json::parse(found.output)["steps"][0]["variables"][0]["parts"][0]["components"][0];
+  EXPECT_FLOAT_EQ(told["start"]["range"][0].get<float>(), range["minimum"].get<float>());
+  EXPECT_FLOAT_EQ(told["start"]["range"][1].get<float>(), range["maximum"].get<float>());
+  expect_refused({"--variables", "vorticity(Pressure)"}, 2, "vorticity needs a vector");
+}
+
 TEST_F(PageCommand, CutsVolumes) {
   const json told = scene(channel(), {"--parts", "wake", "--slice", "z=0.1,x=50%"});
   EXPECT_EQ(names(told), (Words{"wake", "wake at z = 0.1", "wake at x = 1.014"}));

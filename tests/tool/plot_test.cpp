@@ -110,7 +110,7 @@ TEST_F(RenderPlot, WrongArgumentsAreExplained) {
   expect_error({"plot", table, "-o", out, "--x", "Time"}, 2,
                table + ": there is no column 'Time'; did you mean 'time'?");
   expect_error({"plot", table, "-o", out, "--size", "10x10"}, 2,
-               "--size: '10x10' is not WIDTHxHEIGHT in pixels, 64 to 4096 each");
+               "--size: '10x10' is not WIDTHxHEIGHT in pixels, 64 to 4096 each (see fldtool plot --help)");
   const std::string missing = (directory / "none.csv").string();
   expect_error({"plot", missing, "-o", out}, 4, missing + ": cannot read: No such file or directory");
   const std::string empty = write("empty.csv", "");

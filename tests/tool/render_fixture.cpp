@@ -50,6 +50,7 @@ void RenderTest::expect_error_of_file(const std::string& file, const Words& opti
                                       const std::string& line) const {
   Words arguments = {"render", file, "-o", output().string()};
   arguments.insert(arguments.end(), options.begin(), options.end());
+  std::filesystem::remove(output());
   const Result result = run_fldtool(arguments);
   EXPECT_EQ(result.status, status) << line;
   EXPECT_EQ(result.errors, "fldtool: " + line + "\n");
