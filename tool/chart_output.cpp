@@ -14,6 +14,13 @@
 namespace tool {
 namespace {
 
+// Beyond this the ends of axes, and what lies between them, leave double precision.
+constexpr double kLargestNumber = 1e300;
+
+bool is_too_large(double value) {
+  return std::isfinite(value) && std::abs(value) > kLargestNumber;
+}
+
 bool has_value(const render::ChartSeries& series) {
   return std::any_of(series.y.begin(), series.y.end(), [](double value) { return std::isfinite(value); });
 }
@@ -36,6 +43,11 @@ std::string chart_title_of(const std::string& name, const std::string& label) {
 void write_chart(const std::string& path, const render::Chart& chart, const render::ChartOptions& options) {
   if (std::none_of(chart.series.begin(), chart.series.end(), has_value))
     throw CommandError(ExitStatus::failure, path, "there is no number to draw");
+  for (const render::ChartSeries& series : chart.series) {
+    if (std::any_of(series.x.begin(), series.x.end(), is_too_large) ||
+        std::any_of(series.y.begin(), series.y.end(), is_too_large))
+      throw CommandError(ExitStatus::failure, path, "numbers beyond 1e300 cannot be drawn");
+  }
   vtkObject::GlobalWarningDisplayOff();  // errors are reported in one line
   render::ChartOptions choices = options;
   if (choices.font.empty()) choices.font = render::font_for(render::chart_texts(chart));

@@ -24,7 +24,7 @@ void check_chart_output(const std::string& path);
 std::string chart_title_of(const std::string& name, const std::string& label);
 
 // Draws the chart and writes it. Throws CommandError when it cannot be written, or the chart has nothing to
-// show, and std::runtime_error when this machine cannot render.
+// show or numbers beyond 1e300, and std::runtime_error when this machine cannot render.
 void write_chart(const std::string& path, const render::Chart& chart,
                  const render::ChartOptions& options = {});
 

@@ -6,6 +6,7 @@
 #include "tool/choice.h"
 #include "tool/commands.h"
 #include "tool/exit_status.h"
+#include "tool/file_names.h"
 #include "tool/quantity.h"
 #include "tool/series_command.h"
 
@@ -30,7 +31,8 @@ void add_extract_command(CLI::App& app) {
   CLI::App* command = app.add_subcommand("extract", "Write a piece of a dataset as VTK files");
   add_series_options(*command, *options);
   command->add_option("--box", options->box, "X,Y,Z:X,Y,Z: only elements with a node in this box")
-      ->type_name("POINTS");
+      ->type_name("POINTS")
+      ->check(not_empty());
   command->footer(std::string(kExtractManual) + kDerivedText + kChoiceText + kExitStatusText);
   command->callback([options] { write_series(*options); });
 }

@@ -299,12 +299,7 @@ void run_history(const HistoryOptions& options) {
   if (!options.json) check_extension(options.output, {".csv", ".json"});
   check_chart_output(options.plot.output);
   vtkObject::GlobalWarningDisplayOff();  // errors are reported in one line
-  OpenDataset dataset(options.dataset);
-  try {
-    HistoryRun(options, dataset.session()).run();
-  } catch (const host::Error& error) {
-    throw read_error(error, dataset.session());
-  }
+  with_dataset(options.dataset, [&](host::Session& session) { HistoryRun(options, session).run(); });
 }
 
 }  // namespace

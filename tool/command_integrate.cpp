@@ -86,36 +86,19 @@ class IntegrateRun {
         session_(session),
         steps_(choose_steps(session, options.steps)),
         quantities_(choose_quantities(session, options.variables)),
-        has_first_step_(select(steps_.front())),
+        has_first_step_(select_step(session, steps_.front(), problems_)),
         parts_(choose_parts(session, options.parts)),
         integrator_(session, read_pressure(options.pressure, session)),
         progress_("integrate", steps_.size() * parts_.size(), ProgressUnit::steps),
         printer_(make_printer()) {}
 
   void run() {
-    output_.write(printer_->beginning());
-    Problems problems;
-    bool any = false;
     // Before other processes are made, so that each has them.
     const int jobs = usable_jobs(options_.jobs, steps_.size(), memory_of_step(session_, steps_));
     if (has_first_step_ && jobs > 1) find_directions();
-    progress_.update(0);
-    run_jobs(
-        jobs, steps_.size(), [&](std::size_t i) { return report_on(steps_[i]); },
-        [&](std::size_t i, const Json& report) {
-          progress_.update((i + 1) * parts_.size());
-          problems.add(report.at("problems").get<std::vector<std::string>>());
-          if (report.contains("text")) {
-            progress_.erase();
-            output_.write((any ? printer_->separator() : "") + text_of(report.at("text")));
-            any = true;
-          }
-          return !report.at("is_lost").get<bool>();
-        });
-    progress_.erase();
-    output_.write(printer_->end(problems.texts()));
-    output_.finish();
-    problems.report();
+    const auto report = [&](std::size_t i) { return report_on(steps_[i]); };
+    Output output("");
+    print_steps({jobs, steps_.size(), parts_.size(), report}, *printer_, output, progress_).report();
   }
 
  private:
@@ -123,16 +106,6 @@ class IntegrateRun {
     if (options_.json) return make_integrals_json(integrator_.pressure(), options_.dataset.file);
     return options_.csv ? make_integrals_csv(integrator_.pressure())
                         : make_integrals_text(integrator_.pressure());
-  }
-
-  bool select(int step) {
-    try {
-      session_.select_step(step);
-      return true;
-    } catch (const host::Error& error) {
-      problems_.add(read_problem(error, session_).text());
-      return false;
-    }
   }
 
   void find_directions() {
@@ -148,7 +121,7 @@ class IntegrateRun {
   // The text about a step, unless it cannot be selected, and what could not be read of it.
   Json report_on(int step) {
     Json report;
-    if (step == steps_.front() ? has_first_step_ : select(step)) {
+    if (step == steps_.front() ? has_first_step_ : select_step(session_, step, problems_)) {
       parts_.tell_missing(session_, progress_);
       if (!has_directions_) find_directions();
       report["text"] = as_bytes(printer_->step(session_, integrals()));
@@ -190,18 +163,12 @@ class IntegrateRun {
   ChosenParts parts_;
   PartIntegrator integrator_;
   Progress progress_;
-  Output output_{""};
   std::unique_ptr<IntegralsPrinter> printer_;
   std::uint64_t done_ = 0;
 };
 
 void run_integrate(const IntegrateOptions& options) {
-  OpenDataset dataset(options.dataset);
-  try {
-    IntegrateRun(options, dataset.session()).run();
-  } catch (const host::Error& error) {
-    throw read_error(error, dataset.session());
-  }
+  with_dataset(options.dataset, [&](host::Session& session) { IntegrateRun(options, session).run(); });
 }
 
 }  // namespace

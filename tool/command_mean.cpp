@@ -1,4 +1,7 @@
 // fldtool mean
+#include <algorithm>
+#include <array>
+#include <cstddef>
 #include <cstdint>
 #include <filesystem>
 #include <functional>
@@ -22,7 +25,6 @@
 #include "analysis/running_statistics.h"
 #include "fmt/format.h"
 #include "host/display_names.h"
-#include "host/error.h"
 #include "host/text_encoding.h"
 #include "nlohmann/json.hpp"
 #include "tool/choice.h"
@@ -57,10 +59,26 @@ file NAME.pvd, or a folder.
 
 The mesh has to be at rest or to move rigidly, part by part: the same node is the same place of the part at every step, and
 components of vectors stay along the axes of the file. A part that is deformed, or whose nodes or elements change, is an
-error, and so is one that a step lacks. Each file is read once; memory holds the sums of the parts that are chosen, and one
+error, and so is one that a step lacks; the message says which parts are left for --parts. Where a part turns within another,
+the whole mesh is deformed. Each file is read once; memory holds the sums of the parts that are chosen, and one
 variable of one part of a step.
 
 )";
+
+constexpr char kOtherMesh[] = "has other nodes or elements";
+
+// "1-3,5" of ascending numbers.
+std::string as_ranges(const std::vector<int>& numbers) {
+  std::string text;
+  for (std::size_t i = 0; i < numbers.size();) {
+    std::size_t end = i + 1;
+    while (end < numbers.size() && numbers[end] == numbers[end - 1] + 1) ++end;
+    text += fmt::format("{}{}", text.empty() ? "" : ",", numbers[i]);
+    if (end > i + 1) text += fmt::format("-{}", numbers[end - 1]);
+    i = end;
+  }
+  return text;
+}
 
 // The sums of a quantity on a part, per component.
 struct PartSums {
@@ -85,6 +103,7 @@ class MeanRun {
         values_(session),
         chosen_(choose_parts(at_first_step(), options.parts)),
         parts_(session, chosen_),
+        first_numbers_(part_numbers(session)),
         sums_(parts_.identities.size()) {}
 
   void run(const std::filesystem::path& collection) {
@@ -94,13 +113,11 @@ class MeanRun {
       for (const int step : steps_) {
         session_.select_step(step);
         const std::map<PartIdentity, int> numbers = part_numbers(session_);
+        check_meshes(numbers);
         for (std::size_t i = 0; i < parts_.identities.size(); ++i) {
           stop_if_interrupted();
           progress.update(done++);
-          const auto found = numbers.find(parts_.identities[i]);
-          if (found == numbers.end()) throw refused(parts_.names[i], "is missing");
-          check_mesh(found->second, i);
-          add(found->second, sums_[i]);
+          add(numbers.at(parts_.identities[i]), sums_[i]);
         }
       }
     }
@@ -125,13 +142,35 @@ class MeanRun {
     return session_;
   }
 
-  CommandError refused(const std::string& part, const char* what) const {
-    return {ExitStatus::failure, session_.path().string(),
-            fmt::format("step {}: part {} {}; a mean needs a mesh at rest or moved rigidly", session_.step(),
-                        part, what)};
+  // Throws when a mean cannot be made of some of the parts at the session's step, and says which others it
+  // can be made of.
+  void check_meshes(const std::map<PartIdentity, int>& numbers) {
+    std::vector<std::string> refused;
+    std::vector<int> others;  // their numbers at the first step, as --parts takes them
+    for (std::size_t i = 0; i < parts_.identities.size(); ++i) {
+      stop_if_interrupted();
+      const auto found = numbers.find(parts_.identities[i]);
+      const char* reason = found == numbers.end() ? "is missing" : unfit_mesh(found->second, i);
+      if (reason == nullptr) {
+        others.push_back(first_numbers_.at(parts_.identities[i]));
+      } else {
+        refused.push_back(fmt::format("{} {}", parts_.names[i], reason));
+      }
+    }
+    if (refused.empty()) return;
+    constexpr std::size_t kMostNamed = 10;
+    const std::size_t named = std::min(kMostNamed, refused.size());
+    std::string what = fmt::format(
+        "{}", fmt::join(refused.begin(), refused.begin() + static_cast<std::ptrdiff_t>(named), ", "));
+    if (refused.size() > named) what += fmt::format(" and {} more", refused.size() - named);
+    if (!others.empty()) what += "; --parts " + as_ranges(others) + " leaves that out";
+    throw CommandError(
+        ExitStatus::failure, session_.path().string(),
+        fmt::format("step {}: a mean needs parts at rest or moved rigidly: {}", session_.step(), what));
   }
 
-  void check_mesh(int number, std::size_t index) {
+  // Why a mean cannot be made of a part; null if it can.
+  const char* unfit_mesh(int number, std::size_t index) {
     const host::Part& part = session_.part(number);
     const host::ChangingGeometry changing = session_.changing_geometry();
     if (meshes_.size() == index) {
@@ -142,20 +181,18 @@ class MeanRun {
         kept.shape.emplace(session_.coordinates(number));
       if (steps_.size() > 1 && changing == host::ChangingGeometry::connectivity)
         kept.blocks = session_.elements(number);
-      return;
+      return nullptr;
     }
     const PartMeshKept& kept = meshes_[index];
-    if (part.nodes != kept.nodes || part.elements != kept.elements)
-      throw refused(parts_.names[index], "has other nodes or elements");
-    if (changing == host::ChangingGeometry::fixed) return;
-    if (!kept.shape->is_kept_by(session_.coordinates(number)))
-      throw refused(parts_.names[index], "is deformed");
-    if (changing != host::ChangingGeometry::connectivity) return;
+    if (part.nodes != kept.nodes || part.elements != kept.elements) return kOtherMesh;
+    if (changing == host::ChangingGeometry::fixed) return nullptr;
+    if (!kept.shape->is_kept_by(session_.coordinates(number))) return "is deformed";
+    if (changing != host::ChangingGeometry::connectivity) return nullptr;
     const std::vector<host::ElementBlock> blocks = session_.elements(number);
     for (std::size_t b = 0; b < blocks.size(); ++b) {
-      if (blocks[b].nodes != kept.blocks[b].nodes)
-        throw refused(parts_.names[index], "has other nodes or elements");
+      if (blocks[b].nodes != kept.blocks[b].nodes) return kOtherMesh;
     }
+    return nullptr;
   }
 
   void add(int part, std::vector<PartSums>& sums) {
@@ -242,6 +279,7 @@ class MeanRun {
   QuantityValues values_;
   ChosenParts chosen_;
   HistoryParts parts_;
+  std::map<PartIdentity, int> first_numbers_;
   std::vector<PartMeshKept> meshes_;
   std::vector<std::vector<PartSums>> sums_;  // per part and quantity
 };
@@ -249,12 +287,7 @@ class MeanRun {
 void run_mean(const SeriesCommandOptions& options) {
   const std::filesystem::path collection = collection_path(options);
   vtkObject::GlobalWarningDisplayOff();  // errors are told in one line of our own
-  OpenDataset dataset(options.dataset);
-  try {
-    MeanRun(options, dataset.session()).run(collection);
-  } catch (const host::Error& error) {
-    throw read_error(error, dataset.session());
-  }
+  with_dataset(options.dataset, [&](host::Session& session) { MeanRun(options, session).run(collection); });
   Output output("");
   output.write(collection.string() + "\n");
   output.finish();

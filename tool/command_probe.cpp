@@ -217,12 +217,7 @@ void run_probe(const ProbeOptions& options) {
   if (!options.plot.output.empty() && options.points.line.empty())
     throw CommandError(ExitStatus::usage, "--plot draws values along a line: give --line");
   vtkObject::GlobalWarningDisplayOff();  // errors are reported in one line
-  OpenDataset dataset(options.dataset);
-  try {
-    ProbeRun(options, format, dataset.session()).run();
-  } catch (const host::Error& error) {
-    throw read_error(error, dataset.session());
-  }
+  with_dataset(options.dataset, [&](host::Session& session) { ProbeRun(options, format, session).run(); });
 }
 
 }  // namespace

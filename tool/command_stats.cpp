@@ -121,35 +121,22 @@ class StatsRun {
         session_(session),
         steps_(choose_steps(session, options.steps)),
         variables_(choose_quantities(session, options.variables)),
-        has_first_step_(select(steps_.front())),
+        has_first_step_(select_step(session, steps_.front(), problems_)),
         parts_(choose_parts(session, options.parts)),
         values_(session),
         progress_("stats", steps_.size() * variables_.size() * parts_.size(), ProgressUnit::steps),
         printer_(make_printer(options)) {}
 
   void run() {
-    output_.write(printer_->beginning());
-    Problems problems;
-    bool any = false;
     const int jobs = usable_jobs(options_.jobs, steps_.size(), memory_of_step(session_, steps_));
-    progress_.update(0);
-    run_jobs(
-        jobs, steps_.size(), [&](std::size_t i) { return report_on(steps_[i]); },
-        [&](std::size_t i, const Json& report) {
-          progress_.update((i + 1) * variables_.size() * parts_.size());
-          problems.add(report.at("problems").get<std::vector<std::string>>());
-          if (report.contains("text")) {
-            progress_.erase();
-            output_.write((any ? printer_->separator() : "") + text_of(report.at("text")));
-            any = true;
-            if (report.contains("bars"))
-              bars_.insert(bars_.end(), report["bars"].begin(), report["bars"].end());
-          }
-          return !report.at("is_lost").get<bool>();
-        });
-    progress_.erase();
-    output_.write(printer_->end(problems.texts()));
-    output_.finish();
+    const auto report = [&](std::size_t i) { return report_on(steps_[i]); };
+    const auto take = [&](const Json& reported) {
+      if (reported.contains("bars"))
+        bars_.insert(bars_.end(), reported["bars"].begin(), reported["bars"].end());
+    };
+    Output output("");
+    const Problems problems = print_steps(
+        {jobs, steps_.size(), variables_.size() * parts_.size(), report, take}, *printer_, output, progress_);
 #ifdef FLDTOOL_HAS_VTK
     if (!options_.plot.empty()) draw_histogram();
 #endif
@@ -157,20 +144,10 @@ class StatsRun {
   }
 
  private:
-  bool select(int step) {
-    try {
-      session_.select_step(step);
-      return true;
-    } catch (const host::Error& error) {
-      problems_.add(read_problem(error, session_).text());
-      return false;
-    }
-  }
-
   // The text about a step, unless it cannot be selected, and what could not be read of it.
   Json report_on(int step) {
     Json report;
-    if (step == steps_.front() ? has_first_step_ : select(step)) {
+    if (step == steps_.front() ? has_first_step_ : select_step(session_, step, problems_)) {
       parts_.tell_missing(session_, progress_);
       const std::vector<VariableStatistics> found = statistics();
       report["text"] = as_bytes(printer_->step(session_, found));
@@ -247,7 +224,6 @@ class StatsRun {
   ChosenParts parts_;
   QuantityValues values_;
   Progress progress_;
-  Output output_{""};
   std::vector<Json> bars_;  // of the histograms that are drawn
   std::unique_ptr<StatsPrinter> printer_;
   std::uint64_t done_ = 0;
@@ -257,12 +233,7 @@ void run_stats(const StatsOptions& options) {
 #ifdef FLDTOOL_HAS_VTK
   check_chart_output(options.plot);
 #endif
-  OpenDataset dataset(options.dataset);
-  try {
-    StatsRun(options, dataset.session()).run();
-  } catch (const host::Error& error) {
-    throw read_error(error, dataset.session());
-  }
+  with_dataset(options.dataset, [&](host::Session& session) { StatsRun(options, session).run(); });
 }
 
 }  // namespace

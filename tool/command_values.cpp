@@ -10,7 +10,6 @@
 
 #include "CLI/CLI.hpp"
 #include "fmt/format.h"
-#include "host/error.h"
 #include "host/text_encoding.h"
 #include "tool/choice.h"
 #include "tool/commands.h"
@@ -22,7 +21,6 @@
 #include "tool/number_range.h"
 #include "tool/output.h"
 #include "tool/progress.h"
-#include "tool/read_error.h"
 #include "tool/value_table.h"
 #include "tool/value_writer.h"
 #include "tool/vector_components.h"
@@ -184,12 +182,7 @@ class ValuesRun {
 
 void run_values(const ValuesOptions& options) {
   const ValueFormat format = format_of(options);
-  OpenDataset dataset(options.dataset);
-  try {
-    ValuesRun(options, format, dataset.session()).run();
-  } catch (const host::Error& error) {
-    throw read_error(error, dataset.session());
-  }
+  with_dataset(options.dataset, [&](host::Session& session) { ValuesRun(options, format, session).run(); });
 }
 
 }  // namespace

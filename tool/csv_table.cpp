@@ -4,11 +4,13 @@
 #include <cerrno>
 #include <fstream>
 #include <limits>
+#include <string_view>
 #include <system_error>
 #include <utility>
 
 #include "fmt/format.h"
 #include "tool/exit_status.h"
+#include "tool/interrupt.h"
 #include "tool/point_text.h"
 
 namespace tool {
@@ -31,6 +33,11 @@ std::vector<std::string> csv_fields(const std::string& line) {
   return fields;
 }
 
+void remove_byte_order_mark(std::string& first_line) {
+  constexpr std::string_view kMark = "\xef\xbb\xbf";
+  if (first_line.starts_with(kMark)) first_line.erase(0, kMark.size());
+}
+
 std::optional<std::size_t> CsvTable::find(const std::string& name) const {
   const auto found = std::find(names.begin(), names.end(), name);
   if (found == names.end()) return std::nullopt;
@@ -43,7 +50,8 @@ CsvTable read_csv_table(const std::string& path) {
   CsvTable table;
   std::size_t number = 0;
   for (std::string line; std::getline(file, line);) {
-    ++number;
+    stop_if_interrupted();
+    if (++number == 1) remove_byte_order_mark(line);
     if (line.empty() || line == "\r") continue;
     std::vector<std::string> fields = csv_fields(line);
     if (table.names.empty()) {

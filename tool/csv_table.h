@@ -11,6 +11,9 @@ namespace tool {
 // The fields of a line. A field in quotation marks may hold commas, and twice the mark for one.
 std::vector<std::string> csv_fields(const std::string& line);
 
+// Takes off what some programs write in front of the first line of a text in UTF-8.
+void remove_byte_order_mark(std::string& first_line);
+
 struct CsvTable {
   std::vector<std::string> names;            // of the columns
   std::vector<std::vector<double>> columns;  // NaN where a field is empty or no number

@@ -7,6 +7,7 @@
 #include "fmt/format.h"
 #include "tool/choice.h"
 #include "tool/exit_status.h"
+#include "tool/file_names.h"
 #include "tool/point_text.h"
 #include "tool/quantity.h"
 #include "tool/vector_components.h"
@@ -23,9 +24,12 @@ bool is_number(const Quantity& quantity) {
 }  // namespace
 
 void add_pressure_options(CLI::App& command, PressureTexts& texts) {
-  command.add_option("--pressure", texts.pressure,
-                     "The scalar to compute forces of, or none (default: p, pres or pressure)");
-  command.add_option("--reference-pressure", texts.reference, "Subtracted from the pressure (default: 0)");
+  command
+      .add_option("--pressure", texts.pressure,
+                  "The scalar to compute forces of, or none (default: p, pres or pressure)")
+      ->check(not_empty());
+  command.add_option("--reference-pressure", texts.reference, "Subtracted from the pressure (default: 0)")
+      ->check(not_empty());
   command.add_option("--about", texts.about, "X,Y,Z: the point that moments are about")
       ->default_str(texts.about);
 }

@@ -10,6 +10,7 @@
 
 #include "CLI/CLI.hpp"
 #include "fmt/format.h"
+#include "tool/csv_table.h"
 #include "tool/exit_status.h"
 #include "tool/file_names.h"
 #include "tool/number_range.h"
@@ -62,7 +63,8 @@ void add_point_options(CLI::App& command, PointOptions& options) {
       ->type_name("POINT");
   CLI::Option* line =
       command.add_option("--line", options.line, "X,Y,Z:X,Y,Z: points along a line, its ends among them")
-          ->type_name("POINTS");
+          ->type_name("POINTS")
+          ->check(not_empty());
   command.add_option("--points", options.line_points, "How many points the line has (default: 101)")
       ->check(whole_number(2, kMostLinePoints))
       ->needs(line);
@@ -105,7 +107,7 @@ std::vector<analysis::Vec3> read_point_table(const std::string& path) {
   bool is_first = true;
   std::size_t number = 0;
   for (std::string line; std::getline(file, line);) {
-    ++number;
+    if (++number == 1) remove_byte_order_mark(line);
     if (line.find_first_not_of(" \t\r") == std::string::npos) continue;
     const std::vector<std::string> fields = fields_of(line);
     const bool may_be_names = std::exchange(is_first, false);

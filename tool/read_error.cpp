@@ -42,6 +42,16 @@ ReadProblem read_problem(const host::PartValues& values, const host::Session& se
   return problem(session, values.file, session.step(), what, values.reason);
 }
 
+bool select_step(host::Session& session, int step, Problems& problems) {
+  try {
+    session.select_step(step);
+    return true;
+  } catch (const host::Error& error) {
+    problems.add(read_problem(error, session).text());
+    return false;
+  }
+}
+
 CommandError read_error(const host::Error& error, const host::Session& session) {
   const ReadProblem found = read_problem(error, session);
   return {ExitStatus::unreadable, found.file, found.reason};

@@ -6,6 +6,7 @@
 #include "host/error.h"
 #include "host/session.h"
 #include "tool/exit_status.h"
+#include "tool/problems.h"
 
 namespace tool {
 
@@ -26,6 +27,9 @@ ReadProblem read_problem(const host::Error& error, const host::Session& session,
 // The same for values of the session's step whose availability is `failed`.
 ReadProblem read_problem(const host::PartValues& values, const host::Session& session,
                          const std::string& what);
+
+// Whether the step could be selected; if not, why is a problem.
+bool select_step(host::Session& session, int step, Problems& problems);
 
 // The error that ends a command (ExitStatus::unreadable).
 CommandError read_error(const host::Error& error, const host::Session& session);

@@ -1,5 +1,6 @@
 #include "tool/series_command.h"
 
+#include <cerrno>
 #include <filesystem>
 #include <memory>
 #include <optional>
@@ -35,11 +36,16 @@ namespace {
 // `forms` are the names that OUT may have.
 std::filesystem::path output_path(const SeriesCommandOptions& options, const char* forms) {
   std::filesystem::path output = options.output;
+  std::error_code ignored;
   // A number after a dot, or a folder that is there, is not a kind of file.
   const std::string extension = extension_of(options.output);
-  if (extension == ".pvd") return output;
+  if (extension == ".pvd") {
+    if (std::filesystem::is_directory(output, ignored))
+      throw CommandError(ExitStatus::failure, options.output,
+                         "cannot write: " + std::generic_category().message(EISDIR));
+    return output;
+  }
   const bool is_number = extension.find_first_not_of(".0123456789") == std::string::npos;
-  std::error_code ignored;
   if (!extension.empty() && !is_number && !std::filesystem::is_directory(output, ignored)) {
     throw CommandError(
         ExitStatus::usage, options.output,
@@ -107,9 +113,7 @@ void write_series(const SeriesCommandOptions& options) {
   std::optional<PointPair> box;
   if (!options.box.empty()) box = points_of_option("--box", options.box);
   vtkObject::GlobalWarningDisplayOff();  // errors are told in one line of our own
-  OpenDataset dataset(options.dataset);
-  host::Session& session = dataset.session();
-  try {
+  with_dataset(options.dataset, [&](host::Session& session) {
     const std::vector<int> steps = choose_steps(session, options.steps);
     session.select_step(steps.front());
     const SeriesOptions choices{choose_parts(session, options.parts),
@@ -148,9 +152,7 @@ void write_series(const SeriesCommandOptions& options) {
     Output output("");
     output.write(collection.string() + "\n");
     output.finish();
-  } catch (const host::Error& error) {
-    throw read_error(error, dataset.session());
-  }
+  });
 }
 
 }  // namespace tool

@@ -218,10 +218,6 @@ class CsvPrinter : public StatsPrinter {
 
 }  // namespace
 
-std::string StatsPrinter::end(const std::vector<std::string>& /*problems*/) const {
-  return {};
-}
-
 std::unique_ptr<StatsPrinter> make_stats_text() {
   return std::make_unique<TextPrinter>();
 }

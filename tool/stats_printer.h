@@ -8,6 +8,7 @@
 #include "host/session.h"
 #include "tool/coordinate_names.h"
 #include "tool/part_statistics.h"
+#include "tool/step_printer.h"
 
 namespace tool {
 
@@ -17,19 +18,7 @@ struct VariableStatistics {
   std::vector<PartStatistics> parts;
 };
 
-// Texts of the output, in the order in which they are written.
-class StatsPrinter {
- public:
-  virtual ~StatsPrinter() = default;
-
-  virtual std::string beginning() const { return {}; }
-  // The session is at the step.
-  virtual std::string step(const host::Session& session, const std::vector<VariableStatistics>& found) = 0;
-  // Between two steps.
-  virtual std::string separator() const { return {}; }
-  // With what could not be read.
-  virtual std::string end(const std::vector<std::string>& problems) const;
-};
+using StatsPrinter = StepPrinter<VariableStatistics>;
 
 std::unique_ptr<StatsPrinter> make_stats_text();
 // The object of the manual in command_stats.cpp; `file` is its "file".

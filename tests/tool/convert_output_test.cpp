@@ -2,18 +2,12 @@
 // it cannot go on, and what is there when it is interrupted.
 #include "gtest/gtest.h"
 #include <algorithm>
-#include <chrono>
 #include <csignal>
 #include <cstdio>
-#include <fcntl.h>
 #include <filesystem>
 #include <fstream>
 #include <set>
-#include <spawn.h>
 #include <string>
-#include <sys/wait.h>
-#include <thread>
-#include <unistd.h>
 #include <vector>
 
 #include "samples/samples.h"
@@ -191,26 +185,11 @@ TEST_P(InterruptedConvert, LeavesTheStepsDone) {
   const testkit::TemporaryDirectory directory;
   const samples::SampleInfo sample = samples::tank::write(directory.path());
   const fs::path collection = directory / "out.pvd";
-  std::string program = FLDTOOL;
-  std::string command = "convert";
-  std::string from = sample.file.string();
-  std::string to = collection.string();
-  char* arguments[] = {program.data(), command.data(), from.data(), to.data(), nullptr};
-  posix_spawn_file_actions_t quiet;
-  posix_spawn_file_actions_init(&quiet);
-  posix_spawn_file_actions_addopen(&quiet, STDERR_FILENO, "/dev/null", O_WRONLY, 0);
-  pid_t child = 0;
-  ASSERT_EQ(posix_spawn(&child, program.c_str(), &quiet, nullptr, arguments, environ), 0);
-  posix_spawn_file_actions_destroy(&quiet);
-  int status = 0;
-  while (!fs::exists(collection) && waitpid(child, &status, WNOHANG) == 0)
-    std::this_thread::sleep_for(std::chrono::milliseconds(1));
-  kill(child, GetParam());
-  ASSERT_EQ(waitpid(child, &status, 0), child);
-  if (GetParam() == SIGKILL) {
-    EXPECT_TRUE(WIFSIGNALED(status));
-  } else {
-    EXPECT_EQ(WEXITSTATUS(status), 130);
+  const Result result = tool_test::run_fldtool_and_interrupt_when(
+      {"convert", sample.file.string(), collection.string()}, [&](pid_t) { return fs::exists(collection); },
+      GetParam());
+  EXPECT_EQ(result.status, GetParam() == SIGKILL ? -1 : 130);
+  if (GetParam() != SIGKILL) {
     for (const fs::directory_entry& entry : fs::directory_iterator(directory / "out"))
       EXPECT_FALSE(entry.path().filename().string().starts_with(".step")) << entry.path();
   }

@@ -1,15 +1,11 @@
 // `fldtool convert FILE OUT.vtkhdf`: the options and messages; tests/vtkhdf/ looks into the files.
 #include "gtest/gtest.h"
-#include <chrono>
 #include <csignal>
 #include <cstdint>
 #include <cstdio>
 #include <filesystem>
 #include <map>
 #include <string>
-#include <sys/wait.h>
-#include <thread>
-#include <unistd.h>
 
 #include "samples/tank.h"
 #include "testkit/temporary_directory.h"
@@ -104,23 +100,9 @@ TEST_P(InterruptedVtkHdf, HasTheStepsDone) {
   const testkit::TemporaryDirectory directory;
   const std::string from = samples::tank::write(directory.path()).file.string();
   const fs::path to = directory / "out.vtkhdf";
-  const std::string command = "exec " FLDTOOL " convert " + from + " " + to.string() + " 2> /dev/null";
-  const pid_t child = fork();
-  if (child == 0) {
-    execl("/bin/sh", "sh", "-c", command.c_str(), nullptr);
-    _exit(127);
-  }
-  ASSERT_GT(child, 0);
-  int status = 0;
-  while (!fs::exists(to) && waitpid(child, &status, WNOHANG) == 0)
-    std::this_thread::sleep_for(std::chrono::milliseconds(1));
-  kill(child, GetParam());
-  ASSERT_EQ(waitpid(child, &status, 0), child);
-  if (GetParam() == SIGKILL) {
-    EXPECT_TRUE(WIFSIGNALED(status));
-  } else {
-    EXPECT_EQ(WEXITSTATUS(status), 130);
-  }
+  const Result result = tool_test::run_fldtool_and_interrupt_when(
+      {"convert", from, to.string()}, [&](pid_t) { return fs::exists(to); }, GetParam());
+  EXPECT_EQ(result.status, GetParam() == SIGKILL ? -1 : 130);
   const vtkhdf_test::Collection file(to);
   for (const auto& [block, nodes] :
        std::map<std::string, std::size_t>{{"blade_1", 60}, {"tank_zone", 14287}}) {

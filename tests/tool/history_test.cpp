@@ -47,35 +47,36 @@ class History : public testing::Test {
     return run_fldtool(options);
   }
 
-  void expect_error(const std::vector<std::string>& options, const std::string& message) const {
+  void expect_rows(const std::vector<std::string>& options, const std::string& rows) const {
     const Result result = run(options);
-    EXPECT_EQ(result.status, 2);
-    EXPECT_EQ(result.errors, "fldtool: " + message + "\n");
-    EXPECT_EQ(result.output, "");
+    EXPECT_EQ(result.status, 0) << result.errors;
+    EXPECT_EQ(result.output, rows);
+  }
+
+  void expect_error(std::vector<std::string> options, const std::string& message) const {
+    options.insert(options.begin(), {"history", path()});
+    tool_test::expect_error(options, 2, message);
   }
 
   testkit::TemporaryDirectory directory;
 };
 
 TEST_F(History, OfPoints) {
-  const Result result = run({"--at", "0.5,0.5,0.5", "--at", "7,0,0", "--variables", "p,v.x"});
-  EXPECT_EQ(result.status, 0) << result.errors;
-  EXPECT_EQ(result.output,
-            "step,time,p at (0.5 0.5 0.5),v_x at (0.5 0.5 0.5),p at (7 0 0),v_x at (7 0 0)\n"
-            "0,0,2.5,0,,\n"
-            "1,0.5,5,6,,\n"
-            "2,1,7.5,,,\n");
+  expect_rows({"--at", "0.5,0.5,0.5", "--at", "7,0,0", "--variables", "p,v.x"},
+              "step,time,p at (0.5 0.5 0.5),v_x at (0.5 0.5 0.5),p at (7 0 0),v_x at (7 0 0)\n"
+              "0,0,2.5,0,,\n"
+              "1,0.5,5,6,,\n"
+              "2,1,7.5,,,\n");
 }
 
 TEST_F(History, OfStatistics) {
-  const Result result = run({"--stats", "minimum, maximum", "--parts", "upper,@between", "--variables", "p"});
-  EXPECT_EQ(result.status, 0) << result.errors;
-  EXPECT_EQ(result.output,
-            "step,time,minimum of p on @between,maximum of p on @between,minimum of p on upper,maximum of p "
-            "on upper\n"
-            "0,0,2,3,3,4\n"
-            "1,0.5,4,6,6,8\n"
-            "2,1,6,9,9,12\n");
+  expect_rows(
+      {"--stats", "minimum, maximum", "--parts", "upper,@between", "--variables", "p"},
+      "step,time,minimum of p on @between,maximum of p on @between,minimum of p on upper,maximum of p "
+      "on upper\n"
+      "0,0,2,3,3,4\n"
+      "1,0.5,4,6,6,8\n"
+      "2,1,6,9,9,12\n");
 }
 
 TEST_F(History, OfIntegrals) {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "nlohmann/json.hpp"
@@ -27,12 +28,7 @@ using tool_test::Result;
 using tool_test::run_fldtool;
 
 json integrals(const std::string& path, std::vector<std::string> options = {}) {
-  options.insert(options.begin(), {"integrate", "--json", path});
-  const Result result = run_fldtool(options);
-  EXPECT_EQ(result.status, 0) << result.errors;
-  json found = json::parse(result.output);
-  EXPECT_EQ(tool_test::schema_complaints("integrate.schema.json", found), "");
-  return found;
+  return tool_test::checked_json("integrate", path, std::move(options));
 }
 
 // The cube, prism, pyramid and tetrahedron with p = 2 + z, v the position, and no undefined value.
@@ -218,10 +214,7 @@ TEST(Integrate, WrongArgumentsAreExplained) {
   const auto expect_error = [&](const std::vector<std::string>& options, const std::string& message) {
     std::vector<std::string> arguments = {"integrate", file.path()};
     arguments.insert(arguments.end(), options.begin(), options.end());
-    const Result result = run_fldtool(arguments);
-    EXPECT_EQ(result.status, 2);
-    EXPECT_EQ(result.errors, "fldtool: " + message + "\n");
-    EXPECT_EQ(result.output, "");
+    tool_test::expect_error(arguments, 2, message);
   };
   expect_error({"--about", "1,2"}, "--about: '1,2' is not a point: write X,Y,Z");
   expect_error({"--about", "1,2,nan"}, "--about: '1,2,nan' is not a point: write X,Y,Z");

@@ -1,7 +1,9 @@
 #include "tests/tool/json_schema.h"
 
 #include <fstream>
+#include <gtest/gtest.h>
 
+#include "tests/tool/run_fldtool.h"
 #include "valijson/adapters/nlohmann_json_adapter.hpp"
 #include "valijson/schema.hpp"
 #include "valijson/schema_parser.hpp"
@@ -24,6 +26,16 @@ std::string schema_complaints(const std::string& schema, const nlohmann::json& d
     complaints += ": " + error.description + "\n";
   }
   return complaints;
+}
+
+nlohmann::json checked_json(const std::string& command, const std::string& file,
+                            std::vector<std::string> options) {
+  options.insert(options.begin(), {command, "--json", file});
+  const Result result = run_fldtool(options);
+  EXPECT_EQ(result.status, 0) << result.errors;
+  nlohmann::json document = nlohmann::json::parse(result.output);
+  EXPECT_EQ(schema_complaints(command + ".schema.json", document), "");
+  return document;
 }
 
 }  // namespace tool_test

@@ -1,8 +1,11 @@
 // fldtool plot, and --plot of other commands: charts as PNG and SVG.
 #include "gtest/gtest.h"
+#include <csignal>
+#include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <string>
+#include <system_error>
 #include <vector>
 
 #include "samples/channel.h"
@@ -14,6 +17,7 @@
 
 namespace {
 
+using tool_test::expect_error;
 using tool_test::one_of_each_file;
 using tool_test::OneFile;
 using tool_test::Result;
@@ -38,12 +42,6 @@ class RenderPlot : public testing::Test {
     if (result.status == 4 && result.errors.find("cannot render") != std::string::npos) return false;
     EXPECT_EQ(result.status, 0) << result.errors;
     return true;
-  }
-
-  void expect_error(const std::vector<std::string>& words, int status, const std::string& message) const {
-    const Result result = run_fldtool(words);
-    EXPECT_EQ(result.status, status);
-    EXPECT_EQ(result.errors, "fldtool: " + message + "\n");
   }
 
   testkit::TemporaryDirectory directory;
@@ -121,6 +119,77 @@ TEST_F(RenderPlot, WrongArgumentsAreExplained) {
   expect_error({"plot", words, "-o", out}, 4, words + ": there is no column with numbers to draw");
   const std::string none = write("none2.csv", "time,a\n0,\n1,\n");
   expect_error({"plot", none, "-o", out, "--y", "a"}, 4, out + ": there is no number to draw");
+}
+
+// With a byte order mark, quotation marks, ends of lines of another system and empty lines.
+TEST_F(RenderPlot, TablesOfOtherProgramsAreRead) {
+  const std::string plain = write("plain.csv", "time,a\n0,1\n1,3\n");
+  if (!draws({"plot", plain, "-o", svg})) GTEST_SKIP() << "this machine cannot render";
+  const std::string expected = read(svg);
+  const std::string other = write("other.csv", "\xef\xbb\xbf\"time\",\"a\"\r\n0,1\r\n\r\n\"1\",3\r\n\r\n");
+  ASSERT_TRUE(draws({"plot", other, "-o", svg, "--x", "time", "--y", "a"}));
+  EXPECT_EQ(read(svg), expected);
+  const std::string quoted = write("quoted.csv", "time,\"a \"\"x\"\", b\"\n0,1\n");
+  EXPECT_TRUE(draws({"plot", quoted, "-o", out, "--y", "a \"x\", b"}));
+}
+
+TEST_F(RenderPlot, TablesThatCannotBeDrawnAreExplained) {
+  const auto expect = [&](const std::string& text, const std::string& reason) {
+    const std::string table = write("odd.csv", text);
+    expect_error({"plot", table, "-o", out}, 4,
+                 reason.starts_with("numbers") ? out + ": " + reason : table + ": " + reason);
+    EXPECT_FALSE(std::filesystem::exists(out)) << text;
+  };
+  expect("\xef\xbb\xbf\r\n\n", "there is no line in it");
+  expect("time,a\n", "there is no column with numbers to draw");
+  expect("time,a\n0,nan\n1,inf\n2,1e400\n", "there is no column with numbers to draw");
+  expect("time,a\n0,1,5\n", "line 2 has 3 fields, and the first line has 2");
+  expect("time,a\n\n1\n", "line 3 has 1 fields, and the first line has 2");
+  expect("time,a\n0,1e308\n1,-1e308\n", "numbers beyond 1e300 cannot be drawn");
+  expect("time,a\n-1e301,1\n1,2\n", "numbers beyond 1e300 cannot be drawn");
+}
+
+TEST_F(RenderPlot, ExtremeNumbersAreDrawn) {
+  for (const char* rows : {"0,1e300\n1,-1e300\n", "0,1e-320\n1,2e-320\n", "0,5\n0,5\n", "0,0\n"}) {
+    if (!draws({"plot", write("extreme.csv", std::string("time,a\n") + rows), "-o", out}))
+      GTEST_SKIP() << "this machine cannot render";
+    EXPECT_GT(read(out).size(), 1000U) << rows;
+  }
+}
+
+TEST_F(RenderPlot, OutputsThatCannotBeWrittenAreExplained) {
+  const std::string table = write("h.csv", "time,p\n0,1\n1,2\n");
+  if (!draws({"plot", table, "-o", out})) GTEST_SKIP() << "this machine cannot render";
+  std::filesystem::create_directory(directory / "folder.png");
+  const std::string folder = (directory / "folder.png").string();
+  const std::string nowhere = (directory / "none" / "a.png").string();
+  expect_error({"plot", table, "-o", folder}, 4, folder + ": cannot write: Is a directory");
+  expect_error({"plot", table, "-o", nowhere}, 4, nowhere + ": cannot write: No such file or directory");
+  expect_error({"plot", table, "-o", "/dev/full"}, 4, "/dev/full: cannot write: No space left on device");
+  expect_error({"plot", table, "-o", ""}, 2, "--output: the file name is empty (see fldtool plot --help)");
+  expect_error({"plot", "", "-o", out}, 2, "FILE: the file name is empty (see fldtool plot --help)");
+  expect_error({"plot", table, "-o", out, "--x", ""}, 2, "--x: the value is empty (see fldtool plot --help)");
+  expect_error({"plot", table, "-o", out, "--y", "\"ü,\""}, 2, table + ": there is no column '\"ü,\"'");
+}
+
+// While it reads, which takes a table of this length some time.
+TEST_F(RenderPlot, StopsWhenItIsInterrupted) {
+  std::string rows = "time,a\n";
+  for (int i = 0; i < 400'000; ++i) rows += std::to_string(i) + ",1\n";
+  const std::string table = write("long.csv", rows);
+  const auto reads_it = [&](pid_t process) {
+    std::error_code ignored;
+    const auto files = std::filesystem::path("/proc") / std::to_string(process) / "fd";
+    for (const auto& entry : std::filesystem::directory_iterator(files, ignored)) {
+      if (std::filesystem::read_symlink(entry.path(), ignored) == table) return true;
+    }
+    return false;
+  };
+  const Result result =
+      tool_test::run_fldtool_and_interrupt_when({"plot", table, "-o", out}, reads_it, SIGINT);
+  EXPECT_EQ(result.status, 130);
+  EXPECT_EQ(result.errors, "fldtool: interrupted\n");
+  EXPECT_FALSE(std::filesystem::exists(out));
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <fstream>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "nlohmann/json.hpp"
@@ -29,12 +30,7 @@ using tool_test::Result;
 using tool_test::run_fldtool;
 
 json probe(const std::string& path, std::vector<std::string> options) {
-  options.insert(options.begin(), {"probe", "--json", path});
-  const Result result = run_fldtool(options);
-  EXPECT_EQ(result.status, 0) << result.errors;
-  json found = json::parse(result.output);
-  EXPECT_EQ(tool_test::schema_complaints("probe.schema.json", found), "");
-  return found;
+  return tool_test::checked_json("probe", path, std::move(options));
 }
 
 // In one_of_each_file() p is the number of the node, undefined at node 0, and v the position.
@@ -79,7 +75,12 @@ TEST(Probe, ThePointsOfATable) {
   EXPECT_EQ(table("0.5,0.5,0.25\n1.5,0.5,0.9\n").output, header + rows);
   EXPECT_EQ(table("name; Z; X;Y\r\na;0.25;0.5;0.5\r\n\r\nb; 0.9; 1.5;0.5\r\n").output, header + rows);
   EXPECT_EQ(table("0.5 0.5  0.25 7\n 1.5 .5 9e-1").output, header + rows);
+  EXPECT_EQ(table("\xef\xbb\xbfx,y,z\r\n0.5,0.5,0.25\r\n1.5,0.5,0.9\r\n").output, header + rows);
+  EXPECT_EQ(table("\xef\xbb\xbf\n\n0.5,0.5,0.25\n \t\r\n\"1.5\",\"0.5\",\"0.9\"").output, header + rows);
   const std::string path = (file.directory() / "points.csv").string();
+  EXPECT_EQ(table("x,y,z\r\n\r\n").errors, "fldtool: " + path + ": there is no point in it\n");
+  EXPECT_EQ(table("x;y;z\n1;2\n").errors, "fldtool: " + path + ": line 2: '' is not a number\n");
+  EXPECT_EQ(table("1,1e400,2\n").errors, "fldtool: " + path + ": line 1: '1e400' is not a number\n");
   EXPECT_EQ(table("").errors, "fldtool: " + path + ": there is no point in it\n");
   EXPECT_EQ(table("x,y\n1,2\n").errors,
             "fldtool: " + path + ": its first line names no columns x, y and z\n");
@@ -182,10 +183,7 @@ TEST(Probe, WrongArgumentsAreExplained) {
   const OneFile file(one_of_each_file());
   const auto expect_error = [&](std::vector<std::string> options, const std::string& message) {
     options.insert(options.begin(), {"probe", file.path()});
-    const Result result = run_fldtool(options);
-    EXPECT_EQ(result.status, 2);
-    EXPECT_EQ(result.errors, "fldtool: " + message + "\n");
-    EXPECT_EQ(result.output, "");
+    tool_test::expect_error(options, 2, message);
   };
   expect_error({}, "there is no point: give --at, --line or --at-file");
   expect_error({"--at", "1,2"}, "--at: '1,2' is not a point: write X,Y,Z");

@@ -100,13 +100,19 @@ TEST_F(RenderColours, ShadingTakesAtMostAFifthOfTheBrightness) {
   }
 }
 
+// s_0.fld and so on: the plates, which only the first file has the scalar p of. Returns the path of that one.
+std::string write_series_that_loses_p(const std::filesystem::path& folder, int steps) {
+  for (int step = 0; step < steps; ++step) {
+    testkit::File file = three_plates();
+    file.header.set_cycle(step, step);
+    if (step > 0) file.region_sets.front().remove("LS_Scalar:p");
+    testkit::write_file(file, folder / ("s_" + std::to_string(step) + ".fld"));
+  }
+  return (folder / "s_0.fld").string();
+}
+
 TEST_F(RenderColours, AVariableThatTheStepLacksIsAnError) {
-  testkit::write_file(three_plates(), dataset.directory() / "s_0.fld");
-  testkit::File without = three_plates();
-  without.header.set_cycle(1, 1);
-  without.region_sets.front().remove("LS_Scalar:p");
-  testkit::write_file(without, dataset.directory() / "s_1.fld");
-  const std::string file = (dataset.directory() / "s_0.fld").string();
+  const std::string file = write_series_that_loses_p(dataset.directory().path(), 2);
   expect_error_of_file(file, {"--step", "1", "--variable", "p"}, 2,
                        file + ": variable p is not there for the parts at step 1");
   // The default is a variable that the step has.
@@ -115,26 +121,14 @@ TEST_F(RenderColours, AVariableThatTheStepLacksIsAnError) {
 }
 
 TEST_F(RenderColours, AVariableThatNoStepHasIsAnError) {
-  testkit::write_file(three_plates(), dataset.directory() / "s_0.fld");
-  for (const int step : {1, 2}) {
-    testkit::File without = three_plates();
-    without.header.set_cycle(step, step);
-    without.region_sets.front().remove("LS_Scalar:p");
-    testkit::write_file(without, dataset.directory() / ("s_" + std::to_string(step) + ".fld"));
-  }
-  const std::string file = (dataset.directory() / "s_0.fld").string();
+  const std::string file = write_series_that_loses_p(dataset.directory().path(), 3);
   expect_error_of_file(file, {"--step", "1-2", "--variable", "p"}, 2,
                        file + ": variable p is not there for the parts at any of the steps");
   EXPECT_FALSE(std::filesystem::exists(dataset.directory() / "picture_1.png"));
 }
 
 TEST_F(RenderColours, APictureOfASeriesSaysThatItsStepLacksTheVariable) {
-  testkit::write_file(three_plates(), dataset.directory() / "s_0.fld");
-  testkit::File without = three_plates();
-  without.header.set_cycle(1, 1);
-  without.region_sets.front().remove("LS_Scalar:p");
-  testkit::write_file(without, dataset.directory() / "s_1.fld");
-  const std::string file = (dataset.directory() / "s_0.fld").string();
+  const std::string file = write_series_that_loses_p(dataset.directory().path(), 2);
   for (const Words& range : {Words{}, Words{"--range", "0,10"}}) {
     Words arguments = {"render",  file,     "-o", output().string(), "--steps", "all", "--size",
                        "600x400", "--view", "+z", "--variable",      "p"};

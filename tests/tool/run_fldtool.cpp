@@ -2,14 +2,17 @@
 
 #include <array>
 #include <cerrno>
+#include <chrono>
 #include <csignal>
 #include <cstdlib>
 #include <fcntl.h>
+#include <gtest/gtest.h>
 #include <poll.h>
 #include <spawn.h>
 #include <sys/mman.h>
 #include <sys/wait.h>
 #include <system_error>
+#include <thread>
 #include <unistd.h>
 #include <utility>
 
@@ -111,6 +114,13 @@ class Running {
 
   void send(int signal_number) const { kill(child_, signal_number); }
 
+  pid_t process() const { return child_; }
+  bool has_ended() const {
+    siginfo_t info{};
+    return waitid(P_PID, static_cast<id_t>(child_), &info, WEXITED | WNOHANG | WNOWAIT) == 0 &&
+           info.si_pid != 0;
+  }
+
   // The exit status; -1 when a signal ended the program.
   int wait() const {
     int status = 0;
@@ -161,6 +171,25 @@ Result run_fldtool_on_terminal_and_interrupt(const std::vector<std::string>& arg
   program.send(signal_number);
   const int status = program.wait();
   return {status, output.text(), drawn + terminal.take()};
+}
+
+Result run_fldtool_and_interrupt_when(const std::vector<std::string>& arguments,
+                                      const std::function<bool(pid_t)>& is_time, int signal_number) {
+  const MemoryFile output;
+  const MemoryFile errors;
+  const Running program(arguments, output.descriptor(), errors.descriptor());
+  while (!is_time(program.process()) && !program.has_ended())
+    std::this_thread::sleep_for(std::chrono::milliseconds(1));
+  program.send(signal_number);
+  const int status = program.wait();
+  return {status, output.text(), errors.text()};
+}
+
+void expect_error(const std::vector<std::string>& arguments, int status, const std::string& line) {
+  const Result result = run_fldtool(arguments);
+  EXPECT_EQ(result.status, status) << line;
+  EXPECT_EQ(result.errors, "fldtool: " + line + "\n");
+  EXPECT_EQ(result.output, "") << line;
 }
 
 }  // namespace tool_test

@@ -1,7 +1,9 @@
 // Runs fldtool and catches what it says.
 #pragma once
 
+#include <functional>
 #include <string>
+#include <sys/types.h>
 #include <vector>
 
 namespace tool_test {
@@ -28,5 +30,12 @@ Result run_fldtool_and_interrupt(const std::vector<std::string>& arguments, int 
 
 // Sends the signal as soon as something is drawn on the terminal that the standard error stream is.
 Result run_fldtool_on_terminal_and_interrupt(const std::vector<std::string>& arguments, int signal_number);
+
+// Sends the signal as soon as `is_time`, which is asked every millisecond while the program runs.
+Result run_fldtool_and_interrupt_when(const std::vector<std::string>& arguments,
+                                      const std::function<bool(pid_t)>& is_time, int signal_number);
+
+// Expects this exit status, "fldtool: `line`" on the standard error stream, and no output.
+void expect_error(const std::vector<std::string>& arguments, int status, const std::string& line);
 
 }  // namespace tool_test

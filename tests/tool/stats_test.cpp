@@ -215,10 +215,7 @@ TEST(Stats, WrongChoices) {
   const auto expect = [&](const std::vector<std::string>& options, const std::string& line) {
     std::vector<std::string> arguments = {"stats", file.path()};
     arguments.insert(arguments.end(), options.begin(), options.end());
-    const Result result = run_fldtool(arguments);
-    EXPECT_EQ(result.status, 2);
-    EXPECT_EQ(result.errors, "fldtool: " + line + "\n");
-    EXPECT_EQ(result.output, "");
+    tool_test::expect_error(arguments, 2, line);
   };
   expect({"-p", "nowhere"}, file.path() + ": there is no part 'nowhere': the parts are 1 to 5");
   expect({"--variables", "q"}, file.path() + ": there is no variable 'q': the variables are 1 to 3");
