@@ -105,7 +105,8 @@ TEST_F(Mean, OnPartsThatTurn) {
 TEST_F(Mean, DeformedPartsAreRefusedAndTheOthersNamed) {
   const std::string file = samples::tank::write(directory.path()).file.string();
   const std::string collection = (directory / "mean.pvd").string();
-  const Result result = run_fldtool({"mean", file, collection, "--variable", "1", "--steps", "0-1"});
+  const Result result =
+      run_fldtool({"mean", file, collection, "--variable", "1", "--steps", "0-1", "--parts", "all"});
   EXPECT_EQ(result.status, 4);
   EXPECT_EQ(
       result.errors,
