@@ -117,7 +117,7 @@ TEST_F(ChangingParts, InfoComparesAPartWithItself) {
   const json& after = found["all_steps"][1]["bounds"];
   ASSERT_EQ(after.size(), 5U);
   EXPECT_EQ(after[2], nullptr);
-  for (const std::size_t part : {0, 1, 3, 4}) EXPECT_EQ(after[part], before[part]) << part;
+  for (const std::size_t part : {0U, 1U, 3U, 4U}) EXPECT_EQ(after[part], before[part]) << part;
   EXPECT_EQ(after[4], json({{0.0, 0.0, 0.0}, {2.0, 1.0, 2.0}}));
 }
 
