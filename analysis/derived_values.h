@@ -23,8 +23,8 @@ class DerivedValues {
       : session_(session), is_cylindrical_(std::move(is_cylindrical)) {}
 
   // A tuple per node of the part at the session's step; NaN where it is undefined, which it is at nodes that
-  // belong to no solid element. Null when the step lacks the variable. Throws host::Error when something
-  // cannot be read.
+  // belong to no solid element. Null when the step lacks the variable. The array may be given again: leave
+  // its values as they are. Throws host::Error when something cannot be read.
   vtkSmartPointer<vtkFloatArray> on_part(const DerivedVariable& variable, int part);
 
  private:

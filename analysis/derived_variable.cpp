@@ -1,10 +1,14 @@
 #include "analysis/derived_variable.h"
 
+#include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstddef>
 #include <limits>
 #include <stdexcept>
 #include <vector>
+#include <vtkCell.h>
+#include <vtkCellType.h>
 #include <vtkDataArrayRange.h>
 #include <vtkDataObject.h>
 #include <vtkGradientFilter.h>
@@ -23,17 +27,30 @@ vtkSmartPointer<vtkFloatArray> as_floats(vtkDataArray* values) {
   return floats;
 }
 
-// The filter gives zero at points that no cell has.
-void leave_out_unused_points(vtkUnstructuredGrid* grid, vtkFloatArray* values) {
-  std::vector<bool> is_used(static_cast<std::size_t>(grid->GetNumberOfPoints()));
+// Whether a point is a corner of a cell of the highest dimension in the grid.
+std::vector<bool> contributing_points(vtkUnstructuredGrid* grid) {
+  std::array<int, VTK_NUMBER_OF_CELL_TYPES> dimensions{};  // of the cell types that the grid has
   for (vtkIdType cell = 0; cell < grid->GetNumberOfCells(); ++cell) {
+    int& dimension = dimensions[static_cast<std::size_t>(grid->GetCellType(cell))];
+    if (dimension == 0) dimension = grid->GetCell(cell)->GetCellDimension();
+  }
+  const int highest = *std::max_element(dimensions.begin(), dimensions.end());
+  std::vector<bool> contributing(static_cast<std::size_t>(grid->GetNumberOfPoints()));
+  for (vtkIdType cell = 0; cell < grid->GetNumberOfCells(); ++cell) {
+    if (dimensions[static_cast<std::size_t>(grid->GetCellType(cell))] < highest) continue;
     vtkIdType count = 0;
     const vtkIdType* corners = nullptr;
     grid->GetCellPoints(cell, count, corners);
-    for (vtkIdType i = 0; i < count; ++i) is_used[static_cast<std::size_t>(corners[i])] = true;
+    for (vtkIdType i = 0; i < count; ++i) contributing[static_cast<std::size_t>(corners[i])] = true;
   }
+  return contributing;
+}
+
+// The filter gives zero at points that have no cell to derive in.
+void leave_out_other_points(vtkUnstructuredGrid* grid, vtkFloatArray* values) {
+  const std::vector<bool> contributing = contributing_points(grid);
   for (vtkIdType point = 0; point < grid->GetNumberOfPoints(); ++point) {
-    if (is_used[static_cast<std::size_t>(point)]) continue;
+    if (contributing[static_cast<std::size_t>(point)]) continue;
     for (int c = 0; c < values->GetNumberOfComponents(); ++c)
       values->SetTypedComponent(point, c, std::numeric_limits<float>::quiet_NaN());
   }
@@ -62,7 +79,7 @@ vtkSmartPointer<vtkFloatArray> derivatives(vtkUnstructuredGrid* grid, vtkDataArr
   vtkDataArray* result = filter->GetOutput()->GetPointData()->GetArray(kResult);
   if (result == nullptr) throw std::runtime_error("the gradient filter gave no values");
   vtkSmartPointer<vtkFloatArray> found = as_floats(result);
-  leave_out_unused_points(grid, found);
+  leave_out_other_points(grid, found);
   return found;
 }
 

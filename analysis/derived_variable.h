@@ -10,12 +10,12 @@
 
 namespace analysis {
 
-// The derived values, one tuple per point of the grid, NaN where they are undefined: where a value is, or
-// where a value of an element around the node is, or where a derivative has no element around it. `values`
-// has a tuple per point of the grid with as many components as takes_vector says; anything else is an
-// std::invalid_argument. Derivatives are those of the elements' shape functions at the node, averaged over
-// the solid elements around it, so they are exact where the variable is linear. The coordinates have to be
-// Cartesian. The result has `name`.
+// The derived values, one tuple per point of the grid. `values` has a tuple per point of the grid with as
+// many components as takes_vector says; anything else is an std::invalid_argument. Derivatives are those of
+// the elements' shape functions at the node, averaged over the solid elements around it (in a grid without
+// solids, over the faces), so they are exact where the variable is linear. The coordinates have to be
+// Cartesian. The result has `name`. It is NaN where a value is undefined; a derivative also where a value of
+// an element around the node is undefined, and where there is no such element.
 vtkSmartPointer<vtkFloatArray> derive(vtkUnstructuredGrid* grid, vtkDataArray* values, Derivation derivation,
                                       const std::string& name);
 

@@ -9,6 +9,7 @@
 #include <stdexcept>
 #include <string>
 #include <vector>
+#include <vtkCellType.h>
 
 #include "testkit/small_meshes.h"
 #include "tests/host/open_file.h"
@@ -122,6 +123,17 @@ TEST_F(Derived, AreUndefinedAtANodeWithoutElements) {
   EXPECT_TRUE(std::isnan(q->GetComponent(alone, 0)));
   const auto length = analysis::derive(grid_, vector, Derivation::magnitude, "m");
   EXPECT_FLOAT_EQ(length->GetValue(alone), 15.588457F);  // of (9, 9, 9)
+}
+
+TEST_F(Derived, AreUndefinedAtANodeThatOnlyFacesHave) {
+  const vtkIdType alone = grid_->GetPoints()->InsertNextPoint(9, 9, 9);
+  const std::array<vtkIdType, 3> triangle = {0, 1, alone};
+  grid_->InsertNextCell(VTK_TRIANGLE, 3, triangle.data());
+  const auto scalar = at_points([](double x, double, double) { return std::array<double, 1>{x}; });
+  const auto gradient = analysis::derive(grid_, scalar, Derivation::gradient, "g");
+  EXPECT_NEAR(gradient->GetComponent(0, 0), 1, 1e-6);
+  EXPECT_NEAR(gradient->GetComponent(1, 0), 1, 1e-6);
+  for (int c = 0; c < 3; ++c) EXPECT_TRUE(std::isnan(gradient->GetComponent(alone, c)));
 }
 
 }  // namespace
