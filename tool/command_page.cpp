@@ -121,7 +121,7 @@ class PageMaker {
     for (Quantity& quantity : choice_.variables) quantity.component.reset();
     // Those of the file come first.
     const auto rank = [](const Quantity& of) {
-      return std::tuple(of.derived.has_value(), of.variable.number, std::string_view(of.variable.name));
+      return std::tuple(of.derived.has_value(), of.source_number(), std::string_view(of.variable.name));
     };
     std::sort(choice_.variables.begin(), choice_.variables.end(),
               [&](const Quantity& a, const Quantity& b) { return rank(a) < rank(b); });

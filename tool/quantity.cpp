@@ -59,8 +59,10 @@ Quantity quantity_of(const analysis::DerivedVariable& derived, std::optional<int
   return {variable, component, derived};
 }
 
-// The derived variable that an item means, if it has the form of one; a component of it may follow.
+// The derived variable that an item means, if it has the form of one and no variable has that name; a
+// component of it may follow.
 std::optional<Quantity> find_derived(host::Session& session, const std::string& item) {
+  if (is_variable(session, item)) return std::nullopt;
   std::string text = item;
   std::optional<analysis::DerivedName> name = analysis::parse_derived_name(text);
   std::optional<int> component;
@@ -85,9 +87,7 @@ std::vector<Quantity> choose_quantities(host::Session& session, const std::vecto
   };
   if (lists.empty()) add({});
   for (const std::string& item : split_variables(session, lists)) {
-    std::optional<Quantity> derived;
-    if (!is_variable(session, item)) derived = find_derived(session, item);
-    if (derived) {
+    if (std::optional<Quantity> derived = find_derived(session, item)) {
       quantities.push_back(std::move(*derived));
     } else {
       add({item});
@@ -97,9 +97,7 @@ std::vector<Quantity> choose_quantities(host::Session& session, const std::vecto
 }
 
 Quantity choose_quantity(host::Session& session, const std::string& text) {
-  if (!is_variable(session, text)) {
-    if (std::optional<Quantity> derived = find_derived(session, text)) return *std::move(derived);
-  }
+  if (std::optional<Quantity> derived = find_derived(session, text)) return *std::move(derived);
   const ChosenComponent chosen = choose_component(session, text);
   return {session.variable(chosen.variable), chosen.component, std::nullopt};
 }
@@ -108,8 +106,7 @@ WholeQuantities choose_whole_quantities(host::Session& session, const std::vecto
   WholeQuantities chosen;
   std::vector<std::string> others;
   for (const std::string& item : split_variables(session, lists)) {
-    std::optional<Quantity> derived;
-    if (!is_variable(session, item)) derived = find_derived(session, item);
+    const std::optional<Quantity> derived = find_derived(session, item);
     if (!derived) {
       others.push_back(item);
     } else if (derived->component) {

@@ -35,9 +35,10 @@ struct Quantity {
   bool is_per_element() const { return variable.location == host::Location::element; }
 };
 
-// Whether they are the same but for their components.
+// Whether they are the same but for their components. The names of derived variables are printable, so those
+// of two variables can be the same.
 inline bool is_same_variable(const Quantity& a, const Quantity& b) {
-  return a.variable.number == b.variable.number && a.variable.name == b.variable.name;
+  return a.source_number() == b.source_number() && a.variable.name == b.variable.name;
 }
 
 // In the order of the lists; all variables of the dataset when there are none. Throws CommandError (wrong

@@ -10,6 +10,7 @@
 #include "nlohmann/json.hpp"
 #include "samples/samples.h"
 #include "testkit/file_writer.h"
+#include "testkit/quantity.h"
 #include "testkit/small_meshes.h"
 #include "testkit/temporary_directory.h"
 #include "tests/tool/run_fldtool.h"
@@ -131,6 +132,21 @@ TEST_F(PageCommand, HasDerivedVariables) {
   EXPECT_FLOAT_EQ(told["start"]["range"][0].get<float>(), range["minimum"].get<float>());
   EXPECT_FLOAT_EQ(told["start"]["range"][1].get<float>(), range["maximum"].get<float>());
   expect_refused({"--variables", "vorticity(Pressure)"}, 2, "vorticity needs a vector");
+}
+
+// Names in files may differ by a control character alone.
+TEST_F(PageCommand, HasDerivedVariablesOfVariablesThatLookTheSame) {
+  testkit::File file = testkit::file_of(testkit::one_of_each());
+  for (const char* name : {"a\tb", "a\nb"}) {
+    file.region_sets.front().add(
+        testkit::scalar_section({.name = name, .values = std::vector<double>(11, 1.5)}));
+  }
+  const tool_test::OneFile odd(file);
+  const json told = scene(odd.path(), {"--parts", "volumes", "--variables", "grad(2),grad(1)"});
+  ASSERT_EQ(told["variables"].size(), 2U);
+  EXPECT_EQ(told["variables"][0]["name"], "grad(a b)");
+  EXPECT_EQ(told["variables"][1]["name"], "grad(a b)");
+  EXPECT_EQ(told["start"]["variable"], 1);
 }
 
 TEST_F(PageCommand, CutsVolumes) {
