@@ -215,18 +215,20 @@ class Dataset:
         return made
 
     def bounds(self, step: int | Step = 0) -> np.ndarray | None:
-        """The box around a step's surfaces and volumes, or around its whole mesh when it has none of these.
+        """The box around a step's surfaces and volumes, or around its whole mesh when these have no nodes.
 
-        (2, 3) float32, lowest and highest corner; None when there are no nodes.
+        (2, 3) float32, lowest and highest corner; None when there are no nodes at all.
         """
         index = self._step_index(step)
-        infos = self._chosen_infos(index, None) or self._infos_at(index)
-        boxes = [self._core.bounds(index, info.number) for info in infos]
-        boxes = [box for box in boxes if box is not None]
-        if not boxes:
-            return None
-        lowest, highest = zip(*boxes)
-        return np.array([np.min(lowest, axis=0), np.max(highest, axis=0)])
+        regions = [info for info in self._infos_at(index) if info.kind != "whole"]
+        whole = [info for info in self._infos_at(index) if info.kind == "whole"]
+        for infos in (regions, whole):
+            boxes = [self._core.bounds(index, info.number) for info in infos]
+            boxes = [box for box in boxes if box is not None]
+            if boxes:
+                lowest, highest = zip(*boxes)
+                return np.array([np.min(lowest, axis=0), np.max(highest, axis=0)])
+        return None
 
     # Other programs' meshes.
 

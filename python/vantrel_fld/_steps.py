@@ -46,7 +46,7 @@ class Step:
         return self._dataset.to_pyvista(self, **choices)
 
     def bounds(self) -> np.ndarray | None:
-        """The box around all parts of the step; see `Dataset.bounds`."""
+        """The box around the step's parts; see `Dataset.bounds`."""
         return self._dataset.bounds(self)
 
     def __index__(self) -> int:

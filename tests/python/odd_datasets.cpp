@@ -6,7 +6,8 @@
 //                     "no elements" are empty; scalar "p" is 1, 2, 3, 4, vector "v" is (p, 2p, 3p)
 //   one_node.fld      a node at (1, 2, 3) with p = 7, which is all corners of the only element, a tetrahedron
 //                     in volume "cell", and of the only face of surface "point"
-//   no_regions.fld    that tetrahedron without surfaces and volumes
+//   no_regions.fld    the tetrahedron of empty_parts.fld without surfaces and volumes
+//   empty_regions.fld   the same with the empty surface and the empty volume alone
 //   japanese.fld      that tetrahedron with the volume "流体" and the scalar "圧力", labelled "静圧 [Pa]", in
 //                     Shift_JIS
 //   other_0.fld, other_1.fld, other_2.fld   that tetrahedron; four elements on 11 nodes with p = 1.5; the
@@ -14,6 +15,9 @@
 #include <exception>
 #include <filesystem>
 #include <iostream>
+#include <stdexcept>
+#include <string>
+#include <vector>
 
 #include "testkit/file_writer.h"
 #include "testkit/quantity.h"
@@ -55,6 +59,9 @@ void write_no_regions(const fs::path& folder) {
   mesh.surfaces.clear();
   mesh.volumes.clear();
   testkit::write_file(tetrahedron_file(mesh), folder / "no_regions.fld");
+  mesh.surfaces = {{.name = "no faces"}};
+  mesh.volumes = {{.name = "no elements"}};
+  testkit::write_file(tetrahedron_file(mesh), folder / "empty_regions.fld");
 }
 
 void write_japanese(const fs::path& folder) {

@@ -8,6 +8,8 @@ import pytest
 import vantrel_fld
 from vantrel_fld import _core
 
+DATASETS = ["empty_parts", "one_node", "no_regions", "empty_regions", "japanese", "other_0"]
+
 
 @pytest.fixture
 def open_odd(odd_folder):
@@ -62,6 +64,12 @@ def test_a_dataset_without_surfaces_and_volumes(open_odd):
     assert "ALL_ELEMENTS" in repr(dataset)
 
 
+def test_a_dataset_whose_surfaces_and_volumes_are_empty(open_odd):
+    dataset = open_odd("empty_regions")
+    assert dataset.parts.names == ["no faces", "no elements", "ALL_ELEMENTS"]
+    np.testing.assert_array_equal(dataset.bounds(), [[0, 0, 0], [1, 1, 1]])
+
+
 def test_names_in_japanese(open_odd):
     dataset = open_odd("japanese")
     fluid = dataset.parts.match("流*")["流体"]
@@ -114,13 +122,13 @@ def test_a_file_that_becomes_another_one_while_the_dataset_is_open(open_odd, odd
 
 
 @pytest.mark.skipif(not hasattr(_core, "SeriesFile"), reason="built without HDF5")
-@pytest.mark.parametrize("name", ["empty_parts", "one_node", "no_regions", "japanese", "other_0"])
+@pytest.mark.parametrize("name", DATASETS)
 def test_they_can_be_saved(open_odd, odd_folder, name):
     open_odd(name).save(odd_folder / "out.vtkhdf", parts=["*"])
     assert (odd_folder / "out.vtkhdf").stat().st_size > 0
 
 
-@pytest.mark.parametrize("name", ["empty_parts", "one_node", "no_regions", "japanese", "other_0"])
+@pytest.mark.parametrize("name", DATASETS)
 def test_they_become_meshes_of_other_packages(open_odd, name):
     dataset = open_odd(name)
     wanted = sum(part.nodes for part in dataset.parts)
