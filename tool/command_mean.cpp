@@ -59,9 +59,9 @@ file NAME.pvd, or a folder.
 
 The mesh has to be at rest or to move rigidly, part by part: the same node is the same place of the part at every step, and
 components of vectors stay along the axes of the file. A part that is deformed, or whose nodes or elements change, is an
-error, and so is one that a step lacks; the message says which parts are left for --parts. Where a part turns within another,
-the whole mesh is deformed. Each file is read once; memory holds the sums of the parts that are chosen, and one
-variable of one part of a step.
+error, and so is one that a step lacks; the message lists the other parts, for --parts. Where a part turns within another,
+the whole mesh is deformed. Each file is read once; memory holds the sums of the parts that are chosen, and one variable of
+one part of a step.
 
 )";
 
@@ -142,8 +142,8 @@ class MeanRun {
     return session_;
   }
 
-  // Throws when a mean cannot be made of some of the parts at the session's step, and says which others it
-  // can be made of.
+  // Throws when a mean cannot be made of some of the parts at the session's step; the message lists the
+  // others.
   void check_meshes(const std::map<PartIdentity, int>& numbers) {
     std::vector<std::string> refused;
     std::vector<int> others;  // their numbers at the first step, as --parts takes them
@@ -163,7 +163,7 @@ class MeanRun {
     std::string what = fmt::format(
         "{}", fmt::join(refused.begin(), refused.begin() + static_cast<std::ptrdiff_t>(named), ", "));
     if (refused.size() > named) what += fmt::format(" and {} more", refused.size() - named);
-    if (!others.empty()) what += "; --parts " + as_ranges(others) + " leaves that out";
+    if (!others.empty()) what += "; choose the others with --parts " + as_ranges(others);
     throw CommandError(
         ExitStatus::failure, session_.path().string(),
         fmt::format("step {}: a mean needs parts at rest or moved rigidly: {}", session_.step(), what));

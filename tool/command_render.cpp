@@ -40,8 +40,7 @@ either the usual ones are faint. Streamlines follow the vector of --flow, both w
 spread through a sphere. Values are interpolated between the nodes; elements with an undefined corner are left out of
 surfaces of a value and end streamlines. --arrows draws a vector on the cuts, or on the parts where there are none: one
 dark arrow per place that has room, its length in proportion to the vector's; a cut hides those that point away from the
-eye. --iso, --flow and --arrows take derived
-variables as --variable does.
+eye. --iso, --flow and --arrows take derived variables as --variable does.
 
 --compare draws by how much the values are more than those of another dataset that has the same nodes at the same places;
 parts, steps and variables are found there by kind and name, number, and name. The range of the colours is then as wide

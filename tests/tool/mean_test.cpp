@@ -112,9 +112,8 @@ TEST_F(Mean, DeformedPartsAreRefusedAndTheOthersNamed) {
       result.errors,
       "fldtool: " + file +
           ": step 1: a mean needs parts at rest or moved rigidly: @sliding is deformed, ALL_ELEMENTS is "
-          "deformed; --parts 1-16,18-19 leaves that out\n");
+          "deformed; choose the others with --parts 1-16,18-19\n");
   EXPECT_FALSE(std::filesystem::exists(collection));
-  // It does.
   mean(file, {"--variable", "1", "--steps", "0-1", "--parts", "1-16,18-19"});
 }
 
