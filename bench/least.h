@@ -1,5 +1,6 @@
-// What no reader can save: reading the bytes into small buffers, and touching the pages of the arrays that
-// are filled, on as many threads as the reader has. A goal below this cannot be met on the machine.
+// What no reader can do without: reading the bytes, here into small buffers, and touching the pages of the
+// arrays that are filled, on as many threads as the reader has. A goal below this cannot be met on the
+// machine.
 #pragma once
 
 #include <cstddef>
@@ -14,9 +15,9 @@ namespace bench {
 
 struct Least {
   std::filesystem::path file{};
-  Stretch stretch{};      // that is read
+  Stretch stretch{};      // of the file, that is read
   std::size_t bytes = 0;  // of the arrays that are filled
-  std::size_t rows = 0;   // whose pointers the host makes meanwhile
+  std::size_t rows = 0;   // of the host's array of pointers to its rows
 };
 
 void do_least(const Least& least);

@@ -8,7 +8,7 @@
 
 namespace bench {
 
-// The exit status of `run`; what it throws is told in a line, and the status is 1.
+// The exit status of `run`. An exception becomes a line of error and status 1.
 inline int run_program(const char* name, int (*run)(int, char**), int argc, char** argv) {
   try {
     return run(argc, argv);

@@ -78,7 +78,7 @@ struct Coordinates {
 };
 
 // The elements of one shape in a part: `shape.nodes` node numbers of the part per element, from 1 unless
-// others were asked for.
+// another first number was asked for.
 struct ElementBlock {
   ElementShape shape{};
   LargeArray<int> nodes;

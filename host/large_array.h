@@ -9,7 +9,7 @@
 
 namespace host {
 
-// Zeroed bytes; nullptr when there are none.
+// Zeroed bytes; nullptr when memory is exhausted.
 struct LargeMemory {
   static void* take(std::size_t bytes);
   static void give_back(void* memory, std::size_t bytes);

@@ -75,10 +75,10 @@ class Session {
   const Part& part(int number) const;
   int region_set_count() const { return region_sets_; }
   Coordinates coordinates(int part);
-  // The same as x, y, z of node after node.
+  // The same interleaved: x, y, z of the first node, then those of the second.
   LargeArray<float> points(int part);
   // One block per shape of the part, in the order of the slots. Node numbers are checked against the number
-  // of nodes; they count from `first_node`.
+  // of nodes; the first node has the number `first_node`.
   std::vector<ElementBlock> elements(int part, int first_node = 1);
 
   // Variables and their values at the selected step.
@@ -86,8 +86,8 @@ class Session {
   const Variable& variable(int number);
   // One component (0, 1, 2 for the x, y, z of a vector; 0 for a scalar) of a variable on a part.
   PartValues values(int variable, int part, int component = 0);
-  // The same for who has no use for the reason why there are none: empty where the step has no values or the
-  // reader offers none, an Error where they cannot be read.
+  // The same without the reason why there are none: empty where the step has no values or the reader offers
+  // none. Throws Error where they cannot be read.
   std::optional<HostArray> given_values(int variable, int part, int component = 0);
   // All components of a variable in this way.
   std::optional<std::vector<HostArray>> given_components(int variable, int part);

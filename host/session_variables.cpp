@@ -139,7 +139,7 @@ PartValues Session::element_values(const Variable& variable, const Part& part, i
   for (int slot = 0; slot < kElementSlots; ++slot) {
     const int count = part.elements[static_cast<std::size_t>(slot)];
     if (count == 0) continue;
-    // What the slot before has last is the entry that the reader leaves alone.
+    // The reader leaves entry 0 alone, which is the last value of the slot before.
     if (!note_availability(ask_values(variable, part, slot, component, entries), values)) break;
     entries += count;
   }

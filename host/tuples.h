@@ -1,4 +1,5 @@
-// Coordinates and values for programs whose arrays have one tuple behind the other.
+// Coordinates and values as interleaved arrays, which VTK, HDF5 files and NumPy have: all components of the
+// first node or element, then those of the second.
 #pragma once
 
 #include <cstddef>
@@ -12,7 +13,7 @@
 
 namespace host {
 
-// Writes convert(x), convert(y), convert(z) of one place after the other.
+// Writes convert(x[i]), convert(y[i]), convert(z[i]) for each i in turn.
 template <typename Real, typename Convert>
 void interleave(std::span<const float> x, std::span<const float> y, std::span<const float> z, Real* to,
                 Convert convert) {
@@ -25,7 +26,7 @@ void interleave(std::span<const float> x, std::span<const float> y, std::span<co
   });
 }
 
-// Writes x, y, z of node after node.
+// Writes x, y, z of each node in turn.
 template <typename Real>
 void put_points(const Coordinates& coordinates, Real* to) {
   interleave(coordinates.x(), coordinates.y(), coordinates.z(), to,
@@ -38,7 +39,7 @@ Real value_or_nan(float value) {
   return is_undefined(value) ? std::numeric_limits<Real>::quiet_NaN() : static_cast<Real>(value);
 }
 
-// Writes values with NaN where they are undefined; they may themselves stand there.
+// Writes values with NaN where they are undefined. `to` may be where they are already.
 template <typename Real>
 void put_values(std::span<const float> values, Real* to) {
   for_ranges(values.size(), sizeof(Real), [=](std::size_t begin, std::size_t end) {
@@ -46,7 +47,7 @@ void put_values(std::span<const float> values, Real* to) {
   });
 }
 
-// The same of the one or three components of a variable, one tuple behind the other.
+// The same for the one or three components of a variable, interleaved.
 template <typename Real>
 void put_tuples(const std::vector<HostArray>& components, Real* to) {
   if (components.size() == 1) return put_values(components[0].values(), to);

@@ -91,7 +91,7 @@ void set_axis(vtkAxis* axis, const std::string& title, const Texts& texts) {
   axis->GetGridPen()->SetColor(225, 225, 225);
   axis->GetPen()->SetWidth(static_cast<float>(texts.scale));
   axis->SetTickLength(static_cast<float>(kTickLength * texts.scale));
-  // Between the ticks and the title, which VTK puts 10 pixels beyond the width of the labels at any scale.
+  // Leaves room for the title, which VTK puts 10 pixels beyond the width of the labels, whatever the scale.
   axis->SetLabelOffset(8);
   axis->SetNotation(vtkAxis::STANDARD_NOTATION);
   axis->SetPrecision(6);

@@ -14,7 +14,7 @@
 namespace tool {
 namespace {
 
-// Beyond this the ends of axes, and what lies between them, leave double precision.
+// Beyond this the ends of axes, or the distance between them, overflow double precision.
 constexpr double kLargestNumber = 1e300;
 
 bool is_too_large(double value) {

@@ -7,8 +7,8 @@
 
 namespace tool {
 
-// Reads, draws and writes all of them; `compared` may be null. Throws CommandError for what there is not and
-// for what cannot be written, and host::Error for what cannot be read.
+// Reads, draws and writes all of them; `compared` may be null. Throws CommandError for options that name what
+// the dataset lacks and for files that cannot be written, and host::Error for what cannot be read.
 void draw_pictures(host::Session& session, ComparedDataset* compared, const RenderOptions& options);
 
 }  // namespace tool

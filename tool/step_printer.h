@@ -35,18 +35,19 @@ class StepPrinter : public PrintedFrame {
   virtual std::string step(const host::Session& session, const std::vector<Found>& found) = 0;
 };
 
-// What run_jobs takes: the report about each step.
+// How the steps are reported on.
 struct StepReports {
   int jobs = 1;
   std::size_t steps = 0;
   std::size_t progress_per_step = 0;
-  // An object: text (as_bytes; absent of a step that cannot be read), problems, is_lost.
+  // The report on a step, an object: "text" (as_bytes; absent when the step cannot be read), "problems" and
+  // "is_lost".
   std::function<Json(std::size_t)> report_on;
-  // Is given each report with a text; may be empty.
+  // Called with each report that has a text; may be empty.
   std::function<void(const Json&)> take = {};
 };
 
-// Writes everything to the output and finishes it. What could not be read is for the caller to report.
+// Writes everything to the output and finishes it. Returns what could not be read, for the caller to report.
 Problems print_steps(const StepReports& reports, const PrintedFrame& frame, Output& output,
                      Progress& progress);
 

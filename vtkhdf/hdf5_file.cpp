@@ -76,8 +76,8 @@ Handle create_file(const std::filesystem::path& path) {
   // Makes the root group one of the newer and smaller kind.
   check(H5Pset_link_creation_order(creation.id(), H5P_CRT_ORDER_TRACKED));
   const Handle access = property_list(H5P_FILE_ACCESS);
-  // A newer format marks the file as open for writing, and nobody could open it after a kill; in a newer one
-  // than the oldest, the object that has the strategy above has the time of its creation too.
+  // A file in the 1.10 format is marked as open for writing, and nobody could open it after a kill. In all
+  // formats but the earliest, the object that holds the strategy above has the time of its creation.
   check(H5Pset_libver_bounds(access.id(), H5F_LIBVER_EARLIEST, H5F_LIBVER_V110));
   H5AC_cache_config_t cache{};
   cache.version = H5AC__CURR_CACHE_CONFIG_VERSION;
@@ -88,7 +88,7 @@ Handle create_file(const std::filesystem::path& path) {
   cache.decr_mode = H5C_decr__off;
   check(H5Pset_mdc_config(access.id(), &cache));
   Handle file(H5Fcreate(path.c_str(), H5F_ACC_TRUNC, creation.id(), access.id()), H5Fclose);
-  // The arrays in it have a newer one: what finds their chunks grows without that entries move.
+  // The arrays in it have a newer one, whose index of chunks grows without moving entries.
   check(H5Fset_libver_bounds(file.id(), H5F_LIBVER_V110, H5F_LIBVER_V110));
   return file;
 }

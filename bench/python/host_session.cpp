@@ -1,10 +1,9 @@
 // What bench/python/benchmark.py is compared with: the same requests in C++ through host/. Prints the seconds
 // that they took and the bytes that the process grew by, from before the opening to its peak.
 //
-//   host_session FILE arrays        points, elements and the first scalar of all parts, all held: the arrays
-//   of
-//                                   Python, with x, y, z of node after node and node numbers from 0
-//   host_session FILE axes          the same as a reader has them: an array for each axis, numbers from 1
+//   host_session FILE arrays        points, elements and the first scalar of all parts, all held, as Python
+//                                   has them: coordinates interleaved, node numbers from 0
+//   host_session FILE axes          the same as the reader has them: an array for each axis, numbers from 1
 //   host_session FILE small COUNT   the first scalar of the first part, so many times
 #include <chrono>
 #include <exception>

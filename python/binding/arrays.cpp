@@ -15,8 +15,8 @@ namespace {
 
 namespace py = pybind11;
 
-// An array over memory that it keeps, whose entries have the size of a Value; it begins at entry `first`.
-// (The class py::array would compute strides of 0 when it was compiled for another NumPy than it meets.)
+// A NumPy array over this memory, which it owns from then on; it begins at entry `first`. (Not a py::array:
+// that takes the strides from a structure of NumPy whose layout differs between versions.)
 template <typename Value, typename Entry>
 py::array array_over(host::LargeArray<Entry> memory, std::size_t first,
                      const std::vector<py::ssize_t>& shape) {
@@ -29,7 +29,7 @@ py::array array_over(host::LargeArray<Entry> memory, std::size_t first,
   return py::array_t<Value>(shape, values, release);
 }
 
-// Values as they become an array.
+// Values on the way into a NumPy array.
 struct Values {
   std::size_t width = 1;  // components
   host::LargeArray<float> memory{};
@@ -52,7 +52,7 @@ Values values_of(std::vector<host::HostArray> components, bool with_mask) {
     }
   }
   if (width == 1) {
-    // The reader's array itself.
+    // The reader's array is used as it is.
     host::HostArray& array = components.front();
     host::put_values(array.values(), array.entries() + 1);
     made.memory = std::move(array).release();
