@@ -13,6 +13,7 @@
 #include "tool/csv_table.h"
 #include "tool/exit_status.h"
 #include "tool/file_names.h"
+#include "tool/interrupt.h"
 #include "tool/number_range.h"
 #include "tool/point_text.h"
 
@@ -107,6 +108,7 @@ std::vector<analysis::Vec3> read_point_table(const std::string& path) {
   bool is_first = true;
   std::size_t number = 0;
   for (std::string line; std::getline(file, line);) {
+    stop_if_interrupted();
     if (++number == 1) remove_byte_order_mark(line);
     if (line.find_first_not_of(" \t\r") == std::string::npos) continue;
     const std::vector<std::string> fields = fields_of(line);

@@ -5,7 +5,6 @@
 #include <fstream>
 #include <iterator>
 #include <string>
-#include <system_error>
 #include <vector>
 
 #include "samples/channel.h"
@@ -177,14 +176,7 @@ TEST_F(RenderPlot, StopsWhenItIsInterrupted) {
   std::string rows = "time,a\n";
   for (int i = 0; i < 400'000; ++i) rows += std::to_string(i) + ",1\n";
   const std::string table = write("long.csv", rows);
-  const auto reads_it = [&](pid_t process) {
-    std::error_code ignored;
-    const auto files = std::filesystem::path("/proc") / std::to_string(process) / "fd";
-    for (const auto& entry : std::filesystem::directory_iterator(files, ignored)) {
-      if (std::filesystem::read_symlink(entry.path(), ignored) == table) return true;
-    }
-    return false;
-  };
+  const auto reads_it = [&](pid_t process) { return tool_test::has_open(process, table); };
   const Result result =
       tool_test::run_fldtool_and_interrupt_when({"plot", table, "-o", out}, reads_it, SIGINT);
   EXPECT_EQ(result.status, 130);

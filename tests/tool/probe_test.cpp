@@ -2,6 +2,7 @@
 #include "gtest/gtest.h"
 #include <array>
 #include <cmath>
+#include <csignal>
 #include <fstream>
 #include <string>
 #include <utility>
@@ -177,6 +178,23 @@ TEST(Probe, DerivedVariables) {
   EXPECT_NEAR(answers[0]["values"][0].get<double>(), 1, 1e-5);
   EXPECT_NEAR(answers[0]["values"][1].get<double>(), 0, 1e-5);
   EXPECT_EQ(answers[0]["values"].size(), 4U);
+}
+
+// While it reads a table of points, whose last line would be an error.
+TEST(Probe, StopsWhenItIsInterrupted) {
+  const OneFile file(one_of_each_file());
+  const std::string table = (file.directory() / "long.csv").string();
+  std::ofstream lines(table);
+  lines << "x,y,z\n";
+  for (int i = 0; i < 400'000; ++i) lines << i << ",0.5,0.5\n";
+  lines << "x\n";
+  lines.close();
+  const auto reads_it = [&](pid_t process) { return tool_test::has_open(process, table); };
+  const Result result =
+      tool_test::run_fldtool_and_interrupt_when({"probe", file.path(), "--at-file", table}, reads_it, SIGINT);
+  EXPECT_EQ(result.status, 130);
+  EXPECT_EQ(result.errors, "fldtool: interrupted\n");
+  EXPECT_EQ(result.output, "");
 }
 
 TEST(Probe, WrongArgumentsAreExplained) {

@@ -6,6 +6,7 @@
 #include <csignal>
 #include <cstdlib>
 #include <fcntl.h>
+#include <filesystem>
 #include <gtest/gtest.h>
 #include <poll.h>
 #include <spawn.h>
@@ -183,6 +184,15 @@ Result run_fldtool_and_interrupt_when(const std::vector<std::string>& arguments,
   program.send(signal_number);
   const int status = program.wait();
   return {status, output.text(), errors.text()};
+}
+
+bool has_open(pid_t process, const std::string& file) {
+  std::error_code ignored;
+  const auto files = std::filesystem::path("/proc") / std::to_string(process) / "fd";
+  for (const auto& entry : std::filesystem::directory_iterator(files, ignored)) {
+    if (std::filesystem::read_symlink(entry.path(), ignored) == file) return true;
+  }
+  return false;
 }
 
 void expect_error(const std::vector<std::string>& arguments, int status, const std::string& line) {

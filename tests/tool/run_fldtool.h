@@ -35,6 +35,9 @@ Result run_fldtool_on_terminal_and_interrupt(const std::vector<std::string>& arg
 Result run_fldtool_and_interrupt_when(const std::vector<std::string>& arguments,
                                       const std::function<bool(pid_t)>& is_time, int signal_number);
 
+// Whether the process has the file open.
+bool has_open(pid_t process, const std::string& file);
+
 // Expects this exit status, "fldtool: `line`" on the standard error stream, and no output.
 void expect_error(const std::vector<std::string>& arguments, int status, const std::string& line);
 
