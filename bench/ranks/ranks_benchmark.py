@@ -152,12 +152,12 @@ ROWS = {"bytes": bytes_read, "step": step_at_rest, "vtu": vtu, "parts": many_par
 
 def main():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
-    parser.add_argument("rank_reader", help="these two programs of the benchmark preset")
-    parser.add_argument("box_series")
+    parser.add_argument("rank_reader", help="the program of this name in the benchmark preset's build")
+    parser.add_argument("box_series", help="likewise")
     parser.add_argument("folder", help="for the datasets")
-    parser.add_argument("rows", nargs="*", metavar="ROW", help=f"of the table: {', '.join(ROWS)}; all without any")
-    parser.add_argument("--scale", type=float, default=1.0, help="makes every mesh so many times as large")
-    parser.add_argument("--runs", type=int, default=5, help="of which figures are the medians")
+    parser.add_argument("rows", nargs="*", metavar="ROW", help=f"rows of the table: {', '.join(ROWS)} (default: all)")
+    parser.add_argument("--scale", type=float, default=1.0, help="factor for the size of every mesh (default: 1)")
+    parser.add_argument("--runs", type=int, default=5, help="how many runs; figures are their medians (default: 5)")
     options = parser.parse_args()
     for name in options.rows:
         if name not in ROWS:
