@@ -20,7 +20,7 @@ inline constexpr char kDerivedText[] =
     R"(Variables may also be what is derived from variables per node: grad(NAME), the gradient of a scalar or of a component
 (grad(U.x)); vorticity(NAME), the curl of a vector; q(NAME), which is positive where rotation outweighs strain;
 mag(NAME), the length of a vector. Derivatives are exact where a variable is linear; on a surface they are those of the
-volume behind it. At a node with an undefined value in an element around it they are undefined.
+volume behind it. They are undefined at a node without elements, and where an element around the node has an undefined value.
 
 )";
 
