@@ -1,6 +1,7 @@
 // soak SECONDS [SEED]: four host processes open, step through and close random datasets while this process
 // rewrites, damages, truncates and removes the files. Prints once a minute, and at the end, what the hosts
-// did. The exit status is 0 if no host crashed, hung, broke a guarantee, or kept memory or file descriptors.
+// did. SIGINT and SIGTERM end it early. The exit status is 0 if no host crashed, hung, broke a guarantee, or
+// kept memory or file descriptors.
 #include <algorithm>
 #include <array>
 #include <cerrno>
@@ -13,6 +14,7 @@
 #include <new>
 #include <string>
 #include <sys/mman.h>
+#include <sys/prctl.h>
 #include <sys/wait.h>
 #include <system_error>
 #include <thread>
@@ -34,6 +36,12 @@ constexpr auto kBetweenChanges = std::chrono::milliseconds(1);
 constexpr auto kBetweenLines = seconds(60);
 constexpr auto kMostSilence = seconds(300);  // a host without a session so long hangs
 
+volatile std::sig_atomic_t is_interrupted = 0;
+
+void interrupt(int /*signal*/) {
+  is_interrupted = 1;
+}
+
 // In /dev/shm if that is possible, to be gentle with the disk.
 std::filesystem::path place_for_files() {
   return access("/dev/shm", W_OK) == 0 ? std::filesystem::path("/dev/shm")
@@ -49,6 +57,7 @@ class Soak {
     for (std::size_t i = 0; i < kHosts; ++i) start_host(i, seed + 1 + i);
   }
   ~Soak() {
+    stop();
     reports_->~Reports();
     munmap(reports_, sizeof(Reports));
   }
@@ -60,7 +69,7 @@ class Soak {
     const auto start = Clock::now();
     auto next_line = start + kBetweenLines;
     bool is_well = true;
-    while (is_well && Clock::now() < start + duration) {
+    while (is_well && is_interrupted == 0 && Clock::now() < start + duration) {
       files_.change();
       ++changes_;
       std::this_thread::sleep_for(kBetweenChanges);
@@ -84,23 +93,29 @@ class Soak {
   };
 
   void start_host(std::size_t number, std::uint64_t seed) {
+    const pid_t parent = getpid();
     const pid_t process = fork();
     if (process < 0) throw std::system_error(errno, std::generic_category(), "fork");
     if (process > 0) {
       hosts_.at(number) = {process, 0, {}};
       return;
     }
+    // This process tells the hosts to stop; without it none goes on.
+    std::signal(SIGINT, SIG_IGN);
+    std::signal(SIGTERM, SIG_IGN);
+    prctl(PR_SET_PDEATHSIG, SIGKILL);
+    if (getppid() != parent) _exit(1);
     // Half of the hosts share even small arrays among threads.
     setenv("FLD_THREADS", number % 2 == 0 ? "1" : "4", 1);
     setenv("FLD_THREADS_FROM", "64", 1);
-    int status = 1;
+    bool is_well = false;
     try {
-      status = run_soak_host(directory_.path(), kSeries, seed, reports_->at(number));
+      is_well = run_soak_host(directory_.path(), kSeries, seed, reports_->at(number));
     } catch (const std::exception& error) {
       std::strncpy(reports_->at(number).complaint.data(), error.what(),
                    reports_->at(number).complaint.size() - 1);
     }
-    _exit(status);
+    _exit(is_well ? 0 : 1);
   }
 
   bool judge(std::size_t number, int status) {
@@ -189,6 +204,8 @@ int run(int argc, char** argv) {
     std::fprintf(stderr, "usage: soak SECONDS [SEED]\n");
     return 2;
   }
+  std::signal(SIGINT, interrupt);
+  std::signal(SIGTERM, interrupt);
   return Soak(argc > 2 ? std::strtoull(argv[2], nullptr, 10) : 1).run(seconds(duration)) ? 0 : 1;
 }
 

@@ -45,26 +45,28 @@ class SoakHost {
     diagnostics_.take();
   }
 
-  int run() {
+  // Until the host is told to stop. Returns whether all was well.
+  bool run() {
     for (int i = 0; i < kWarmUp && !report_.should_stop; ++i) {
-      if (!serve()) return 1;
+      if (!serve()) return false;
     }
     const std::ptrdiff_t descriptors = open_descriptors();
     const MemoryMeter meter;
     while (!report_.should_stop) {
-      if (!serve()) return 1;
+      if (!serve()) return false;
       report_.held = meter.held();
       report_.descriptors = open_descriptors() - descriptors;
       if (report_.held != 0) return complain("memory is lost");
       if (report_.descriptors != 0) return complain("file descriptors are lost");
     }
-    return 0;
+    return true;
   }
 
  private:
-  int complain(const std::string& what) {
+  // Always false.
+  bool complain(const std::string& what) {
     what.copy(report_.complaint.data(), report_.complaint.size() - 1);
-    return 1;
+    return false;
   }
 
   // One session, and now and then one over a dataset that does not change. Returns whether all is well.
@@ -78,20 +80,20 @@ class SoakHost {
     const Ending ending = whole_session(library_.entry_points(),
                                         ChangingSeries::first_file(folder_, engine_() % series_), options);
     const std::string wrong = undocumented(ending);
-    if (!wrong.empty()) return complain(wrong) == 0;
+    if (!wrong.empty()) return complain(wrong);
     ++report_.by_outcome.at(static_cast<std::size_t>(ending.outcome));
     const std::uint64_t number = ++report_.sessions;
     if (number % kBetweenGood == 0) {
       const Ending good = whole_session(library_.entry_points(), good_);
       if (good.outcome != Outcome::kServed || good.digest != good_digest_) {
-        return complain("the good dataset is not served as ever: " + good.detail) == 0;
+        return complain("the good dataset is not served as ever: " + good.detail);
       }
       report_.resident = resident_bytes();
     }
     if (!options.ends) library_.entry_points().exit_routine();
     set_watchdog(0);
     if (diagnostics_.take().find("MEMORY LEAK DETECTED") != std::string::npos) {
-      return complain("the reader reports a leak") == 0;
+      return complain("the reader reports a leak");
     }
     return true;
   }
@@ -109,8 +111,8 @@ class SoakHost {
 
 }  // namespace
 
-int run_soak_host(const std::filesystem::path& folder, std::size_t series, std::uint64_t seed,
-                  HostReport& report) {
+bool run_soak_host(const std::filesystem::path& folder, std::size_t series, std::uint64_t seed,
+                   HostReport& report) {
   return SoakHost(folder, series, seed, report).run();
 }
 

@@ -22,8 +22,8 @@ struct HostReport {
   std::array<char, 1000> complaint{};  // why the process ended, if a session was wrong
 };
 
-// Returns the exit status: 0 when it was told to stop, 1 with a complaint.
-int run_soak_host(const std::filesystem::path& folder, std::size_t series, std::uint64_t seed,
-                  HostReport& report);
+// Returns true when it was told to stop, false with a complaint.
+bool run_soak_host(const std::filesystem::path& folder, std::size_t series, std::uint64_t seed,
+                   HostReport& report);
 
 }  // namespace faults
