@@ -43,7 +43,8 @@ TEST(LazyZeroAllocator, WithoutMemoryThrows) {
 
 TEST(LazyZeroAllocator, ACountTooLargeForItsBytesThrows) {
   fld::LazyZeroAllocator<double> allocator;
-  volatile size_t too_many = std::numeric_limits<size_t>::max() / 4;  // not for the compiler to see
+  // Its bytes would be 8 modulo 2^64, which there are. Volatile, so that the compiler does not see it.
+  volatile size_t too_many = std::numeric_limits<size_t>::max() / sizeof(double) + 2;
   EXPECT_THROW(allocator.allocate(too_many), std::bad_alloc);
 }
 
