@@ -27,6 +27,7 @@ std::vector<float> without_first(const std::vector<float>& values) {
 }
 
 class Asking {
+  // First, because its type is deduced.
   auto caller() {
     return [this](const auto& entry_point, auto... arguments) { return call(entry_point, arguments...); };
   }
