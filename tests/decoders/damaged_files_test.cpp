@@ -18,17 +18,21 @@ namespace {
 
 class HostileFileDecoders : public testing::Test {
  protected:
-  // Tries each `partial`-th damage, or all of them.
-  void expect_agreement(const faults::Damages& damages, std::size_t partial) {
+  // Tries each `partial`-th damage, or all of them. Returns of how many files the answers were compared.
+  int expect_agreement(const faults::Damages& damages, std::size_t partial) {
+    int compared = 0;
     for (std::size_t number = 0; number < damages.count(); number += faults::sweep_stride(partial)) {
       testkit::write_bytes(file_, damages.damaged(number));
       std::string found;
+      bool was_compared = false;
       {
         const faults::StderrFile silence;
-        found = disagreement(reader_test::linked_entry_points(), file_);
+        found = disagreement(reader_test::linked_entry_points(), file_, &was_compared);
       }
       EXPECT_EQ(found, "") << damages.describe(number);
+      compared += was_compared ? 1 : 0;
     }
+    return compared;
   }
 
   testkit::TemporaryDirectory directory_;
@@ -38,23 +42,23 @@ class HostileFileDecoders : public testing::Test {
 };
 
 TEST_F(HostileFileDecoders, CutOffAnywhere) {
-  expect_agreement(faults::Truncations(bytes_), 41);
+  EXPECT_EQ(expect_agreement(faults::Truncations(bytes_), 41), 0);
 }
 
 TEST_F(HostileFileDecoders, AnyBitFlipped) {
-  expect_agreement(faults::BitFlips(bytes_), 61);
+  EXPECT_GT(expect_agreement(faults::BitFlips(bytes_), 61), 0);
 }
 
 TEST_F(HostileFileDecoders, AnyWordExtreme) {
-  expect_agreement(faults::WordChanges::extremes(bytes_), 31);
+  EXPECT_GT(expect_agreement(faults::WordChanges::extremes(bytes_), 31), 0);
 }
 
 TEST_F(HostileFileDecoders, AnyMarkerWrong) {
-  expect_agreement(faults::WordChanges::markers(bytes_), 11);
+  EXPECT_EQ(expect_agreement(faults::WordChanges::markers(bytes_), 11), 0);
 }
 
 TEST_F(HostileFileDecoders, AnySectionMissingDoubledOrMoved) {
-  expect_agreement(faults::SectionMoves(bytes_, places_), 1);
+  EXPECT_GT(expect_agreement(faults::SectionMoves(bytes_, places_), 1), 0);
 }
 
 }  // namespace
