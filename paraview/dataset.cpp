@@ -122,7 +122,7 @@ void Dataset::describe_variables() {
   const std::vector<std::string> names = host::variable_names(variables);
   for (const layout::Variable& variable : series_->variables()) {
     info_.variables.push_back({variable.number, names[static_cast<std::size_t>(variable.number) - 1],
-                               host::unit_of_label(host::to_utf8(variable.label)), variable.components,
+                               host::unit_of_label(host::printable(variable.label)), variable.components,
                                variable.is_material});
   }
   info_.labels = host::labelled_names(variables);

@@ -10,6 +10,8 @@
 #include <vtkPointData.h>
 
 #include "samples/samples.h"
+#include "testkit/file_writer.h"
+#include "testkit/small_meshes.h"
 #include "testkit/temporary_directory.h"
 #include "tests/paraview/paraview_reader.h"
 
@@ -81,6 +83,20 @@ TEST(Pieces, HaveTheNamesAndUnitsOfTheValues) {
     ASSERT_NE(pressure, nullptr);
     EXPECT_STREQ(pressure->GetInformation()->Get(vtkDataArray::UNITS_LABEL()), "Pa");
   }
+}
+
+// ParaView writes units into XML, which cannot hold control characters.
+TEST(Pieces, HaveUnitsWithoutControlCharacters) {
+  const testkit::TemporaryDirectory directory;
+  testkit::File file = testkit::file_of(testkit::one_tetrahedron());
+  file.region_sets[0].add(
+      testkit::scalar_section({.name = "p", .label = "Pressure [k\x01\nPa]", .values = {1, 2, 3, 4}}));
+  testkit::write_file(file, directory / "case.fld");
+  Reader reader(directory / "case.fld");
+  ASSERT_TRUE(reader.update());
+  vtkDataArray* pressure = reader.grid("wall")->GetPointData()->GetArray("p");
+  ASSERT_NE(pressure, nullptr);
+  EXPECT_STREQ(pressure->GetInformation()->Get(vtkDataArray::UNITS_LABEL()), "k  Pa");
 }
 
 TEST(Pieces, HoldNoMorePointsThanTheirCellsUse) {
