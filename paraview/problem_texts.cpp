@@ -4,6 +4,8 @@
 #include <set>
 #include <utility>
 
+#include "host/text_encoding.h"
+
 namespace paraview {
 namespace {
 
@@ -39,9 +41,25 @@ std::vector<std::string> problem_texts(const std::vector<parallel::Problem>& pro
     for (const PartInfo& part : parts) {
       if (part.number == *affected.parts.begin()) text += " '" + part.name + "'";
     }
-    texts.push_back(text + and_more(affected.parts.size()) + ": " + reason);
+    texts.push_back(message_line(text + and_more(affected.parts.size()) + ": " + reason));
   }
   return texts;
+}
+
+std::string other_files_text(const std::vector<std::string>& others, const std::string& opened) {
+  const bool is_one = others.size() == 1;
+  return message_line(others.front() + and_more(others.size()) + (is_one ? " does" : " do") +
+                      " not belong to the dataset of " + opened + " and " + (is_one ? "is" : "are") +
+                      " left out");
+}
+
+std::string reason_with_file(const std::string& file, const std::string& reason) {
+  const std::string start = file + ": ";
+  return reason.starts_with(start) ? reason : start + reason;
+}
+
+std::string message_line(std::string_view message) {
+  return host::without_controls(host::message_to_utf8(message));
 }
 
 }  // namespace paraview

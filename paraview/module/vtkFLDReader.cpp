@@ -5,6 +5,7 @@
 #include <exception>
 #include <filesystem>
 #include <fstream>
+#include <new>
 #include <optional>
 #include <set>
 #include <vector>
@@ -208,8 +209,7 @@ std::string vtkFLDReader::OpenOnFirstRank() {
     state.info = state.dataset->info();
     return "";
   } catch (const std::exception& error) {
-    const std::string reason = error.what();
-    return "cannot open " + (reason.starts_with(file + ": ") ? reason : file + ": " + reason);
+    return "cannot open " + paraview::reason_with_file(file, error.what());
   }
 }
 
@@ -230,7 +230,7 @@ bool vtkFLDReader::OpenDataset() {
   }
   paraview::make_communicator(state.controller)->broadcast(bytes);
   if (!bytes.empty() && !state.info) state.info = paraview::dataset_info_from(bytes);
-  if (!message.empty()) vtkErrorMacro(<< message);
+  if (!message.empty()) vtkErrorMacro(<< paraview::message_line(message));
   if (!state.info) return false;
   state.files = std::make_unique<parallel::FileArrays>(state.info->files);
   state.steps = std::make_unique<parallel::StepReader>(*state.files);
@@ -250,7 +250,7 @@ bool vtkFLDReader::OpenDataset() {
 
   if (state.dataset) {
     if (state.info->times_are_numbers) {
-      vtkWarningMacro(<< "the solution times of " << state.file_names.front()
+      vtkWarningMacro(<< "the solution times of " << paraview::message_line(state.file_names.front())
                       << " do not ascend: the steps are shown at the times 0, 1, 2, ...");
     }
     WarnOfOtherFiles();
@@ -263,20 +263,22 @@ void vtkFLDReader::WarnOfOtherFiles() {
   std::set<std::filesystem::path> known;
   for (const std::filesystem::path file : state.info->files) known.insert(file.filename());
   for (const auto& [path, reason] : state.dataset->left_out()) {
-    vtkWarningMacro(<< path << " is left out: " << reason);
+    vtkWarningMacro(<< paraview::message_line(path + " is left out: " + reason));
     known.insert(std::filesystem::path(path).filename());
   }
-  for (const std::filesystem::path file : state.file_names) {
-    if (!known.contains(file.filename())) {
-      vtkWarningMacro(<< file.string() << " does not belong to the dataset of " << state.file_names.front()
-                      << " and is left out");
-    }
+  std::vector<std::string> others;
+  for (const std::string& file : state.file_names) {
+    if (!known.contains(std::filesystem::path(file).filename())) others.push_back(file);
   }
+  if (!others.empty()) vtkWarningMacro(<< paraview::other_files_text(others, state.file_names.front()));
 }
 
 vtkTypeBool vtkFLDReader::ProcessRequest(vtkInformation* request, vtkInformationVector** inputs,
                                          vtkInformationVector* outputs) {
   State& state = *State_;
+  // On several ranks an exception ends the program: the other ranks would wait for this one for ever.
+  if (state.controller != nullptr && state.controller->GetNumberOfProcesses() > 1)
+    return Superclass::ProcessRequest(request, inputs, outputs);
   std::string reason;
   try {
     return Superclass::ProcessRequest(request, inputs, outputs);
@@ -285,13 +287,10 @@ vtkTypeBool vtkFLDReader::ProcessRequest(vtkInformation* request, vtkInformation
   } catch (const std::exception& error) {
     reason = error.what();
   }
-  // Other ranks would wait for this one for ever.
-  if (state.controller != nullptr && state.controller->GetNumberOfProcesses() > 1)
-    throw std::runtime_error(reason);
   // The next request opens the dataset again.
   state.forget_dataset();
-  vtkErrorMacro(<< "cannot read " << (state.file_names.empty() ? "" : state.file_names.front().c_str())
-                << ": " << reason);
+  const std::string file = state.file_names.empty() ? "" : state.file_names.front();
+  vtkErrorMacro(<< paraview::message_line("cannot read " + file + ": " + reason));
   return 0;
 }
 
@@ -377,8 +376,8 @@ vtkSmartPointer<vtkPartitionedDataSetCollection> vtkFLDReader::ReadStep(int step
   const paraview::StepPlan plan = paraview::step_plan_from(bytes);
   if (!plan.failure.empty()) {
     if (state.is_first_rank()) {
-      vtkErrorMacro(<< "cannot read step " << step << " of " << state.file_names.front() << ": "
-                    << plan.failure);
+      const std::string reason = paraview::reason_with_file(state.file_names.front(), plan.failure);
+      vtkErrorMacro(<< paraview::message_line("cannot read step " + std::to_string(step) + " of " + reason));
     }
     return nullptr;
   }

@@ -59,13 +59,25 @@ TEST_F(Opening, TakesTheFilesOfASeriesForOneDataset) {
   EXPECT_TRUE(reader.take_warnings().empty());
 }
 
+TEST_F(Opening, SaysOneLineOfAFileWithALineBreakInItsName) {
+  const std::string error = error_of(directory_ / "two\nlines.fld");
+  EXPECT_NE(error.find((directory_ / "two lines.fld: there is no such file").string()), std::string::npos)
+      << error;
+}
+
 TEST_F(Opening, NamesAFileThatDoesNotBelongToTheDataset) {
   Reader reader(sample("tank"));
   reader->AddFileName(sample("channel").c_str());
   ASSERT_TRUE(reader.open());
-  const std::vector<std::string> warnings = reader.take_warnings();
+  std::vector<std::string> warnings = reader.take_warnings();
   ASSERT_EQ(warnings.size(), 1U);
   EXPECT_NE(warnings[0].find("channel.fld does not belong to the dataset of"), std::string::npos);
+
+  reader->AddFileName(sample("sector").c_str());
+  ASSERT_TRUE(reader.open());
+  warnings = reader.take_warnings();
+  ASSERT_EQ(warnings.size(), 1U);
+  EXPECT_NE(warnings[0].find("channel.fld and 1 more do not belong to the dataset of"), std::string::npos);
 }
 
 TEST_F(Opening, NamesSuchAFileWithTheSimplifyingOptionToo) {
@@ -110,6 +122,19 @@ TEST_F(Opening, AMissingFileIsOneErrorWhateverIsShown) {
   EXPECT_NE(errors[0].find("cannot read 'Pressure' and 2 more on part 'sliding_impeller' and 18 more: " +
                            gone.string() + ": THE FILE CANNOT BE OPENED."),
             std::string::npos)
+      << errors[0];
+}
+
+TEST_F(Opening, AMissingFirstFileIsNamedOnce) {
+  Reader reader(sample("tank"));
+  ASSERT_TRUE(reader.open());
+  std::filesystem::remove(sample("tank"));
+  EXPECT_FALSE(reader.update(reader.times()[1]));
+  const std::vector<std::string> errors = reader.take_errors();
+  ASSERT_EQ(errors.size(), 1U);
+  EXPECT_NE(
+      errors[0].find("cannot read step 1 of " + sample("tank").string() + ": THE FILE CANNOT BE OPENED."),
+      std::string::npos)
       << errors[0];
 }
 

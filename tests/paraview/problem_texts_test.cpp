@@ -38,5 +38,24 @@ TEST_F(ProblemTexts, AreOneForEachCause) {
              "cannot read 'Velocity' on part 'hub': b.fld: other"}));
 }
 
+TEST(OtherFilesText, IsOneForAllFiles) {
+  EXPECT_EQ(paraview::other_files_text({"b.fld"}, "a_0.fld"),
+            "b.fld does not belong to the dataset of a_0.fld and is left out");
+  EXPECT_EQ(paraview::other_files_text({"b.fld", "c.fld", "d.fld"}, "a_0.fld"),
+            "b.fld and 2 more do not belong to the dataset of a_0.fld and are left out");
+}
+
+TEST(ReasonWithFile, NamesTheFileOnce) {
+  EXPECT_EQ(paraview::reason_with_file("a.fld", "no memory"), "a.fld: no memory");
+  EXPECT_EQ(paraview::reason_with_file("a.fld", "a.fld: no memory"), "a.fld: no memory");
+  EXPECT_EQ(paraview::reason_with_file("a.fld", "b.fld: no memory"), "a.fld: b.fld: no memory");
+}
+
+TEST(MessageLine, HasNeitherLineBreaksNorBytesThatAreNoText) {
+  EXPECT_EQ(paraview::message_line("two\nlines\t\x1b[1m"), "two lines  [1m");
+  EXPECT_EQ(paraview::message_line("\xE6\x97\xA5.fld"), "\xE6\x97\xA5.fld");
+  EXPECT_EQ(paraview::message_line("\x93\xFA.fld"), "\xE6\x97\xA5.fld");  // Shift_JIS
+}
+
 }  // namespace
 }  // namespace paraview_test
