@@ -156,7 +156,7 @@ vtkSmartPointer<vtkDataObject> ShareStore::grid_of(int number, const DatasetInfo
   const auto found = parts_.find(number);
   if (found == parts_.end() || !found->second.points) return nullptr;
   Part& part = found->second;
-  // Which looks at every cell.
+  // Kept, since make_grid looks at every cell.
   if (!part.mesh) part.mesh = vtkdata::make_grid(part.points, part.cells);
   auto grid = vtkSmartPointer<vtkUnstructuredGrid>::New();
   grid->CopyStructure(part.mesh);

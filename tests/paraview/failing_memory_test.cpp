@@ -16,7 +16,7 @@
 
 namespace {
 
-// Observers get memory.
+// Only counts: an observer that needs memory would fail as well.
 void count_errors(vtkObject*, unsigned long, void* count, void*) {
   ++*static_cast<int*>(count);
 }

@@ -1,5 +1,5 @@
-// Injected allocation failures. The program is linked so that every malloc, calloc and realloc of its objects
-// goes through here.
+// Injected allocation failures. The program is linked so that the requests of its objects go through here:
+// malloc, calloc and realloc with failing_memory.cpp, operator new with failing_own_new.cpp.
 #pragma once
 
 #include "tests/support/fault_plan.h"

@@ -1,6 +1,5 @@
-// operator new of the objects of a program, but not of the libraries that it loads. The program is linked
-// with
-// --wrap for each of these names.
+// operator new of a program's own objects, but not of the libraries that it loads. The program is linked
+// with --wrap for each of these names.
 #include <cstddef>
 #include <new>
 
