@@ -21,16 +21,13 @@ namespace {
 using tool_test::Result;
 using tool_test::run_fldtool;
 
-// In the complete run, a tenth of all damages: each takes three programs.
-constexpr std::size_t kComplete = 10;
-
 class HostileFileTool : public testing::Test {
  protected:
   void expect_good_ends(const faults::Damages& damages, std::size_t partial,
                         const std::string& name = "case.fld") {
     const std::string path = (directory_ / name).string();
     for (std::size_t number = 0; number < damages.count();
-         number += faults::sweep_stride(partial, kComplete)) {
+         number += faults::sweep_stride(partial, faults::kAboutATenth)) {
       SCOPED_TRACE(damages.describe(number));
       testkit::write_bytes(path, damages.damaged(number));
       ++tried_;
@@ -82,7 +79,9 @@ TEST_F(HostileFileTool, TheSecondOfASeriesDamaged) {
   testkit::write_file(faults::base_of_series(), directory_ / "case_0.fld");
   const std::string bytes = testkit::to_bytes(faults::motion_of_series(), &places_);
   expect_good_ends(faults::Truncations(bytes), 1201, "case_1.fld");
+  expect_good_ends(faults::BitFlips(bytes), 9973, "case_1.fld");
   expect_good_ends(faults::WordChanges::extremes(bytes), 1009, "case_1.fld");
+  expect_good_ends(faults::WordChanges::markers(bytes), 607, "case_1.fld");
   expect_good_ends(faults::SectionMoves(bytes, places_), 13, "case_1.fld");
 }
 
