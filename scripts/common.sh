@@ -45,13 +45,19 @@ quietly() {
   return "$status"
 }
 
-# install_packages GROUP...: installs the packages of these groups of packages.txt that are missing.
-install_packages() {
-  local group package missing=() as_root=()
+# missing_packages GROUP...: the packages of these groups of packages.txt that are not installed.
+missing_packages() {
+  local group package
   while read -r group package; do
     [[ " $* " == *" $group "* ]] || continue
-    [[ $(dpkg-query -W -f='${db:Status-Status}' "$package" 2>/dev/null) == installed ]] || missing+=("$package")
+    [[ $(dpkg-query -W -f='${db:Status-Status}' "$package" 2>/dev/null) == installed ]] || echo "$package"
   done <scripts/packages.txt
+}
+
+# install_packages GROUP...: installs the packages of these groups that are missing.
+install_packages() {
+  local missing as_root=()
+  mapfile -t missing < <(missing_packages "$@")
   if ((${#missing[@]} == 0)); then
     echo "all there"
     return
@@ -63,6 +69,29 @@ install_packages() {
   ((EUID == 0)) || as_root=(sudo)
   echo "installing ${missing[*]}"
   quietly packages "${as_root[@]}" scripts/apt-install "${missing[@]}"
+}
+
+# install_while_building PRESET GROUP...: installs "build", then the other groups, which keeps one processor busy for a
+# minute or two. Where nothing was built yet another one meanwhile builds what needs none of them: the plug-in and the
+# tests of the libraries.
+install_while_building() {
+  local preset=$1 status=0 builder
+  shift
+  install_packages build
+  if [[ -e build/$preset || -z $(missing_packages "$@") ]]; then
+    install_packages "$@"
+    return
+  fi
+  quietly configure-meanwhile cmake --preset "$preset" -DFLD_BUILD_VTK=OFF -DFLD_BUILD_PYTHON=OFF
+  ninja -C "build/$preset" -j1 userd-fld test_{support,format,dataset,reader,reader_internals,host,inspect} \
+    >build/logs/build-meanwhile.log 2>&1 &
+  builder=$!
+  install_packages "$@" || status=$?
+  kill "$builder" 2>/dev/null || true
+  wait "$builder" || true
+  # It would go on without what is there now.
+  rm "build/$preset/CMakeCache.txt"
+  return "$status"
 }
 
 # The virtual environment with packages of PyPI, and where wheels of the checkout go.
