@@ -21,11 +21,14 @@ namespace {
 using tool_test::Result;
 using tool_test::run_fldtool;
 
-class HostileFileTool : public testing::Test {
+class DamagedFileTool : public testing::Test {
  protected:
-  void expect_good_ends(const faults::Damages& damages, std::size_t partial,
-                        const std::string& name = "case.fld") {
-    const std::string path = (directory_ / name).string();
+  DamagedFileTool(const testkit::File& file, const std::string& name)
+      : bytes_(testkit::to_bytes(file, &places_)), name_(name) {}
+
+  // Tries each `partial`-th damage, or about a tenth of all.
+  void expect_good_ends(const faults::Damages& damages, std::size_t partial) {
+    const std::string path = (directory_ / name_).string();
     for (std::size_t number = 0; number < damages.count();
          number += faults::sweep_stride(partial, faults::kAboutATenth)) {
       SCOPED_TRACE(damages.describe(number));
@@ -50,6 +53,7 @@ class HostileFileTool : public testing::Test {
 
   testkit::TemporaryDirectory directory_;
   testkit::Places places_;
+  std::string bytes_;
 
  private:
   static void expect_good_end(const std::vector<std::string>& arguments, const std::set<int>& statuses) {
@@ -63,26 +67,61 @@ class HostileFileTool : public testing::Test {
     }
   }
 
+  std::string name_;
   int tried_ = 0;
 };
 
-TEST_F(HostileFileTool, DamagedInEveryWay) {
-  const std::string bytes = testkit::to_bytes(faults::every_construct(), &places_);
-  expect_good_ends(faults::Truncations(bytes), 3001);
-  expect_good_ends(faults::BitFlips(bytes), 19937);
-  expect_good_ends(faults::WordChanges::extremes(bytes), 4001);
-  expect_good_ends(faults::WordChanges::markers(bytes), 607);
-  expect_good_ends(faults::SectionMoves(bytes, places_), 23);
+class HostileFileTool : public DamagedFileTool {
+ protected:
+  HostileFileTool() : DamagedFileTool(faults::every_construct(), "case.fld") {}
+};
+
+// The second file of a series.
+class HostileSeriesTool : public DamagedFileTool {
+ protected:
+  HostileSeriesTool() : DamagedFileTool(faults::motion_of_series(), "case_1.fld") {
+    testkit::write_file(faults::base_of_series(), directory_ / "case_0.fld");
+  }
+};
+
+TEST_F(HostileFileTool, CutOffAnywhere) {
+  expect_good_ends(faults::Truncations(bytes_), 3001);
 }
 
-TEST_F(HostileFileTool, TheSecondOfASeriesDamaged) {
-  testkit::write_file(faults::base_of_series(), directory_ / "case_0.fld");
-  const std::string bytes = testkit::to_bytes(faults::motion_of_series(), &places_);
-  expect_good_ends(faults::Truncations(bytes), 1201, "case_1.fld");
-  expect_good_ends(faults::BitFlips(bytes), 9973, "case_1.fld");
-  expect_good_ends(faults::WordChanges::extremes(bytes), 1009, "case_1.fld");
-  expect_good_ends(faults::WordChanges::markers(bytes), 607, "case_1.fld");
-  expect_good_ends(faults::SectionMoves(bytes, places_), 13, "case_1.fld");
+TEST_F(HostileFileTool, AnyBitFlipped) {
+  expect_good_ends(faults::BitFlips(bytes_), 19937);
+}
+
+TEST_F(HostileFileTool, AnyWordExtreme) {
+  expect_good_ends(faults::WordChanges::extremes(bytes_), 4001);
+}
+
+TEST_F(HostileFileTool, AnyMarkerWrong) {
+  expect_good_ends(faults::WordChanges::markers(bytes_), 607);
+}
+
+TEST_F(HostileFileTool, AnySectionMissingDoubledOrMoved) {
+  expect_good_ends(faults::SectionMoves(bytes_, places_), 23);
+}
+
+TEST_F(HostileSeriesTool, CutOffAnywhere) {
+  expect_good_ends(faults::Truncations(bytes_), 1201);
+}
+
+TEST_F(HostileSeriesTool, AnyBitFlipped) {
+  expect_good_ends(faults::BitFlips(bytes_), 9973);
+}
+
+TEST_F(HostileSeriesTool, AnyWordExtreme) {
+  expect_good_ends(faults::WordChanges::extremes(bytes_), 1009);
+}
+
+TEST_F(HostileSeriesTool, AnyMarkerWrong) {
+  expect_good_ends(faults::WordChanges::markers(bytes_), 607);
+}
+
+TEST_F(HostileSeriesTool, AnySectionMissingDoubledOrMoved) {
+  expect_good_ends(faults::SectionMoves(bytes_, places_), 13);
 }
 
 }  // namespace
