@@ -160,34 +160,39 @@ std::int64_t Block::write_nothing(Field& field, std::size_t width, std::size_t r
   return field.nothing;
 }
 
-void Block::write_values(host::Session& session, std::optional<int> part, int number,
-                         const std::string& name) {
+void Block::write_variable(host::Session& session, std::optional<int> part, int number,
+                           const std::string& name) {
   const host::Variable& variable = session.variable(number);
-  const bool is_nodal = variable.location == host::Location::node;
-  const auto width = static_cast<std::size_t>(variable.components());
   const auto values = part ? values_of(session, variable, *part) : std::nullopt;
-  Field& field = fields_[number];
+  write_values(name, variable.location == host::Location::node,
+               static_cast<std::size_t>(variable.components()), values);
+}
+
+void Block::write_values(const std::string& name, bool is_nodal, std::size_t width,
+                         const std::optional<std::span<const float>>& values) {
+  const std::size_t rows = is_nodal ? xyz_.size() / 3 : cells_;
+  Field& field = fields_[name];
   if (!field.rows) {
     if (!values) return;
     const Storage storage{.type = options_.real_type, .width = width, .compression = options_.compression};
-    const std::size_t rows = values->size() / width;
     field.rows = std::make_unique<GrowingArray>(is_nodal ? point_data_ : cell_data_, name, storage, rows);
     field.offsets = step_array(is_nodal ? point_data_offsets_ : cell_data_offsets_, name);
     // The steps before had no values of it.
     if (step_ > 0) write_nothing(field, width, most_rows_);
     for (std::size_t step = 0; step < step_; ++step) field.offsets->stage(field.nothing);
   }
-  const std::size_t rows = is_nodal ? xyz_.size() / 3 : cells_;
   const std::int64_t start =
       values ? field.rows->append(H5T_NATIVE_FLOAT, values->data(), rows) : write_nothing(field, width, rows);
   field.offsets->stage(start);
 }
 
-void Block::write_step(host::Session& session, std::optional<int> part, const std::vector<int>& variables,
-                       const std::vector<std::string>& names, double time) {
+void Block::write_step(host::Session& session, std::optional<int> part, const BlockArrays& arrays,
+                       double time) {
   write_mesh(session, part);
-  for (const int variable : variables)
-    write_values(session, part, variable, names[static_cast<std::size_t>(variable) - 1]);
+  for (const int variable : arrays.variables)
+    write_variable(session, part, variable, arrays.names[static_cast<std::size_t>(variable) - 1]);
+  for (const NodalArray& array : arrays.more)
+    write_values(array.name, true, array.width, part ? array.values(*part) : std::nullopt);
   most_rows_ = std::max({most_rows_, xyz_.size() / 3, cells_});
   times_->stage(time);
   part_offsets_->stage(meshes_ - 1);
@@ -202,7 +207,7 @@ void Block::finish_step() {
   for (const auto* array :
        {&part_offsets_, &part_numbers_, &point_offsets_, &cell_offsets_, &corner_offsets_})
     (*array)->commit();
-  for (const auto& [number, field] : fields_) {
+  for (const auto& [name, field] : fields_) {
     if (field.offsets) field.offsets->commit();
   }
   for (const auto& counts : counts_) counts->commit();

@@ -5,9 +5,11 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -22,15 +24,30 @@ struct BlockOptions {
   int compression = 0;  // of zlib, 1 to 9; 0 for none
 };
 
+// Values per node beside those of the dataset.
+struct NodalArray {
+  std::string name;
+  std::size_t width = 1;  // values of a node
+  // Those of a part at the session's step, node by node, valid until the next call; none where the step lacks
+  // them.
+  std::function<std::optional<std::span<const float>>(int part)> values;
+};
+
+// What a block has besides its mesh. Names are unique, and have no "/".
+struct BlockArrays {
+  std::vector<int> variables{};      // numbers
+  std::vector<std::string> names{};  // of all variables of the dataset
+  std::vector<NodalArray> more{};
+};
+
 class Block {
  public:
   // A block of that name below the group, `index` being its number in the file.
   Block(const Handle& root, const std::string& name, std::size_t index, const BlockOptions& options);
 
-  // Writes the next step: the part's mesh, unless it is the one of the step before, and the variables with
-  // these numbers, named by `names`. Without a part the step has no points and cells.
-  void write_step(host::Session& session, std::optional<int> part, const std::vector<int>& variables,
-                  const std::vector<std::string>& names, double time);
+  // Writes the next step: the part's mesh, unless it is the one of the step before, and the arrays. Without a
+  // part the step has no points and cells.
+  void write_step(host::Session& session, std::optional<int> part, const BlockArrays& arrays, double time);
   // Puts what says where the step's rows begin into the file.
   void finish_step();
   // Makes the step one that the file has; to be called when the rest of it has reached the disk.
@@ -50,7 +67,9 @@ class Block {
   bool take_cells(host::Session& session, std::optional<int> part);
   void write_points();
   void write_cells();
-  void write_values(host::Session& session, std::optional<int> part, int variable, const std::string& name);
+  void write_variable(host::Session& session, std::optional<int> part, int number, const std::string& name);
+  void write_values(const std::string& name, bool is_nodal, std::size_t width,
+                    const std::optional<std::span<const float>>& values);
   std::int64_t write_nothing(Field& field, std::size_t width, std::size_t rows) const;
   std::unique_ptr<StepArray<std::int64_t>> step_array(const Handle& group, const std::string& name) const;
   std::unique_ptr<GrowingArray> mesh_array(const std::string& name, hid_t type, std::size_t rows) const;
@@ -87,8 +106,8 @@ class Block {
   std::int64_t cell_start_ = 0;
   std::int64_t corner_start_ = 0;
 
-  std::map<int, Field> fields_;  // by the number of the variable
-  std::size_t most_rows_ = 0;    // of a step so far
+  std::map<std::string, Field> fields_;  // by name
+  std::size_t most_rows_ = 0;            // of a step so far
 };
 
 }  // namespace vtkhdf

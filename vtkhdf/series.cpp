@@ -79,9 +79,11 @@ Series::Series(const fs::path& path, host::Session& session, SeriesOptions optio
     : path_(target_of(path)),
       temporary_(make_file_beside(path_)),
       options_(std::move(options)),
-      variable_names_(host::variable_names(session)),
+      arrays_{options_.variables, host::variable_names(session), options_.more},
       used_names_{"Assembly"} {
-  for (std::string& name : variable_names_) name = group_name(name);
+  std::set<std::string> used;
+  for (std::string& name : arrays_.names) name = unused(group_name(name), used);
+  for (NodalArray& array : arrays_.more) array.name = unused(group_name(array.name), used);
   try {
     make_root();
   } catch (const WriteError&) {
@@ -131,7 +133,7 @@ Block& Series::block_of(host::Session& session, const host::PartIdentity& identi
   block = std::make_unique<Block>(contents_->root, free_name, contents_->blocks.size() - 1, options);
   names_[identity] = free_name;
   for (const double time : times_) {
-    block->write_step(session, std::nullopt, {}, variable_names_, time);
+    block->write_step(session, std::nullopt, {}, time);
     block->finish_step();
   }
   return *block;
@@ -177,13 +179,12 @@ void Series::add_step(host::Session& session, const std::vector<int>& parts,
   for (const auto& [identity, block] : contents_->blocks) missing.insert(identity);
   for (const int part : parts) {
     const auto at = static_cast<std::size_t>(part) - 1;
-    block_of(session, identities[at], part_names[at])
-        .write_step(session, part, options_.variables, variable_names_, time);
+    block_of(session, identities[at], part_names[at]).write_step(session, part, arrays_, time);
     missing.erase(identities[at]);
     after_part();
   }
   for (const host::PartIdentity& identity : missing)
-    contents_->blocks[identity]->write_step(session, std::nullopt, options_.variables, variable_names_, time);
+    contents_->blocks[identity]->write_step(session, std::nullopt, arrays_, time);
 
   add_to_assembly(contents_->assembly, "", host::make_part_tree(session, parts), identities);
   for (const auto& [identity, block] : contents_->blocks) block->finish_step();

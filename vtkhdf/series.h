@@ -18,8 +18,9 @@
 namespace vtkhdf {
 
 struct SeriesOptions {
-  std::vector<int> variables;  // numbers
-  std::size_t steps = 1;       // that are going to be written at most
+  std::vector<int> variables;      // numbers
+  std::vector<NodalArray> more{};  // on each part
+  std::size_t steps = 1;           // that are going to be written at most
   bool double_precision = false;
   bool compress = false;  // with zlib
 };
@@ -63,7 +64,7 @@ class Series {
   std::filesystem::path path_;
   std::filesystem::path temporary_;  // empty when the file has its name
   SeriesOptions options_;
-  std::vector<std::string> variable_names_;
+  BlockArrays arrays_;
   std::vector<double> times_;  // of the steps that are complete
   std::unique_ptr<Contents> contents_ = std::make_unique<Contents>();
   std::map<host::PartIdentity, std::string> names_;  // of the blocks

@@ -6,9 +6,13 @@
 #include <filesystem>
 #include <map>
 #include <string>
+#include <vector>
+#include <vtkFloatArray.h>
+#include <vtkPointData.h>
 
 #include "samples/tank.h"
 #include "testkit/temporary_directory.h"
+#include "tests/tool/converted_series.h"
 #include "tests/tool/run_fldtool.h"
 #include "tests/vtkhdf/hdf_collection.h"
 
@@ -46,6 +50,27 @@ TEST_F(ConvertToVtkHdf, IsSmallerWhenCompressed) {
             0);
   EXPECT_LT(fs::file_size(in("zlib.vtkhdf")), fs::file_size(in("plain.vtkhdf")) * 3 / 4);
   EXPECT_GT(fs::file_size(in("wide.vtkhdf")), fs::file_size(in("plain.vtkhdf")) * 5 / 4);
+}
+
+TEST_F(ConvertToVtkHdf, HasDerivedVariablesAsTheSeriesHas) {
+  const tool_test::Names options = {
+      "--steps", "3", "--parts", "blade_1,tank_zone", "--variables", "Velocity,mag(Velocity),grad(Pressure)"};
+  const fs::path series = tool_test::convert(path, directory / "tank.pvd", options);
+  const tool_test::Composite step(tool_test::steps_of(series).front().file);
+  std::vector<std::string> arguments = {"convert", path, in("tank.vtkhdf")};
+  arguments.insert(arguments.end(), options.begin(), options.end());
+  ASSERT_EQ(run_fldtool(arguments).status, 0);
+  const vtkhdf_test::Collection file(in("tank.vtkhdf"));
+  for (const char* part : {"blade_1", "tank_zone"}) {
+    for (const char* name : {"Velocity", "mag(Velocity)", "grad(Pressure)"}) {
+      const auto* wanted = vtkFloatArray::SafeDownCast(step.part(part)->GetPointData()->GetArray(name));
+      ASSERT_NE(wanted, nullptr) << name;
+      const std::vector<float> found = file.values(part, "PointData", name, 0);
+      ASSERT_EQ(found.size(), static_cast<std::size_t>(wanted->GetNumberOfValues())) << name;
+      for (std::size_t i = 0; i < found.size(); ++i)
+        ASSERT_EQ(found[i], wanted->GetValue(static_cast<vtkIdType>(i))) << name << " at " << i;
+    }
+  }
 }
 
 TEST_F(ConvertToVtkHdf, KnowsNoLz4) {

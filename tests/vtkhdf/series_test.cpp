@@ -11,6 +11,8 @@
 #include <iterator>
 #include <limits>
 #include <numeric>
+#include <optional>
+#include <span>
 #include <string>
 #include <thread>
 #include <vector>
@@ -372,6 +374,38 @@ TEST(Series, OfOddNamesKeepsThemApart) {
   EXPECT_EQ(file.nodes("Surfaces"), (Names{"a_b", "a_b_", "Assembly_", "_", "__", "_1st"}));
   for (const char* block : {"a_b", "a_b_", "Assembly_", "_", "外", "1st"})
     expect_grid(file.grid(block, 0), dataset.session(), 1, block);
+}
+
+TEST(Series, OfVariablesWithOddNamesKeepsThemApart) {
+  testkit::TemporaryDirectory directory;
+  testkit::File description = testkit::file_of(testkit::one_tetrahedron());
+  for (const char* name : {"a/b", "a_b"}) {
+    const double value = name[1] == '/' ? 1.5 : 2.5;
+    description.region_sets.front().add(
+        testkit::scalar_section({.name = name, .label = "", .values = std::vector<double>(4, value)}));
+  }
+  host_test::OpenFile dataset(description);
+  write_all(dataset.session(), directory / "x.vtkhdf");
+  const Collection file(directory / "x.vtkhdf");
+  EXPECT_EQ(file.values("fluid", "PointData", "a_b", 0), std::vector<float>(4, 1.5F));
+  EXPECT_EQ(file.values("fluid", "PointData", "a_b_", 0), std::vector<float>(4, 2.5F));
+}
+
+TEST_F(ChangingMesh, TakesValuesThatAreNotItsOwn) {
+  std::vector<float> given;
+  const auto values = [&](int part) -> std::optional<std::span<const float>> {
+    if (reader.session().step() == 0) return std::nullopt;
+    const int nodes = reader.session().parts()[static_cast<std::size_t>(part) - 1].nodes;
+    given.assign(static_cast<std::size_t>(nodes) * 2, 7.5F);
+    return given;
+  };
+  write_all(reader.session(), directory / "more.vtkhdf", {.variables = {}, .more = {{"p", 2, values}}});
+  const Collection file(directory / "more.vtkhdf");
+  EXPECT_EQ(file.values("fluid", "PointData", "p", 0), std::vector<float>(4, 0.25F));
+  expect_same(file.values("fluid", "PointData", "p_", 0),
+              std::vector<float>(8, std::numeric_limits<float>::quiet_NaN()), "without values");
+  EXPECT_EQ(file.values("fluid", "PointData", "p_", 2), std::vector<float>(8, 7.5F));
+  EXPECT_EQ(file.values("ALL_ELEMENTS", "PointData", "p_", 1), std::vector<float>(22, 7.5F));
 }
 
 }  // namespace
