@@ -74,25 +74,26 @@ install_packages() {
 # install_while_building PRESET GROUP...: installs "build", then the other groups, which keeps one processor busy for a
 # minute or two. Where nothing was built yet another one meanwhile builds what needs none of them: the plug-in and the
 # tests of the libraries.
-install_while_building() {
-  local preset=$1 status=0 builder
+install_while_building() (
+  preset=$1
   shift
   install_packages build
   if [[ -e build/$preset || -z $(missing_packages "$@") ]]; then
     install_packages "$@"
     return
   fi
-  quietly configure-meanwhile cmake --preset "$preset" -DFLD_BUILD_VTK=OFF -DFLD_BUILD_PYTHON=OFF
+  # What it does not find now it would not look for again.
+  trap 'rm -f "build/$preset/CMakeCache.txt"' EXIT
+  quietly configure-meanwhile cmake --preset "$preset"
   ninja -C "build/$preset" -j1 userd-fld test_{support,format,dataset,reader,reader_internals,host,inspect} \
     >build/logs/build-meanwhile.log 2>&1 &
   builder=$!
+  status=0
   install_packages "$@" || status=$?
   kill "$builder" 2>/dev/null || true
   wait "$builder" || true
-  # It would go on without what is there now.
-  rm "build/$preset/CMakeCache.txt"
   return "$status"
-}
+)
 
 # The virtual environment with packages of PyPI, and where wheels of the checkout go.
 pypi=build/pypi
