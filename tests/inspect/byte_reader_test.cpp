@@ -2,6 +2,7 @@
 #include "inspect/byte_reader.h"
 
 #include "gtest/gtest.h"
+#include <array>
 #include <filesystem>
 #include <span>
 #include <sys/stat.h>
@@ -62,6 +63,8 @@ TEST(ByteReader, NothingBehindTheEnd) {
   EXPECT_EQ(reader.int32_at(~std::uint64_t{0}), std::nullopt);
   EXPECT_EQ(reader.text_at(3, 2), "\x04\x05");
   EXPECT_EQ(reader.text_at(4, 2), std::nullopt);
+  EXPECT_EQ(reader.text_at(5, 0), "");
+  EXPECT_EQ(reader.text_at(6, 0), std::nullopt);
 }
 
 TEST(ByteReader, TellsHowFarItGot) {
@@ -118,6 +121,19 @@ TEST(FileSource, AFileThatBecomesShorter) {
     FAIL() << "nothing was noticed";
   } catch (const inspect::ReadError& error) {
     EXPECT_STREQ(error.what(), "became shorter while it was read");
+  }
+}
+
+TEST(FileSource, AReadThatFailsIsTold) {
+  const testkit::TemporaryDirectory directory;
+  testkit::write_bytes(directory / "a.fld", "1234");
+  inspect::FileSource source(directory / "a.fld");
+  std::array<unsigned char, 4> bytes{};
+  try {
+    source.read(std::uint64_t{1} << 63, bytes);  // no offset of a file
+    FAIL() << "it was read";
+  } catch (const inspect::ReadError& error) {
+    EXPECT_STREQ(error.what(), "Invalid argument");
   }
 }
 

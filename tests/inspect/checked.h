@@ -47,6 +47,11 @@ inline Lines told(const testkit::File& file) {
   return told(testkit::to_bytes(file));
 }
 
+// In place of a conversion to UTF-8: shows which texts it would be applied to.
+inline std::string in_brackets(const std::string& bytes) {
+  return "[" + bytes + "]";
+}
+
 // Whether a check of the structure, or a full check, finds an error or a warning.
 bool finds(const std::string& bytes, bool full);
 

@@ -31,14 +31,46 @@ std::string text_of(const std::string& bytes, const std::vector<std::string>& ti
   return text;
 }
 
-TEST(Layout, TheRecordsFollowEachOtherWithoutAGap) {
-  const std::string bytes = testkit::to_bytes(inspect_test::rich_file());
+// Where the last entry ends, if each begins where the one before it ends.
+std::uint64_t end_of_gapless(const std::vector<LayoutEntry>& entries) {
   std::uint64_t offset = 0;
-  for (const LayoutEntry& entry : entries_of(bytes)) {
+  for (const LayoutEntry& entry : entries) {
+    if (entry.type == EntryType::problem) continue;
     EXPECT_EQ(entry.offset, offset);
     offset = entry.offset + entry.length;
   }
-  EXPECT_EQ(offset, bytes.size());
+  return offset;
+}
+
+TEST(Layout, TheRecordsFollowEachOtherWithoutAGap) {
+  const std::string bytes = testkit::to_bytes(inspect_test::rich_file());
+  EXPECT_EQ(end_of_gapless(entries_of(bytes)), bytes.size());
+}
+
+TEST(Layout, ARecordWithoutElementsIsOne) {
+  testkit::File file = inspect_test::small_file();
+  testkit::Block& x = file.region_sets.front().section("LS_Nodes").blocks[1];
+  x = x.with_rule({4, 4, 2});
+  const Written written(file);
+  std::string bytes = written.bytes;
+  const std::uint64_t place = written.value("LS_Nodes", 1) + 20;
+  bytes.insert(place, 8, '\0');
+  std::vector<LayoutEntry> found;
+  for (const LayoutEntry& entry : entries_of(bytes)) {
+    if (entry.offset == place) found.push_back(entry);
+  }
+  ASSERT_EQ(found.size(), 1U);
+  EXPECT_EQ(found[0].type, EntryType::record);
+  EXPECT_EQ(found[0].length, 8U);
+  EXPECT_EQ(found[0].count, 0);
+  EXPECT_TRUE(inspect::layout_line(found[0]).ends_with(" 4           0\n")) << inspect::layout_line(found[0]);
+}
+
+TEST(Layout, ASectionThatEndsEarlyHasItsEndRule) {
+  testkit::File file = inspect_test::small_file();
+  file.region_sets.front().section("LS_Nodes").blocks.pop_back();
+  const std::string bytes = testkit::to_bytes(file);
+  EXPECT_EQ(end_of_gapless(entries_of(bytes)), bytes.size());
 }
 
 TEST(Layout, LinesOfAHeaderItem) {
@@ -67,6 +99,20 @@ TEST(Layout, TextsAndRegionsAndSplitBlocks) {
   EXPECT_NE(text.find("    name of region 0"), std::string::npos) << text;
   EXPECT_NE(text.find("= \"wall\"\n"), std::string::npos) << text;
   EXPECT_NE(text.find("2 records of 3\n"), std::string::npos) << text;
+}
+
+// They may be a million.
+TEST(Layout, TheNamesOfAllRegionsAreNotShown) {
+  const Written file(inspect_test::rich_file());
+  const std::uint64_t names = file.rule("LS_SurfaceGeometryArray", 2) + 20;
+  int found = 0;
+  for (const LayoutEntry& entry : entries_of(file.bytes)) {
+    if (entry.offset != names) continue;
+    ++found;
+    EXPECT_EQ(entry.type, EntryType::record);
+    EXPECT_EQ(entry.text, std::nullopt);
+  }
+  EXPECT_EQ(found, 1);
 }
 
 TEST(Layout, PicksByTitle) {
@@ -117,10 +163,50 @@ TEST(Layout, ShowsWhatIsSteppedOver) {
   std::vector<std::uint64_t> skipped;
   for (const LayoutEntry& entry : entries_of(bytes)) {
     if (entry.type == EntryType::skipped) skipped.push_back(entry.offset);
+    if (entry.type == EntryType::end_rule) {
+      EXPECT_EQ(entry.length, 20U) << entry.offset;
+    }
   }
   // The data record of x, rule and data of y and z, the end rule.
   const std::uint64_t x = file.rule("LS_Nodes", 1);
   EXPECT_EQ(skipped, (std::vector<std::uint64_t>{x + 20, x + 44, x + 64, x + 88, x + 108, x + 132}));
+}
+
+// Calls of the walk over blocks.
+class BlockPairs : public inspect::Visitor {
+ public:
+  void begin_block(const inspect::Block&) override { ++open_; }
+  void end_block(const inspect::Block&) override {
+    --open_;
+    ++ended;
+  }
+  void end_section(const inspect::Title& title, const inspect::Record&) override {
+    EXPECT_EQ(open_, 0) << title.text;
+  }
+  int ended = 0;
+
+ private:
+  int open_ = 0;
+};
+
+TEST(Walk, EveryBlockThatBeginsEnds) {
+  testkit::File file = inspect_test::small_file();
+  file.region_sets.front().sections.clear();
+  file.header.items.clear();
+  file.region_sets.front().add({.title = "LS_Unheard", .blocks = {testkit::Block::integers({1, 2, 3})}});
+  inspect::StringSource source(testkit::to_bytes(file));
+  BlockPairs pairs;
+  inspect::walk(source, pairs);
+  EXPECT_EQ(pairs.ended, 2);  // the leading integer and the data
+}
+
+TEST(Walk, TellsFldFilesByTheirFirstRecord) {
+  inspect::StringSource fld(testkit::to_bytes(inspect_test::small_file()));
+  EXPECT_TRUE(inspect::is_fld(fld));
+  inspect::StringSource other("VTRL-FLD is not at the beginning");
+  EXPECT_FALSE(inspect::is_fld(other));
+  inspect::StringSource empty("");
+  EXPECT_FALSE(inspect::is_fld(empty));
 }
 
 }  // namespace

@@ -24,8 +24,10 @@ Written mesh_file(const Mesh& mesh, std::int32_t bias = 0) {
 TEST(MeshFindings, AnUnknownElementCode) {
   const Written file = mesh_file(testkit::one_of_each());
   const std::uint64_t place = file.value("LS_Elements", 1) + 4;
-  EXPECT_EQ(told(with_integer(file.bytes, place, 37)).front(),
-            line(501, place, "23, 24, 34, 35, 36 or 38", "37"));
+  for (const std::int32_t code : {37, 256, -1}) {
+    EXPECT_EQ(told(with_integer(file.bytes, place, code)).front(),
+              line(501, place, "23, 24, 34, 35, 36 or 38", std::to_string(code)));
+  }
 }
 
 TEST(MeshFindings, AConnectivityOfTheWrongLength) {
@@ -61,6 +63,13 @@ TEST(MeshFindings, ANodeListOfTheWrongLength) {
   const Written gathered(testkit::file_of(mesh, {.surface_form = testkit::RegionForm::kArray}));
   EXPECT_EQ(told(gathered.bytes),
             Lines{line(505, gathered.value("LS_SurfaceGeometryArray", 6) + 4, "4", "5")});
+}
+
+TEST(MeshFindings, ANodeListOfLinesTooIsRight) {
+  Mesh mesh = testkit::one_tetrahedron();
+  mesh.surfaces[0].add(testkit::kLineFace, {0, 1});
+  mesh.surfaces[0].add(testkit::kQuadrilateralFace, {0, 1, 2, 3});
+  EXPECT_EQ(told(mesh_file(mesh).bytes), Lines{});
 }
 
 TEST(MeshFindings, AFacesNodeOutside) {
@@ -127,10 +136,16 @@ TEST(MeshFindings, AnUnknownCoordinateSystem) {
 TEST(MeshFindings, FlatElementsAreANote) {
   Mesh mesh = testkit::one_tetrahedron();
   mesh.elements.add(testkit::kTriangle, {0, 1, 2});
-  mesh.materials = {1, 1};
+  mesh.elements.add(testkit::kQuadrilateral, {0, 1, 2, 3});
+  mesh.materials = {1, 1, 1};
   const Written file = mesh_file(mesh);
-  EXPECT_EQ(told(file.bytes), Lines{line(513, file.value("LS_Elements", 1) + 4, "solids", "1 of 2")});
+  EXPECT_EQ(told(file.bytes), Lines{line(513, file.value("LS_Elements", 1) + 4, "solids", "2 of 3")});
   EXPECT_FALSE(inspect_test::finds(file.bytes, true));
+  // The first one is told of, also in records of two elements.
+  testkit::File split = testkit::file_of(mesh);
+  split.split = 2;
+  const Written written(split);
+  EXPECT_EQ(told(written.bytes), Lines{line(513, written.value("LS_Elements", 1) + 4, "solids", "2 of 3")});
 }
 
 TEST(MeshFindings, AMeshWithNothingInIt) {

@@ -49,9 +49,37 @@ TEST_F(MotionFindings, ANameThatBeginsWithTheRegionsMeansIt) {
   EXPECT_EQ(told(), Lines{});
 }
 
+TEST_F(MotionFindings, ASecondRegionOfTheMesh) {
+  write(motion_of("other", Action::translate({1, 0, 0})));
+  testkit::File base = small_file_at(10, 1.0);
+  base.region_sets.front().section("LS_VolumeGeometry") = testkit::volumes_section(
+      {{.name = "fluid", .elements = {0, 0, 0, 0, 0, 0, 0, 0}}, {.name = "other", .elements = {0}}});
+  files.add("case_10.fld", base);
+  EXPECT_EQ(told(), Lines{});
+}
+
 TEST_F(MotionFindings, NoSuchRegion) {
   const Written file = write(motion_of("flui", Action::translate({1, 0, 0})));
   EXPECT_EQ(told(), Lines{line(801, file.value("LS_ALE", 4), "a volume region", "\"flui\"")});
+}
+
+// Of more than 4 MiB of names, 32 bytes more each, nothing is said.
+TEST_F(MotionFindings, NoSuchRegionAmongAsManyAsAreCompared) {
+  const auto zeros = [](std::int64_t count) { return testkit::Block::integers(testkit::Ints::hole(count)); };
+  for (const std::int32_t regions : {127'100, 127'101}) {
+    const Written file = write(motion_of("x", Action::translate({1, 0, 0})));
+    testkit::File base = small_file_at(10, 1.0);
+    base.region_sets.front().section("LS_VolumeGeometry") = {
+        .title = "LS_VolumeGeometryArray",
+        .blocks = {testkit::Block::integer(regions), testkit::Block::integer(1),
+                   testkit::Block::characters(std::string(static_cast<std::size_t>(regions), 'a')),
+                   zeros(regions), zeros(0)}};
+    files.add("case_10.fld", base);
+    const auto reports = files.check("case_20.fld");
+    ASSERT_EQ(reports.size(), 2U);
+    const Lines nothing_moves{line(801, file.value("LS_ALE", 4), "a volume region", "\"x\"")};
+    EXPECT_EQ(lines(reports[1]), regions == 127'100 ? nothing_moves : Lines{});
+  }
 }
 
 TEST_F(MotionFindings, NoSuchCycle) {

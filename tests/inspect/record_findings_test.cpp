@@ -34,6 +34,15 @@ TEST(RecordFindings, ARecordReachesBeyondTheEnd) {
   const Written file(small_file());
   const std::uint64_t place = file.rule("LS_Nodes", 1) + 20;
   EXPECT_EQ(told(file.bytes.substr(0, place + 10)), Lines{line(104, place, "24 bytes", "10 bytes")});
+  EXPECT_EQ(told(file.bytes.substr(0, place + 23)), Lines{line(104, place, "24 bytes", "23 bytes")});
+}
+
+// Nor does a record of no bytes fit into the 4 bytes of its first marker.
+TEST(RecordFindings, AnEmptyRecordReachesBeyondTheEnd) {
+  const Written file(small_file());
+  const std::uint64_t place = file.rule("LS_Nodes", 1) + 20;
+  EXPECT_EQ(told(with_integer(file.bytes, place, 0).substr(0, place + 4)),
+            Lines{line(104, place, "8 bytes", "4 bytes")});
 }
 
 TEST(RecordFindings, TheLeadingMarkerIsWrong) {
@@ -58,11 +67,27 @@ TEST(RecordFindings, ARecordOfTheWrongLength) {
   EXPECT_EQ(told(written.bytes), Lines{line(107, place, "32", "40")});
 }
 
+TEST(RecordFindings, AnEmptyRecordOfTheWrongLength) {
+  const Written file(small_file());
+  const std::uint64_t place = file.rule("LS_Nodes", 1) + 20;
+  std::string bytes = file.bytes;
+  bytes.replace(place, 24, std::string(8, '\0'));
+  EXPECT_EQ(told(bytes).at(0), line(107, place, "16", "0"));
+}
+
 TEST(RecordFindings, NoRecordBeginsHere) {
   const Written file(small_file());
   const std::uint64_t place = file.rule("LS_Nodes", 1) + 20;
   const std::string bytes = with_integer(with_integer(file.bytes, place, 20), place + 20, 24);
   EXPECT_EQ(told(bytes), Lines{line(108, place, "a record of 16 bytes", "the marker 20")});
+}
+
+// The file ends with 12 bytes and two markers that do not fit them.
+TEST(RecordFindings, NoRecordBeginsAtTheEndOfTheFile) {
+  const Written file(small_file());
+  const std::uint64_t place = file.rule("LS_Nodes", 1) + 20;
+  EXPECT_EQ(told(with_integer(file.bytes, place, 12).substr(0, place + 20)),
+            Lines{line(108, place, "a record of 16 bytes", "the marker 12")});
 }
 
 TEST(RecordFindings, BytesAfterTheEnd) {

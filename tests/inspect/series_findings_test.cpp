@@ -85,12 +85,13 @@ TEST(SeriesFindings, OnlyTheGivenFileWithoutTheContent) {
   EXPECT_EQ(count, 1);
 }
 
-// The number of walks during a check of a series of two files.
-int walks(const SeriesFiles& files, bool full) {
+// The number of walks during a check of these files of a series.
+int walks(const SeriesFiles& files, bool full, const std::vector<std::string>& names = {"case_10.fld"}) {
+  std::vector<std::string> paths;
+  for (const std::string& name : names) paths.push_back(files.path(name));
   int count = 0;
   const auto progress = [&](std::uint64_t done, std::uint64_t) { count += done == 0 ? 1 : 0; };
-  inspect::check_files({files.path("case_10.fld")}, {.full = full, .progress = progress},
-                       [](const inspect::FileReport&) {});
+  inspect::check_files(paths, {.full = full, .progress = progress}, [](const inspect::FileReport&) {});
   return count;
 }
 
@@ -101,6 +102,7 @@ TEST(SeriesFindings, EveryWalkTellsItsProgress) {
   EXPECT_EQ(walks(files, false), 1);
   // Both for what they say about each other, then each twice: its structure and its content.
   EXPECT_EQ(walks(files, true), 6);
+  EXPECT_EQ(walks(files, true, {"case_20.fld", "case_10.fld", "case_20.fld"}), 6);
 }
 
 TEST(SeriesFindings, ALookIntoAnotherFileTellsThePlaceInThisOne) {

@@ -46,6 +46,23 @@ TEST(TitleFindings, ASimilarTitleIsAWarning) {
   EXPECT_EQ(inspect::info(inspect::Kind::title_misspelt).severity, inspect::Severity::warning);
 }
 
+// A letter in eight may differ, but no more than two.
+TEST(TitleFindings, HowManyLettersOfASimilarTitleMayDiffer) {
+  const auto number_of = [](const std::string& title) {
+    const Written file(with({.title = title}));
+    const Lines found = told(file.bytes);
+    EXPECT_EQ(found.size(), 1U) << title;
+    return found.at(0).substr(0, 7);
+  };
+  EXPECT_EQ(number_of("LS_Nxdes"), "FLD-202");
+  EXPECT_EQ(number_of("LS_Nxdxs"), "FLD-203");
+  EXPECT_EQ(number_of("LS_MxtOfElxments"), "FLD-202");
+  EXPECT_EQ(number_of("LS_MxtOxElxments"), "FLD-203");
+  EXPECT_EQ(number_of("LS_SxrfaceGexmetryArray"), "FLD-202");
+  EXPECT_EQ(number_of("LS_SxrfaceGexmetryArrxy"), "FLD-203");
+  EXPECT_EQ(number_of("LS_SxrfxceGexmetryxrrxy"), "FLD-203");
+}
+
 TEST(TitleFindings, AShortTitleIsSimilarToNothing) {
   for (const char* title : {"Case", "Name", "Data", "Cycles", "Base"}) {
     File file = small_file();
@@ -177,6 +194,35 @@ TEST(TitleFindings, NoElementsInASmallerMesh) {
   EXPECT_EQ(told(written.bytes), Lines{line(213, written.title("OverlapStart_2"), "LS_Elements", "none")});
 }
 
+// Of two meshes of one size it is the first.
+TEST(TitleFindings, NoElementsInOneOfTwoMeshesOfOneSize) {
+  for (const bool is_first : {true, false}) {
+    File file = small_file();
+    file.region_sets.push_back(file.region_sets.front());
+    file.region_sets.back().opener = "OverlapStart_2";
+    file.region_sets[is_first ? 0 : 1].remove("LS_Elements");
+    const Written written(file);
+    const std::uint64_t place = written.title(is_first ? "OverlapStart_1" : "OverlapStart_2");
+    Lines expected{line(213, place, "LS_Elements", "none")};
+    if (is_first) expected.push_back(line(217, place, "elements", "none"));
+    EXPECT_EQ(told(written.bytes), expected);
+  }
+}
+
+TEST(TitleFindings, NoElementsInAMeshOfOneNode) {
+  File file = small_file();
+  file.region_sets.front().sections.clear();
+  testkit::Nodes nodes;
+  nodes.add(0.0, 0.0, 0.0);
+  file.add_region_set().add(testkit::nodes_section(nodes));
+  const Written written(file);
+  const std::uint64_t first = written.title("OverlapStart_1");
+  const std::uint64_t second = written.title("OverlapStart_2");
+  EXPECT_EQ(told(written.bytes),
+            (Lines{line(211, first, "sections", "none"), line(212, first, "LS_Nodes", "none"),
+                   line(213, second, "LS_Elements", "none"), line(217, second, "elements", "none")}));
+}
+
 TEST(TitleFindings, AnythingMayFollowTheTitleOfAMotion) {
   const Written written(with({.title = "LS_ALE2", .blocks = {Block::integer(-1)}}));
   EXPECT_EQ(told(written.bytes), Lines{line(308, written.value("LS_ALE2", 0), "0 or more", "-1")});
@@ -201,10 +247,17 @@ TEST(TitleFindings, AMissingHeaderItemIsANote) {
 TEST(TitleFindings, TooManyRegionSets) {
   File file = small_file();
   for (int i = 0; i < 10000; ++i) file.add_region_set();
+  // What is in the last one that is checked is told of, and what is behind it is not.
+  for (std::size_t i : {9999, 10000}) file.region_sets[i].add(testkit::coordinate_system_section(2));
   const Written written(file);
   const Lines all = told(written.bytes);
-  const std::string wanted = line(216, written.title("OverlapStart_10001"), "at most 10000", "more");
-  EXPECT_EQ(std::count(all.begin(), all.end(), wanted), 1);
+  for (const std::string& wanted : {line(216, written.title("OverlapStart_10001"), "at most 10000", "more"),
+                                    line(512, written.value("LS_CoordinateSystem", 0), "0 or 1", "2")}) {
+    EXPECT_EQ(std::count(all.begin(), all.end(), wanted), 1) << wanted;
+  }
+  const std::string behind =
+      line(512, written.places.of("LS_CoordinateSystem", 1).blocks[0] + 24, "0 or 1", "2");
+  EXPECT_EQ(std::count(all.begin(), all.end(), behind), 0);
 }
 
 }  // namespace
