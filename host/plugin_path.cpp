@@ -28,7 +28,12 @@ fs::path find_plugin(const std::optional<fs::path>& given) {
   if (const auto named = named_plugin()) return *named;
 
   std::error_code error;
-  const fs::path folder = fs::read_symlink("/proc/self/exe", error).parent_path();
+  return find_plugin_of_program(fs::read_symlink("/proc/self/exe", error));
+}
+
+fs::path find_plugin_of_program(const fs::path& program) {
+  std::error_code error;
+  const fs::path folder = program.parent_path();
   const fs::path beside = folder / kPluginFile;
   const fs::path in_lib = folder.parent_path() / HOST_LIBRARY_FOLDER / kPluginFile;
   for (const fs::path& candidate : {beside, in_lib}) {

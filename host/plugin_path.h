@@ -10,10 +10,13 @@ namespace host {
 inline constexpr char kPluginFile[] = "libuserd-fld.so";
 inline constexpr char kPluginVariable[] = "FLD_PLUGIN";
 
-// The path to load: `given` if there is one, otherwise the value of FLD_PLUGIN, otherwise the plug-in in the
-// folder of the executable, otherwise in the library folder of the installation (usually ../lib). Throws
-// Error if none exists; a path that is given, or named by the variable, is returned unchecked.
+// The path to load: `given` if there is one, otherwise the value of FLD_PLUGIN, otherwise the plug-in of this
+// program. A path that is given, or named by the variable, is returned unchecked.
 std::filesystem::path find_plugin(const std::optional<std::filesystem::path>& given = std::nullopt);
+
+// The plug-in in the folder of the program, otherwise in the library folder of its installation (usually
+// ../lib). Throws Error if there is none.
+std::filesystem::path find_plugin_of_program(const std::filesystem::path& program);
 
 // The same for code in a library that other programs load: the value of FLD_PLUGIN, otherwise the plug-in in
 // the folder of the library (or program) that contains `address`, or in the nearest of the three folders

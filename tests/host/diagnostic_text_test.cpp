@@ -60,6 +60,10 @@ TEST(DiagnosticText, ALongTextIsShortenedAtLineEnds) {
   EXPECT_EQ(host::shortened(std::string(2 * kKept, 'x')), std::string(2 * kKept, 'x'));
   EXPECT_EQ(host::shortened(std::string(2 * kKept + 10, 'x')),
             std::string(kKept, 'x') + "\n(10 bytes of diagnostics left out)\n" + std::string(kKept, 'x'));
+  // A line end alone is none of a line that was cut.
+  EXPECT_EQ(host::shortened(std::string(2 * kKept + 10, 'x') + '\n'),
+            std::string(kKept, 'x') + "\n(11 bytes of diagnostics left out)\n" + std::string(kKept - 1, 'x') +
+                '\n');
   const std::string line = std::string(999, 'x') + '\n';
   std::string lines;
   std::string kept;

@@ -77,26 +77,31 @@ TEST(DiagnosticsCapture, KeepsTheBeginningAndTheEndOfALongText) {
   EXPECT_EQ(capture.latest_files(), (std::vector<std::string>{"/first.fld", "/middle.fld"}));
 }
 
-// Keeps descriptor 2 closed while it lives.
+// Keeps a standard stream closed while it lives.
 class ClosedStream {
  public:
-  ClosedStream() : own_(dup(STDERR_FILENO)) { close(STDERR_FILENO); }
+  explicit ClosedStream(int stream) : stream_(stream), own_(fcntl(stream, F_DUPFD_CLOEXEC, 10)) {
+    close(stream);
+  }
   ClosedStream(const ClosedStream&) = delete;
   ClosedStream& operator=(const ClosedStream&) = delete;
   ~ClosedStream() {
-    dup2(own_, STDERR_FILENO);
+    dup2(own_, stream_);
     close(own_);
   }
 
  private:
+  int stream_;
   int own_;
 };
 
 TEST(DiagnosticsCapture, GoesWithoutAStreamOfTheProcess) {
   host::DiagnosticsCapture made_before;
-  const ClosedStream closed;
+  const ClosedStream closed(STDERR_FILENO);
   host::DiagnosticsCapture made_after;
-  for (host::DiagnosticsCapture* capture : {&made_before, &made_after}) {
+  const ClosedStream closed_input(STDIN_FILENO);
+  host::DiagnosticsCapture made_last;
+  for (host::DiagnosticsCapture* capture : {&made_before, &made_after, &made_last}) {
     for (int i = 0; i < 2; ++i) {
       const host::DiagnosticsCapture::Scope scope(*capture);
       write_text("to nobody else\n");
@@ -129,6 +134,16 @@ void open_capturing(const char* name) {
 
 TEST(DiagnosticsCaptureDeathTest, BringsTheTextOutWhenTheReaderAborts) {
   EXPECT_EXIT(open_capturing(fake::kAborts), testing::KilledBySignal(SIGABRT), "about to abort");
+}
+
+TEST(DiagnosticsCaptureDeathTest, BringsASingleCharacterOut) {
+  const auto abort_in_scope = [] {
+    host::DiagnosticsCapture capture;
+    const host::DiagnosticsCapture::Scope scope(capture);
+    write_text("x");
+    std::abort();
+  };
+  EXPECT_EXIT(abort_in_scope(), testing::KilledBySignal(SIGABRT), "^x$");
 }
 
 TEST(DiagnosticsCaptureDeathTest, BringsTheTextOutWhenTheReaderFaults) {

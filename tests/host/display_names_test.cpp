@@ -51,6 +51,12 @@ TEST(PartNames, AreNeverEmptyAndHaveNoControlCharacters) {
   EXPECT_EQ(host::part_names(file.session()), (Names{"part 1", "a b ", "fluid", "ALL_ELEMENTS"}));
 }
 
+TEST(PartNames, HaveNoCodePointsThatAreNoCharacters) {
+  host_test::OpenFile file(with_surfaces({"\xEF\xBF\xBE\xEF\xBF\xBE!", "\xEF\xBF\xBF"}));
+  EXPECT_EQ(host::part_names(file.session())[0], "\uFFFD\uFFFD!");
+  EXPECT_EQ(host::part_names(file.session())[1], "\uFFFD");
+}
+
 TEST(VariableNames, OfAScalarAndAVectorWithTheSameName) {
   testkit::File description = testkit::file_of(testkit::one_tetrahedron());
   testkit::RegionSet& set = description.region_sets.front();

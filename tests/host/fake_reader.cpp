@@ -203,8 +203,8 @@ void USERD_set_extra_gui_data(int* toggles, int* pulldowns, char** field_texts) 
 int USERD_get_extra_data(int* request, int* /*a2*/, int* count, int* /*a4*/, void* /*a5*/, float* values) {
   LOG(*request);
   if (*request == 0) {
-    *request = 0x40000000;
-    *count = 1;
+    *request = is_file(fake::kNoValues) ? 0 : 0x40000000;
+    *count = is_file(fake::kOddKinds) ? 0 : 1;
     return 1;
   }
   *request = 0;
@@ -232,7 +232,7 @@ int USERD_get_metadata(int* size, char* buffer) {
   static constexpr char kText[] =
       "<group name=\"Grouping_Regions\">\n<part name=\"&amp;VFG_1\"></part>\n</group>\n";
   if (buffer == nullptr) {
-    *size = sizeof kText - 1;
+    *size = is_file(fake::kOddKinds) ? 0 : sizeof kText - 1;
   } else {
     std::memcpy(buffer, kText, sizeof kText);
   }
@@ -302,6 +302,7 @@ void USERD_set_time_set_and_step(int set, int step) {
 
 int USERD_get_changing_geometry_status() {
   LOG();
+  if (is_file(fake::kOddKinds)) return 3;
   return is_file(fake::kNoStatus) ? -1 : 1;
 }
 
@@ -324,6 +325,7 @@ int USERD_get_gold_part_build_info(int* ids, int* types, char** descriptions, in
     if (place.kind == 0) {
       element_counts[i][10] = 1;
       element_counts[i][6] = place.region_set;
+      element_counts[i][0] = is_file(fake::kOddKinds) ? 1 : 0;
     } else {
       element_counts[i][place.region_set == 0 ? 26 : 18] = 1;
     }
@@ -347,7 +349,7 @@ int USERD_get_part_coords(int part, float** coords) {
 int USERD_get_part_elements_by_type(int part, int slot, int** rows) {
   LOG(part, slot);
   if (slot == 6) give({1, 2, 5}, rows[0]);
-  if (slot == 10) give({4, 3, 2, is_file(fake::kBadNodeNumber) ? 99 : 1}, rows[0]);
+  if (slot == 10) give({4, 3, 2, is_file(fake::kBadNodeNumber) ? 5 : 1}, rows[0]);
   if (slot == 18) give({1, 2, 3, 4, 5}, rows[0]);
   if (slot == 26) give({1, 2, 3, 4, 5, 6, 7, 8}, rows[0]);
   return 1;
@@ -371,6 +373,10 @@ int USERD_get_gold_variable_info(char** descriptions, char** filenames, int* typ
     classify[i] = i + 1 == fake::kMaterial ? 1 : 4;
     complex[i] = contran[i] = 0;
     timeset[i] = 2;
+  }
+  if (is_file(fake::kOddKinds)) {
+    classify[0] = 2;
+    types[1] = 3;
   }
   return 1;
 }

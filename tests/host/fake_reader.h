@@ -11,12 +11,16 @@ namespace fake {
 inline constexpr char kTwoSets[] = "two_sets.fld";
 inline constexpr char kOneSet[] = "one_set.fld";
 inline constexpr char kOneStep[] = "two_sets_one_step.fld";
-inline constexpr char kBadNodeNumber[] = "bad_node_number.fld";  // the first surface has a node 99
+inline constexpr char kBadNodeNumber[] = "bad_node_number.fld";  // the first surface has a node 5 of 4
 inline constexpr char kGeometryFails[] = "geometry_fails.fld";   // the second step's geometry cannot be read
 inline constexpr char kNoValues[] = "no_values.fld";             // requests for values are answered with 3
 inline constexpr char kNegativeCount[] = "negative_count.fld";   // the first part has -1 nodes
 inline constexpr char kNoStatus[] = "no_status.fld";             // the status of the geometry is an error
-inline constexpr char kExitAsserts[] = "exit_asserts.fld";       // an assertion fails in the exit routine
+// The first variable is given per part, the second is a tensor; the first part has an element of slot 0; the
+// status of the geometry is 3; there is no metadata. The opening after this one asks for values of a kind,
+// but of none; that after kNoValues for values of no kind.
+inline constexpr char kOddKinds[] = "odd_kinds.fld";
+inline constexpr char kExitAsserts[] = "exit_asserts.fld";  // an assertion fails in the exit routine
 
 // A series of so many files, "/made-up/many_files_0000000.fld" and on.
 inline constexpr char kManyFiles[] = "many_files.fld";

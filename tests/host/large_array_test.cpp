@@ -38,6 +38,17 @@ TEST_P(LargeArray, HasTheValueThatIsAskedForAndKeepsItsPlaceWhenMoved) {
   EXPECT_EQ(moved.front(), 2.5F);
 }
 
+// malloc's own mappings do not begin with a page.
+TEST(LargeArrays, BeginWithAPageFrom4MebibytesOn) {
+  constexpr std::size_t kLarge = std::size_t{4} << 20;
+  for (const std::size_t bytes : {kLarge - 1, kLarge, kLarge + 1}) {
+    void* const memory = host::LargeMemory::take(bytes);
+    ASSERT_NE(memory, nullptr);
+    EXPECT_EQ(reinterpret_cast<std::uintptr_t>(memory) % 4096 == 0, bytes >= kLarge) << bytes;
+    host::LargeMemory::give_back(memory, bytes);
+  }
+}
+
 TEST(LargeArrays, ThatTheMachineCannotHoldThrow) {
   volatile std::size_t too_many =
       std::numeric_limits<std::size_t>::max() / 16;  // not for the compiler to see

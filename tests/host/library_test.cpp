@@ -68,6 +68,10 @@ TEST(Library, RejectsAFileThatIsNoLibrary) {
   // The loader's reason, not a missing file.
   EXPECT_GT(message.size(), ("cannot load the reader library: " + path.string() + ": ").size()) << message;
   EXPECT_EQ(message.find("No such file"), std::string::npos) << message;
+  EXPECT_EQ(message.find(path.string()), message.rfind(path.string())) << message;
+  // Of a copy the loader tells another path.
+  const std::string of_copy = loading_error(path, host::Library::Globals::own);
+  EXPECT_TRUE(of_copy.starts_with("cannot load the reader library: " + path.string() + ": ")) << of_copy;
 }
 
 TEST(Library, NamesTheEntryPointThatIsMissing) {

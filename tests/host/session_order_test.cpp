@@ -60,6 +60,26 @@ TEST_F(SessionOrder, PartsThenTheirEndThenVariablesThenValues) {
                    "USERD_get_var_by_component 1 2 1 0 0 0", "USERD_get_var_by_component 6 2 2 0 0 1"}));
 }
 
+TEST_F(SessionOrder, VariablesRightAfterTheOpeningComeAfterTheEndOfTheParts) {
+  host::Session session(reader.library);
+  session.open(fake::file(fake::kTwoSets));
+  reader.forget_calls();
+  session.variables();
+  session.variables();
+  EXPECT_EQ(reader.calls(), (Calls{"USERD_stop_part_building", "USERD_get_number_of_variables",
+                                   "USERD_get_gold_variable_info"}));
+}
+
+TEST_F(SessionOrder, NoValuesArePassedToAReaderThatAsksForNone) {
+  host::Session session(reader.library);
+  for (const char* before : {fake::kOddKinds, fake::kNoValues}) {
+    session.open(fake::file(before));
+    reader.forget_calls();
+    session.open(fake::file(fake::kTwoSets));
+    EXPECT_EQ(reader.calls("USERD_get_extra_data"), Calls{"USERD_get_extra_data 0"}) << before;
+  }
+}
+
 TEST_F(SessionOrder, ANewStepSelectsTheVariablesSetLast) {
   host::Session session(reader.library);
   session.open(fake::file(fake::kTwoSets));

@@ -170,10 +170,47 @@ TEST_F(Session, TellsAQuantityThatIsNotInTheStepFromOneThatFails) {
   session.select_step(1);
   const host::PartValues absent = session.values(fake::kOnlyFirst, 1);
   EXPECT_EQ(absent.availability, host::Availability::not_in_this_step);
+  EXPECT_EQ(absent.reason, "");
+  EXPECT_EQ(absent.file, "");
   EXPECT_TRUE(absent.values().empty());
   const host::PartValues failed = session.values(fake::kBroken, 1);
   EXPECT_EQ(failed.availability, host::Availability::failed);
   EXPECT_EQ(failed.reason, "error : failed to seek fld file.");
+}
+
+TEST_F(Session, TakesALaterStatusOfTheGeometryForTheGreatestChange) {
+  session.open(fake::file(fake::kOddKinds));
+  EXPECT_EQ(session.changing_geometry(), host::ChangingGeometry::connectivity);
+}
+
+TEST_F(Session, OffersNoValuesOfOtherKinds) {
+  session.open(fake::file(fake::kOddKinds));
+  EXPECT_EQ(session.variable(1).location, host::Location::other);
+  EXPECT_EQ(session.variable(2).kind, host::VariableKind::other);
+  reader.forget_calls();
+  for (const int variable : {1, 2}) {
+    const host::PartValues none = session.values(variable, 1);
+    EXPECT_EQ(none.availability, host::Availability::not_offered);
+    EXPECT_TRUE(none.values().empty());
+  }
+  EXPECT_EQ(reader.calls("USERD_get_var_by_component"), std::vector<std::string>{});
+  EXPECT_EQ(values(fake::kHole, 1).size(), 4U);
+}
+
+TEST_F(Session, RejectsElementsOfAnotherShape) {
+  session.open(fake::file(fake::kOddKinds));
+  EXPECT_EQ(error_of([&] { session.elements(1); }),
+            "part 1 has elements of slot 0, a shape that this host does not know");
+}
+
+// Part 2 has triangles and quadrilaterals.
+TEST_F(Session, AsksForNoFurtherElementsOnceValuesAreMissing) {
+  session.open(fake::file(fake::kNoValues));
+  reader.forget_calls();
+  const host::PartValues none = session.values(fake::kMaterial, 2);
+  EXPECT_EQ(none.availability, host::Availability::not_offered);
+  EXPECT_TRUE(none.values().empty());
+  EXPECT_EQ(reader.calls("USERD_get_var_by_component").size(), 1U);
 }
 
 TEST_F(Session, GivesValuesOrNoneOrAnError) {
@@ -191,6 +228,18 @@ TEST_F(Session, GivesValuesOrNoneOrAnError) {
   }
 }
 
+TEST_F(Session, GivesAllComponentsOrNone) {
+  const auto given = session.given_components(fake::kVelocity, 1);
+  ASSERT_TRUE(given);
+  ASSERT_EQ(given->size(), 3U);
+  for (int component = 0; component < 3; ++component) {
+    EXPECT_EQ((*given)[static_cast<std::size_t>(component)].values()[3], fake::velocity(0, 0, 3, component));
+  }
+  EXPECT_EQ(session.given_components(fake::kPressure, 1)->size(), 1U);
+  session.select_step(1);
+  EXPECT_FALSE(session.given_components(fake::kOnlyFirst, 1));
+}
+
 TEST_F(Session, GivesMetadataAndItsGroups) {
   const host::Metadata metadata = session.metadata();
   EXPECT_TRUE(metadata.xml.starts_with("<group name=\"Grouping_Regions\">")) << metadata.xml;
@@ -198,10 +247,21 @@ TEST_F(Session, GivesMetadataAndItsGroups) {
   EXPECT_EQ(metadata.groups[0].parts, std::vector<std::string>{"&VFG_1"});
 }
 
+TEST_F(Session, AsksOnceForMetadataThatIsNotThere) {
+  session.open(fake::file(fake::kOddKinds));
+  reader.forget_calls();
+  EXPECT_EQ(session.metadata().xml, "");
+  EXPECT_EQ(reader.calls(), std::vector<std::string>{"USERD_get_metadata"});
+}
+
 TEST_F(Session, RejectsNumbersOutOfRange) {
   EXPECT_EQ(error_of([&] { session.part(7); }), "part 7 is outside 1 to 6");
   EXPECT_EQ(error_of([&] { session.coordinates(0); }), "part 0 is outside 1 to 6");
+  EXPECT_EQ(error_of([&] { session.part(0); }), "part 0 is outside 1 to 6");
   EXPECT_EQ(error_of([&] { session.variable(8); }), "variable 8 is outside 1 to 7");
+  EXPECT_EQ(error_of([&] { session.variable(0); }), "variable 0 is outside 1 to 7");
+  EXPECT_EQ(error_of([&] { session.values(fake::kPressure, 1, -1); }), "component -1 is outside 0 to 0");
+  EXPECT_EQ(error_of([&] { session.select_step(-1); }), "step -1 is outside 0 to 1");
   EXPECT_EQ(error_of([&] { session.values(fake::kPressure, 1, 1); }), "component 1 is outside 0 to 0");
   EXPECT_EQ(error_of([&] { session.select_step(2); }), "step 2 is outside 0 to 1");
   EXPECT_EQ(session.step(), 0);
@@ -209,6 +269,8 @@ TEST_F(Session, RejectsNumbersOutOfRange) {
 
 TEST_F(Session, NeedsAnOpenDataset) {
   session.close();
+  EXPECT_TRUE(session.parts().empty());
+  EXPECT_EQ(session.step(), 0);
   EXPECT_EQ(error_of([&] { session.part(1); }), "no dataset is open");
   EXPECT_EQ(error_of([&] { session.variables(); }), "no dataset is open");
   EXPECT_EQ(error_of([&] { session.select_step(0); }), "no dataset is open");

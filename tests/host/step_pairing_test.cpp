@@ -61,6 +61,16 @@ TEST(StepPairing, AsksOnlyWhereTimesLeaveAChoice) {
   EXPECT_EQ(host::pair_steps({0, 1, 2, 3}, {0, 2}, never), (Steps{0, 0, 1, 1}));
 }
 
+TEST(StepPairing, ATimeBehindTheLastDoesNotCount) {
+  Times times = {0, 1, 1};
+  times.pop_back();  // its memory still holds it
+  const host::StepOfGeometry never = [](int) -> std::optional<int> {
+    ADD_FAILURE() << "asked";
+    return {};
+  };
+  EXPECT_EQ(host::pair_steps(times, {0, 1}, never), (Steps{0, 1}));
+}
+
 TEST(StepPairing, WithoutSteps) {
   EXPECT_EQ(host::pair_steps({}, {}), Steps{});
   EXPECT_EQ(host::pair_steps({1, 2}, {}), (Steps{0, 0}));

@@ -1,6 +1,8 @@
 #include "host/text_encoding.h"
 
 #include "gtest/gtest.h"
+#include <cstddef>
+#include <malloc.h>
 #include <string>
 
 #include "tests/testkit/emulator.h"
@@ -73,10 +75,34 @@ TEST(TextEncoding, PrintableNames) {
   EXPECT_EQ(host::printable("\x8a\x4f\x1b[2J"), "外 [2J");
 }
 
+TEST(TextEncoding, ConvertingHoldsNoMemory) {
+  if (kUnderEmulator) GTEST_SKIP() << kWithoutConverters;
+  const auto convert = [] { return host::to_utf8("\x8a\x4f"); };
+  convert();
+  const std::size_t before = mallinfo2().uordblks;
+  for (int i = 0; i < 1000; ++i) convert();
+  EXPECT_LT(mallinfo2().uordblks, before + 10'000);
+}
+
 TEST(TextEncoding, TellsUtf8) {
   EXPECT_TRUE(host::is_utf8("外筒"));
   EXPECT_FALSE(host::is_utf8("\x8a\x4f"));
   EXPECT_FALSE(host::is_utf8("\xe5\xa4"));
+}
+
+// The first and last character of each length, and what is beside them.
+TEST(TextEncoding, TellsUtf8AtTheEdges) {
+  for (const char* text : {"\x7f", "\xc2\x80", "\xdf\xbf", "\xe0\xa0\x80", "\xed\x9f\xbf", "\xee\x80\x80",
+                           "\xef\xbf\xbf", "\xf0\x90\x80\x80", "\xf4\x8f\xbf\xbf"}) {
+    EXPECT_TRUE(host::is_utf8(text)) << testing::PrintToString(std::string(text));
+  }
+  for (const char* bytes :
+       {"\x80", "\xbf", "\xc1\xbf", "\xc2", "\xc2\x7f", "\xc2\xc0", "\xdf ",         // two bytes
+        "\xe0\x9f\xbf", "\xed\xa0\x80", "\xe1\x80", "\xe1\x7f\x80", "\xe1\x80\xc0",  // three
+        "\xf0\x8f\xbf\xbf", "\xf4\x90\x80\x80", "\xf5\x80\x80\x80", "\xf1\x80\x80",  // four
+        "\xf1\x80\x7f\x80", "\xf1\x80\x80\xc0", "\xff"}) {
+    EXPECT_FALSE(host::is_utf8(bytes)) << testing::PrintToString(std::string(bytes));
+  }
 }
 
 }  // namespace
