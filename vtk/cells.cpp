@@ -1,7 +1,6 @@
 #include "vtk/cells.h"
 
 #include <algorithm>
-#include <limits>
 #include <vtkAOSDataArrayTemplate.h>
 #include <vtkNew.h>
 #include <vtkTypeInt32Array.h>
@@ -66,7 +65,7 @@ void fill(std::vector<host::ElementBlock>& blocks, vtkIdType cells, vtkIdType co
 
 }  // namespace
 
-Cells make_cells(std::vector<host::ElementBlock> blocks) {
+Cells make_cells(std::vector<host::ElementBlock> blocks, std::int64_t most_narrow) {
   vtkIdType cells = 0;
   vtkIdType corners = 0;
   for (const host::ElementBlock& block : blocks) {
@@ -75,7 +74,7 @@ Cells make_cells(std::vector<host::ElementBlock> blocks) {
   }
   Cells made{vtkSmartPointer<vtkCellArray>::New(), vtkSmartPointer<vtkUnsignedCharArray>::New()};
   made.types->SetNumberOfValues(cells);
-  if (corners <= std::numeric_limits<vtkTypeInt32>::max()) {
+  if (corners <= most_narrow) {
     fill<vtkTypeInt32Array>(blocks, cells, corners, made);
   } else {
     fill<vtkTypeInt64Array>(blocks, cells, corners, made);

@@ -3,6 +3,7 @@
 
 #include "gtest/gtest.h"
 #include <array>
+#include <cstdint>
 #include <map>
 #include <vector>
 #include <vtkCellArray.h>
@@ -47,6 +48,18 @@ TEST(Cells, HaveTheTypesAndCornersOfVtk) {
   EXPECT_EQ(corners(cells, 4), (Ids{0, 1, 2, 3, 4}));
   EXPECT_EQ(corners(cells, 5), (Ids{0, 2, 1, 3, 5, 4}));
   EXPECT_EQ(corners(cells, 6), (Ids{0, 1, 2, 3, 4, 5, 6, 7}));
+}
+
+TEST(Cells, AreAsNarrowAsTheyMay) {
+  for (const std::int64_t most_narrow : {9, 8}) {
+    const vtkdata::Cells cells =
+        vtkdata::make_cells({{shape(6), {1, 2, 3}}, {shape(22), {1, 2, 3, 4, 5, 6}}}, most_narrow);
+    EXPECT_EQ(cells.connectivity->IsStorage64Bit(), most_narrow == 8);
+    ASSERT_EQ(cells.connectivity->GetNumberOfCells(), 2);
+    EXPECT_EQ(corners(cells, 0), (std::vector<vtkIdType>{0, 1, 2}));
+    EXPECT_EQ(corners(cells, 1), (std::vector<vtkIdType>{0, 2, 1, 3, 5, 4}));
+  }
+  EXPECT_FALSE(vtkdata::make_cells({{shape(6), {1, 2, 3}}}).connectivity->IsStorage64Bit());
 }
 
 TEST(Cells, OfNoElements) {

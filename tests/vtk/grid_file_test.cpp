@@ -62,6 +62,18 @@ TEST_P(GridFile, HasTwoBlocksOfBlanksBeforeTheData) {
   ASSERT_NE(std::string::npos, data);
   EXPECT_EQ('_', bytes[data]);
   EXPECT_LE(8192U, data - blanks);
+  EXPECT_GT(8192U + 100, data - blanks);
+}
+
+TEST_P(GridFile, TellsHowItIsCompressed) {
+  const auto path = directory_ / "grid.vtu";
+  ASSERT_TRUE(vtkdata::write_grid(path, grid_, GetParam()));
+  const std::string bytes = testkit::read_bytes(path);
+  const auto tells = [&](const char* compressor) { return bytes.find(compressor) != std::string::npos; };
+  EXPECT_EQ(tells(" compressor="), GetParam() != Compression::none);
+  EXPECT_EQ(tells(" compressor=\"vtkLZ4DataCompressor\""), GetParam() == Compression::lz4);
+  EXPECT_EQ(tells(" compressor=\"vtkZLibDataCompressor\""), GetParam() == Compression::zlib);
+  EXPECT_TRUE(tells(" header_type=\"UInt64\""));
 }
 
 TEST_P(GridFile, ThatCannotBeWrittenIsToldOf) {

@@ -110,8 +110,12 @@ TEST(ValuesOfASeries, AreNoneInAStepWithoutTheQuantity) {
   reader.session().open(directory / "s_1.fld");
   const int p = reader.variable("p");
   EXPECT_NE(vtkdata::make_values(reader.session(), p, 1, "p"), nullptr);
+  const auto grid = vtkdata::make_part_grid(reader.session(), 1);
+  EXPECT_TRUE(vtkdata::add_values(grid, reader.session(), p, 1, "first"));
   reader.session().select_step(1);
   EXPECT_EQ(vtkdata::make_values(reader.session(), p, 1, "p"), nullptr);
+  EXPECT_FALSE(vtkdata::add_values(grid, reader.session(), p, 1, "second"));
+  EXPECT_EQ(grid->GetPointData()->GetNumberOfArrays(), 1);
 }
 
 TEST(ValuesOfABrokenFile, AreAnError) {
