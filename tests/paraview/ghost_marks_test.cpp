@@ -41,6 +41,9 @@ TEST(GhostMarks, AreOfOtherRanksAndOfWhatIsBlanked) {
   const paraview::GhostMarks blanked = paraview::make_ghost_marks(triangles(), 5, 1, others, {0, 0, 0, 0, 1});
   EXPECT_EQ(values_of(blanked.cells), (std::vector<int>{0, 0, kCopy | kHiddenCell}));
   EXPECT_EQ(values_of(blanked.points), (std::vector<int>{0, 0, 1, 0, 1 | kHiddenPoint}));
+  const paraview::GhostMarks hidden = paraview::make_ghost_marks(triangles(), 5, 0, {}, {1, 1, 1, 1, 1});
+  EXPECT_EQ(values_of(hidden.cells), (std::vector<int>{kHiddenCell, kHiddenCell, kHiddenCell}));
+  EXPECT_EQ(values_of(hidden.points), std::vector<int>(5, kHiddenPoint));
   EXPECT_FALSE(are_same(shared, blanked));
   EXPECT_TRUE(are_same(shared, paraview::make_ghost_marks(triangles(), 5, 1, others, {})));
 }

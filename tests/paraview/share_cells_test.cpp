@@ -49,6 +49,8 @@ TEST(ShareCells, AreTheSameWhenTypesAndCornersAre) {
       paraview::are_same(one, paraview::make_cells(cells({34, 36}, {0, 1, 2, 3, 4, 5, 6, 7, 9, 8}))));
   EXPECT_FALSE(paraview::are_same(one, paraview::make_cells(cells({38}, {0, 1, 2, 3, 4, 5, 6, 7}))));
   EXPECT_FALSE(paraview::are_same({}, one));
+  // The first of the two cells.
+  EXPECT_FALSE(paraview::are_same(paraview::make_cells(cells({34}, {0, 1, 2, 3})), one));
   const vtkdata::Cells none = paraview::make_cells(cells({}, {}));
   EXPECT_EQ(none.connectivity->GetNumberOfCells(), 0);
 }

@@ -79,6 +79,17 @@ TEST_F(Steps, OfAMovingMeshShareTheCells) {
   EXPECT_EQ(resting, Objects(reader.grid("tank_zone")));
 }
 
+TEST_F(Steps, OfAMeshThatEveryFileHasShareItToo) {
+  for (int step = 0; step < 2; ++step)
+    testkit::write_box_dataset(directory_ / ("again_" + std::to_string(step) + ".fld"),
+                               {.cycle = step, .time = static_cast<double>(step)});
+  Reader reader(directory_ / "again_0.fld");
+  ASSERT_TRUE(reader.update(0.0));
+  const Objects before(reader.grid("volume_1"));
+  ASSERT_TRUE(reader.update(1.0));
+  EXPECT_EQ(before, Objects(reader.grid("volume_1")));
+}
+
 TEST_F(Steps, AreSharedInPiecesToo) {
   Reader reader(tank());
   ASSERT_TRUE(reader.update_piece(1, 3));
