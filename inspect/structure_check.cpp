@@ -98,11 +98,11 @@ void StructureCheck::finish(bool is_complete) {
 // Readers make their tables for the region set with the most nodes, the first of them.
 void StructureCheck::check_largest_mesh() {
   const auto& sets = outline().region_sets;
-  const auto largest =
-      std::max_element(sets.begin(), sets.end(), [](const RegionSetOutline& a, const RegionSetOutline& b) {
-        return a.nodes.value_or(0) < b.nodes.value_or(0);
-      });
-  if (largest == sets.end() || largest->nodes.value_or(0) == 0 || largest->elements.value_or(0) > 0) return;
+  const auto nodes_of = [](const RegionSetOutline& set) { return set.nodes.value_or(0); };
+  const auto largest = std::max_element(
+      sets.begin(), sets.end(),
+      [&](const RegionSetOutline& a, const RegionSetOutline& b) { return nodes_of(a) < nodes_of(b); });
+  if (largest == sets.end() || nodes_of(*largest) == 0 || largest->elements.value_or(0) > 0) return;
   findings_.add({Kind::no_elements_in_largest, largest->offset,
                  fmt::format("region set {}", largest - sets.begin()), "elements", "none"});
 }

@@ -70,6 +70,19 @@ TEST_F(SessionOrder, VariablesRightAfterTheOpeningComeAfterTheEndOfTheParts) {
                                    "USERD_get_gold_variable_info"}));
 }
 
+TEST_F(SessionOrder, PartsThatAreAskedForAgainHaveAnEndAgain) {
+  host::Session session(reader.library);
+  session.open(fake::file(fake::kTwoSets));
+  session.variables();
+  reader.forget_calls();
+  session.coordinates(1);
+  session.values(fake::kPressure, 1);
+  session.values(fake::kPressure, 1);
+  session.elements(1);
+  session.values(fake::kVelocity, 1);
+  EXPECT_EQ(reader.calls("USERD_stop_part_building").size(), 2U);
+}
+
 TEST_F(SessionOrder, NoValuesArePassedToAReaderThatAsksForNone) {
   host::Session session(reader.library);
   for (const char* before : {fake::kOddKinds, fake::kNoValues}) {

@@ -2,6 +2,8 @@
 #include "inspect/outline.h"
 
 #include "gtest/gtest.h"
+#include <algorithm>
+#include <optional>
 #include <string>
 
 #include "inspect/byte_source.h"
@@ -33,6 +35,23 @@ TEST(Outline, OfAFile) {
   EXPECT_EQ(outline.region_sets[0].nodes, 4);
   EXPECT_EQ(outline.region_sets[0].elements, 1);
   EXPECT_EQ(outline.region_sets[0].base_cycle, std::nullopt);
+}
+
+TEST(Outline, OfAHeaderInAnotherOrder) {
+  testkit::File file = inspect_test::small_file();
+  file.header.set_cycle(12, 0.5);
+  file.header.set_bias(1);
+  std::reverse(file.header.items.begin(), file.header.items.end());
+  EXPECT_EQ(outline_of(file).cycle, 12);
+  EXPECT_EQ(outline_of(file).bias, 1);
+}
+
+TEST(Outline, OfAMarkerOfUndefinedValuesInSinglePrecisionAlone) {
+  testkit::File file = inspect_test::small_file();
+  file.header.set_unused(1.5F, 2.5);
+  file.header.item("Unused").blocks.pop_back();
+  EXPECT_EQ(outline_of(file).undefined_single, 1.5F);
+  EXPECT_EQ(outline_of(file).undefined_double, std::nullopt);
 }
 
 TEST(Outline, OfACycleWithoutATime) {
