@@ -14,8 +14,6 @@
 #include <vector>
 #include <vtkCellData.h>
 #include <vtkFloatArray.h>
-#include <vtkInformation.h>
-#include <vtkInformationStringKey.h>
 #include <vtkNew.h>
 #include <vtkObject.h>
 #include <vtkPointData.h>
@@ -24,7 +22,6 @@
 #include "analysis/rigid_motion.h"
 #include "analysis/running_statistics.h"
 #include "fmt/format.h"
-#include "host/display_names.h"
 #include "host/text_encoding.h"
 #include "nlohmann/json.hpp"
 #include "tool/choice.h"
@@ -39,6 +36,7 @@
 #include "tool/read_error.h"
 #include "tool/series_command.h"
 #include "tool/vtk_series.h"
+#include "vtk/labels.h"
 
 namespace tool {
 namespace {
@@ -262,8 +260,7 @@ class MeanRun {
       for (std::size_t i = 0; i < of_one.size(); ++i)
         array->SetTypedComponent(static_cast<vtkIdType>(i), c, static_cast<float>((of_one.*value_of)(i)));
     }
-    const std::string unit = host::unit_of_label(host::to_utf8(variable.label));
-    if (!unit.empty()) array->GetInformation()->Set(vtkDataArray::UNITS_LABEL(), unit.c_str());
+    vtkdata::set_unit(array, variable);
     const vtkSmartPointer<vtkDataArray> values = at_precision(array, options_.precision);
     if (variable.location == host::Location::element) {
       grid->GetCellData()->AddArray(values);

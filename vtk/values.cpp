@@ -2,12 +2,9 @@
 
 #include <vtkDoubleArray.h>
 #include <vtkFloatArray.h>
-#include <vtkInformation.h>
-#include <vtkInformationStringKey.h>
 
-#include "host/display_names.h"
-#include "host/text_encoding.h"
 #include "host/tuples.h"
+#include "vtk/labels.h"
 
 namespace vtkdata {
 namespace {
@@ -34,8 +31,7 @@ vtkSmartPointer<vtkDataArray> make_values(host::Session& session, int variable, 
                                             : make<vtkDoubleArray>(session, asked, part);
   if (!array) return nullptr;
   array->SetName(name.c_str());
-  const std::string unit = host::unit_of_label(host::to_utf8(asked.label));
-  if (!unit.empty()) array->GetInformation()->Set(vtkDataArray::UNITS_LABEL(), unit.c_str());
+  set_unit(array, asked);
   return array;
 }
 

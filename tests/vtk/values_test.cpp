@@ -75,6 +75,16 @@ TEST_F(Values, KeepTheUnitOfTheLabel) {
   EXPECT_FALSE(values("v")->GetInformation()->Has(vtkDataArray::UNITS_LABEL()));
 }
 
+// XML cannot have control characters.
+TEST(Units, HaveNoControlCharacters) {
+  testkit::File file = testkit::file_of(testkit::one_tetrahedron());
+  file.region_sets.front().add(testkit::scalar_section(
+      {.name = "p", .label = "Pressure [k\x01\nPa]", .values = {1.0, 2.0, 3.0, 4.0}}));
+  host_test::OpenFile dataset(file);
+  const auto array = vtkdata::make_values(dataset.session(), 1, 1, "p");
+  EXPECT_STREQ(array->GetInformation()->Get(vtkDataArray::UNITS_LABEL()), "k  Pa");
+}
+
 TEST_F(Values, PerElementBecomeCellData) {
   const int part = file.part("ALL_ELEMENTS");
   const auto grid = vtkdata::make_part_grid(file.session(), part);
