@@ -253,6 +253,7 @@ int USERD_set_filenames(char* filename1, char* filename2, char* directory, int s
     return -1;
   }
   if (name == fake::kFailsSilently) return -1;
+  if (name == fake::kAnswersTwo) return 2;
   if (name == fake::kAborts) {
     std::fputs("about to abort\n", stderr);
     std::abort();

@@ -29,6 +29,7 @@ inline constexpr int kManyFilesCount = 40'000;
 // Fail to open.
 inline constexpr char kFails[] = "fails.fld";  // writes lines, answers -1
 inline constexpr char kFailsSilently[] = "fails_silently.fld";
+inline constexpr char kAnswersTwo[] = "answers_two.fld";  // neither success nor an error
 inline constexpr char kThrowsStandard[] = "throws_standard.fld";
 inline constexpr char kThrowsReader[] = "throws_reader.fld";
 inline constexpr char kThrowsInt[] = "throws_int.fld";

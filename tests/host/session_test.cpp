@@ -297,6 +297,12 @@ TEST_F(Session, KeepsTheOpenDatasetWhenTheNextOneFails) {
   EXPECT_EQ(values(fake::kPressure, 1), (std::vector<float>{1000, 1001, 1002, 1003}));
 }
 
+TEST_F(Session, TakesOnlyOneForSuccess) {
+  EXPECT_EQ(error_of([&] { session.open(fake::file(fake::kAnswersTwo)); }),
+            "USERD_set_filenames: the result is 2");
+  EXPECT_EQ(session.path(), fake::file(fake::kTwoSets));
+}
+
 TEST_F(Session, HasNothingOpenWhenTheNextOneFailsAfterTheReaderTookIt) {
   for (const char* name : {fake::kNegativeCount, fake::kNoStatus}) {
     SCOPED_TRACE(name);

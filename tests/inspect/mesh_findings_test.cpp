@@ -110,6 +110,8 @@ TEST(MeshFindings, AMaterialNumberOutOfRange) {
             Lines{line(510, file.value("LS_MatOfElements", 1) + 4, "at most 9999", "10000")});
   mesh.materials = {-2, 9996, 0, 1};  // becomes 1, 9999, 3, 4
   EXPECT_EQ(told(mesh_file(mesh).bytes), Lines{});
+  mesh.materials = {0, 9999, 1, 2};  // stays
+  EXPECT_EQ(told(mesh_file(mesh).bytes), Lines{});
   mesh.materials = {-2, 9997, 0, 1};
   EXPECT_EQ(told(mesh_file(mesh).bytes),
             Lines{line(510, file.value("LS_MatOfElements", 1) + 4, "at most 9996", "9997")});
