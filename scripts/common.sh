@@ -119,5 +119,6 @@ install_wheel() {
     quietly wheel-install "$pypi/bin/pip" install --no-deps --force-reinstall --disable-pip-version-check "$wheels"/*.whl
 }
 
-configure() { quietly "configure-$1" cmake --preset "$1"; }
+# configure PRESET [OPTION...]
+configure() { quietly "configure-$1" cmake --preset "$@"; }
 build() { quietly "build-$1" cmake --build --preset "$@"; }
