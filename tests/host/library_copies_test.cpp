@@ -1,6 +1,7 @@
 // Several datasets open in one process, each in a private copy of the library.
 #include <gtest/gtest.h>
 #include <iterator>
+#include <link.h>
 #include <memory>
 #include <set>
 #include <sys/resource.h>
@@ -116,6 +117,28 @@ TEST(LibrariesLeftLoaded, MayBeMoreThanTheProcessMayOpenFiles) {
   }
   EXPECT_EQ(places.size(), 60U);
   EXPECT_EQ(open_files(), before);
+}
+
+// The number of libraries that are loaded.
+int loaded_libraries() {
+  int count = 0;
+  const auto add_one = [](dl_phdr_info*, std::size_t, void* to) {
+    ++*static_cast<int*>(to);
+    return 0;
+  };
+  dl_iterate_phdr(add_one, &count);
+  return count;
+}
+
+// Those that come later look for names that the earlier ones do not have.
+TEST_F(LibraryCopies, AreUnloadedInAnyOrder) {
+  const int before = loaded_libraries();
+  std::vector<std::unique_ptr<host::Library>> libraries;
+  for (int i = 0; i < 3; ++i)
+    libraries.push_back(std::make_unique<host::Library>(FAKE_READER, host::Library::Globals::own));
+  EXPECT_EQ(loaded_libraries(), before + 3);
+  for (const std::size_t i : {1, 0, 2}) libraries[i].reset();
+  EXPECT_EQ(loaded_libraries(), before);
 }
 
 TEST_F(LibraryCopies, MayStayLoaded) {

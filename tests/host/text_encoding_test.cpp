@@ -49,6 +49,7 @@ TEST(TextEncoding, ACharacterCutInHalfIsReplaced) {
 TEST(TextEncoding, BytesThatAreNeitherAreReplaced) {
   if (kUnderEmulator) GTEST_SKIP() << kWithoutConverters;
   EXPECT_EQ(host::to_utf8("a\xff\x8a\x4f"), "a\uFFFD外");
+  EXPECT_EQ(host::to_utf8("a\x80"), "a\uFFFD");
 }
 
 // As Shift_JIS the bytes of this name would be others.

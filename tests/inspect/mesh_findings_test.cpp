@@ -161,13 +161,18 @@ TEST(MeshFindings, TooManyRegionsToCompare) {
   Mesh mesh = testkit::one_tetrahedron();
   mesh.surfaces.clear();
   testkit::File file = testkit::file_of(mesh);
+  // The last one, whose lists are not compared, has a face and lists two of its three corners.
   constexpr std::int64_t kRegions = 1000001;
-  const auto zeros = [](std::int64_t count) { return testkit::Block::integers(testkit::Ints::hole(count)); };
+  const auto zeros_and = [](std::int32_t last) {
+    return testkit::Block::integers(
+        testkit::concatenate<std::int32_t>({testkit::Ints::hole(kRegions - 1), {last}}));
+  };
   file.region_sets.front().section("LS_SurfaceGeometry") = {
       .title = "LS_SurfaceGeometryArray",
       .blocks = {testkit::Block::integer(kRegions), testkit::Block::integer(0),
-                 testkit::Block::characters(""), zeros(kRegions), zeros(0), zeros(0), zeros(kRegions),
-                 zeros(0)}};
+                 testkit::Block::characters(""), zeros_and(1),
+                 testkit::Block::integers({testkit::kTriangleFace}), testkit::Block::integers({0}),
+                 zeros_and(2), testkit::Block::integers({0, 1})}};
   const Written written(file);
   EXPECT_EQ(told(written.bytes), Lines{line(515, written.value("LS_SurfaceGeometryArray", 3) + 4 * 999999,
                                             "at most 1000000", "more")});

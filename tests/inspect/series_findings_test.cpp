@@ -194,6 +194,27 @@ TEST(SeriesFindings, QuantitiesGoWithTheNodesOfAnEarlierFile) {
             Lines{line(701, second.value("LS_Scalar:p", 1), "4", "3")});
 }
 
+// Of each file 64 region sets are kept for the others.
+TEST(SeriesFindings, TheNodesOfAnEarlierFileAreKnownOfTheFirst64RegionSets) {
+  const SeriesFiles files;
+  testkit::File first = small_file_at(10, 1.0);
+  testkit::File later = small_file_at(20, 2.0);
+  later.region_sets.front().sections = {testkit::coordinate_system_section(0)};
+  for (int i = 1; i < 66; ++i) {
+    first.add_region_set().sections = first.region_sets.front().sections;
+    later.add_region_set().sections = later.region_sets.front().sections;
+  }
+  for (std::size_t i : {62, 63, 64, 65})
+    later.region_sets[i].add(testkit::scalar_section({.name = "p", .values = {1, 2, 3}}));
+  files.add("case_10.fld", first);
+  const Written second = files.add("case_20.fld", later);
+  const auto count_of = [&](int occurrence) {
+    return second.places.of("LS_Scalar:p", occurrence).blocks[1] + 24;
+  };
+  EXPECT_EQ(lines(files.check("case_10.fld").at(1)),
+            (Lines{line(701, count_of(0), "4", "3"), line(701, count_of(1), "4", "3")}));
+}
+
 TEST(SeriesFindings, AFileThatCannotBeReadHasItsOwnReport) {
   const SeriesFiles files;
   files.add("case_10.fld", small_file_at(10, 1.0));

@@ -100,6 +100,15 @@ TEST(TitleFindings, AHeaderItemAmongTheSections) {
   EXPECT_EQ(told(written.bytes), Lines{line(204, written.title("ReleaseDate"), "a section", "ReleaseDate")});
 }
 
+TEST(TitleFindings, TheHeaderIsClosedAgainAmongTheSections) {
+  File file = small_file();
+  file.region_sets.push_front({.opener = "HeaderDataEnd", .sections = {}});
+  const Written written(file);
+  const std::uint64_t place = written.places.of("HeaderDataEnd", 1).offset;
+  EXPECT_EQ(told(written.bytes),
+            (Lines{line(204, place, "a section", "HeaderDataEnd"), line(208, place, "once", "again")}));
+}
+
 TEST(TitleFindings, TheHeaderIsNotClosed) {
   File file = small_file();
   file.header_end.reset();
