@@ -80,10 +80,11 @@ bool Reader::update(double time) {
   return has_updated();
 }
 
-bool Reader::update_piece(int piece, int pieces) {
+bool Reader::update_piece(int piece, int pieces, int ghost_layers) {
   if (!open()) return false;
   reader_->GetOutputInformation(0)->Set(Pipeline::UPDATE_PIECE_NUMBER(), piece);
   reader_->GetOutputInformation(0)->Set(Pipeline::UPDATE_NUMBER_OF_PIECES(), pieces);
+  reader_->GetOutputInformation(0)->Set(Pipeline::UPDATE_NUMBER_OF_GHOST_LEVELS(), ghost_layers);
   return has_updated();
 }
 

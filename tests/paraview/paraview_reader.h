@@ -30,7 +30,7 @@ class Reader {
 
   // Updates the output to a time, or to a piece of it. Returns whether it succeeded.
   bool update(double time = 0.0);
-  bool update_piece(int piece, int pieces);
+  bool update_piece(int piece, int pieces, int ghost_layers = 0);
 
   vtkPartitionedDataSetCollection* output();
   // The part of that name; null if the output does not have it.
