@@ -34,13 +34,13 @@ vtkdata::Cells triangles() {
 }
 
 TEST(GhostMarks, AreOfOtherRanksAndOfWhatIsBlanked) {
-  const std::vector<std::uint8_t> others = {0, 0, 1, 0, 1};
+  const std::vector<std::uint8_t> others = {1, 0, 1, 0, 1};
   const paraview::GhostMarks shared = paraview::make_ghost_marks(triangles(), 5, 1, others, {});
   EXPECT_EQ(values_of(shared.cells), (std::vector<int>{0, 0, kCopy}));
-  EXPECT_EQ(values_of(shared.points), (std::vector<int>{0, 0, 1, 0, 1}));
+  EXPECT_EQ(values_of(shared.points), (std::vector<int>{1, 0, 1, 0, 1}));
   const paraview::GhostMarks blanked = paraview::make_ghost_marks(triangles(), 5, 1, others, {0, 0, 0, 0, 1});
   EXPECT_EQ(values_of(blanked.cells), (std::vector<int>{0, 0, kCopy | kHiddenCell}));
-  EXPECT_EQ(values_of(blanked.points), (std::vector<int>{0, 0, 1, 0, 1 | kHiddenPoint}));
+  EXPECT_EQ(values_of(blanked.points), (std::vector<int>{1, 0, 1, 0, 1 | kHiddenPoint}));
   const paraview::GhostMarks hidden = paraview::make_ghost_marks(triangles(), 5, 0, {}, {1, 1, 1, 1, 1});
   EXPECT_EQ(values_of(hidden.cells), (std::vector<int>{kHiddenCell, kHiddenCell, kHiddenCell}));
   EXPECT_EQ(values_of(hidden.points), std::vector<int>(5, kHiddenPoint));

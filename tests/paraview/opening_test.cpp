@@ -195,6 +195,16 @@ TEST_F(Opening, TellsWhyItFails) {
   EXPECT_NE(error_of(directory_ / "text.fld").find("This is not FLD file."), std::string::npos);
 }
 
+// The pipeline says nothing of its own, neither of the times nor of the data.
+TEST_F(Opening, AFailureIsOneErrorAtAnUpdateToo) {
+  Reader reader("/no/such/file.fld");
+  reader->Update();
+  EXPECT_EQ(reader.take_errors().size(), 1U);
+  EXPECT_EQ(reader.output()->GetNumberOfPartitionedDataSets(), 0U);
+  reader->Update();
+  EXPECT_EQ(reader.take_errors(), std::vector<std::string>{});
+}
+
 TEST_F(Opening, GoesOnAfterAFailure) {
   Reader reader("/no/such/file.fld");
   EXPECT_FALSE(reader.update());
@@ -209,6 +219,10 @@ TEST_F(Opening, KnowsItsFilesByTheirFirstBytes) {
   EXPECT_EQ(vtkFLDReader::CanReadFile(sample("channel").c_str()), 1);
   std::ofstream(directory_ / "other.fld") << "# AVS field file";
   EXPECT_EQ(vtkFLDReader::CanReadFile((directory_ / "other.fld").c_str()), 0);
+  testkit::File similar = testkit::file_of(testkit::one_tetrahedron());
+  similar.magic = "VTRL-FLX";
+  testkit::write_file(similar, directory_ / "similar.fld");
+  EXPECT_EQ(vtkFLDReader::CanReadFile((directory_ / "similar.fld").c_str()), 0);
   EXPECT_EQ(vtkFLDReader::CanReadFile("/no/such/file.fld"), 0);
   EXPECT_EQ(vtkFLDReader::CanReadFile(nullptr), 0);
 }
