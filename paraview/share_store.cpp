@@ -92,8 +92,7 @@ void ShareStore::set_values(int number, int variable, int components, parallel::
 }
 
 void ShareStore::drop_values(int number, int variable) {
-  const auto part = parts_.find(number);
-  if (part != parts_.end()) part->second.values.erase(variable);
+  parts_.at(number).values.erase(variable);
 }
 
 void ShareStore::drop_part(int number) {
