@@ -34,25 +34,36 @@ class Terminal {
   // The side that a program writes to.
   int screen() const { return screen_; }
 
-  // What was written since the last call; at most what a terminal holds back, some kilobytes.
+  // What was written since the last call; at most what a terminal holds back, some kilobytes. What is written
+  // arrives some time later, so a mark is written behind it and waited for.
   std::string take() const {
+    constexpr char kMark = '\0';
+    if (write(screen_, &kMark, 1) != 1) fail();
     std::string text;
-    char piece[4096];
-    for (ssize_t size = read(reader_, piece, sizeof piece); size > 0;
-         size = read(reader_, piece, sizeof piece)) {
+    std::size_t mark = std::string::npos;
+    while (mark == std::string::npos) {
+      wait();
+      char piece[4096];
+      const ssize_t size = read(reader_, piece, sizeof piece);
+      if (size <= 0) fail();
       text.append(piece, static_cast<std::size_t>(size));
+      mark = text.find(kMark);
     }
-    return text;
+    return text.erase(mark, 1);
   }
 
   // The same, once there is something.
   std::string wait_and_take() const {
-    pollfd written{.fd = reader_, .events = POLLIN, .revents = 0};
-    poll(&written, 1, 60'000);
+    wait();
     return take();
   }
 
  private:
+  void wait() const {
+    pollfd written{.fd = reader_, .events = POLLIN, .revents = 0};
+    poll(&written, 1, 60'000);
+  }
+
   [[noreturn]] static void fail() {
     throw std::system_error(errno, std::generic_category(), "cannot make a terminal");
   }
