@@ -20,7 +20,7 @@ a box. OUT and the files are those of convert; its manual describes them.
 --box takes two opposite corners of a box along the axes. An element is kept when at least one of its nodes is in the box,
 so the box is filled; nodes that no such element has are dropped, and the others get new numbers. A part without an element
 in the box is left out at that step; a .vtkhdf file has no box. Coordinates are those of the step; on the whole mesh of a mesh in cylindrical
-coordinates they are radius, angle and height. It is an error when there is no element in the box at any step.
+coordinates they are radius, angle and height. It is an error when there is no element in the box at any step; the files of an earlier run stay then.
 
 )";
 

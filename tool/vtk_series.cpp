@@ -133,13 +133,24 @@ Json VtkSeries::write_step(const std::function<void()>& after_part) {
           {"time", session_.variable_times().times[static_cast<std::size_t>(session_.step())]}};
 }
 
+bool VtkSeries::is_empty_so_far() const {
+  return options_.box && !has_parts_;
+}
+
 void VtkSeries::add_step(const Json& step) {
+  has_parts_ = has_parts_ || !step.at("files").empty();
+  empty_steps_.push_back(step);
+  if (is_empty_so_far()) return;
+  for (const Json& waiting : empty_steps_) place_step(waiting);
+  empty_steps_.clear();
+}
+
+void VtkSeries::place_step(const Json& step) {
   const auto name = step.at("name").get<std::string>();
   const std::string composite = name + ".vtm";
   std::set<std::string> files = {composite};
   for (const Json& file : step.at("files")) files.insert(name + "/" + file.get<std::string>());
   written_.add(files);
-  has_parts_ = has_parts_ || files.size() > 1;
   if (files.size() > 1) make_folders(folder_ / name);
   for (const std::string& file : files) {
     if (file == composite) continue;
@@ -155,6 +166,7 @@ void VtkSeries::add_step(const Json& step) {
 }
 
 void VtkSeries::finish() {
+  if (is_empty_so_far()) return;
   written_.remove_others(files_, "");
 }
 

@@ -30,12 +30,13 @@ class VtkSeries : public SeriesWriter {
   Json write_step(const std::function<void()>& after_part) override;
 
   // Moves them to their places and writes the collection of all steps so far. Files of the step that an
-  // earlier run wrote and this one does not are removed; all other files stay.
+  // earlier run wrote and this one does not are removed; all other files stay. With a box, steps without an
+  // element in it wait for one that has some: an earlier series is not replaced by one of nothing.
   void add_step(const Json& step) override;
 
   bool has_parts() const override { return has_parts_; }
 
-  // Removes the steps of earlier runs that this run did not write.
+  // Removes the steps of earlier runs that this run did not write, if this run wrote any.
   void finish() override;
 
  private:
@@ -54,6 +55,8 @@ class VtkSeries : public SeriesWriter {
     std::filesystem::path path_;
   };
 
+  bool is_empty_so_far() const;
+  void place_step(const Json& step);
   std::string step_name() const;
   // Returns whether the part has anything in the box.
   bool write_part(int part, const std::filesystem::path& path);
@@ -68,6 +71,7 @@ class VtkSeries : public SeriesWriter {
   std::vector<std::string> variable_names_;
   std::vector<vtkdata::CollectionStep> steps_;
   bool has_parts_ = false;
+  std::vector<Json> empty_steps_;  // not yet in their places
   WrittenFiles written_;
   std::set<std::string> files_;  // of this run, relative to the folder
   TemporaryFolder temporary_;    // with a folder per step

@@ -1,10 +1,12 @@
 // fldtool extract: what convert writes, cut down to a box.
 #include <array>
+#include <filesystem>
 #include <string>
 #include <vector>
 #include <vtkCellData.h>
 #include <vtkPointData.h>
 
+#include "testkit/box_dataset.h"
 #include "tests/tool/converted_series.h"
 #include "tests/tool/run_fldtool.h"
 
@@ -60,6 +62,32 @@ TEST_F(Extract, ABoxWithoutElementsIsAnError) {
   EXPECT_EQ(result.errors,
             "fldtool: " + dataset.path() + ": no element of the parts is in the box 5,5,5:6,6,6\n");
   EXPECT_EQ(result.output, "");
+  EXPECT_FALSE(std::filesystem::exists(collection));
+}
+
+TEST_F(Extract, ABoxWithoutElementsLeavesAnEarlierSeriesAlone) {
+  extracted({"-p", "upper"});
+  const Result result = run_fldtool({"extract", dataset.path(), collection.string(), "--box", "5,5,5:6,6,6"});
+  EXPECT_EQ(result.status, 2);
+  EXPECT_EQ(Composite(tool_test::steps_of(collection).front().file).size(), 1U);
+}
+
+// The mesh of the second file reaches further along x.
+TEST_F(Extract, StepsBeforeTheFirstElementInTheBoxHaveNoParts) {
+  const std::filesystem::path first = dataset.directory() / "growing_0.fld";
+  testkit::write_box_dataset(first, {.nx = 2, .cycle = 0, .time = 0.5});
+  testkit::write_box_dataset(dataset.directory() / "growing_1.fld",
+                             {.nx = 2, .lengths = {4.0, 1.0, 1.0}, .cycle = 1, .time = 1.5});
+  const Result result = run_fldtool(
+      {"extract", first.string(), collection.string(), "-p", "whole", "--box", "3,0,0:5,1,1", "--jobs", "1"});
+  EXPECT_EQ(result.status, 0) << result.errors;
+  const std::vector<tool_test::CollectionStep> steps = tool_test::steps_of(collection);
+  ASSERT_EQ(steps.size(), 2U);
+  EXPECT_EQ(steps[0].time, "0.5");
+  EXPECT_EQ(Composite(steps[0].file).size(), 0U);
+  EXPECT_EQ(steps[1].time, "1.5");
+  ASSERT_EQ(Composite(steps[1].file).size(), 1U);
+  EXPECT_EQ(Composite(steps[1].file).part("ALL_ELEMENTS")->GetNumberOfCells(), 1);
 }
 
 TEST_F(Extract, OneFileHasNoBox) {
