@@ -223,6 +223,12 @@ TEST_F(Opening, KnowsItsFilesByTheirFirstBytes) {
   similar.magic = "VTRL-FLX";
   testkit::write_file(similar, directory_ / "similar.fld");
   EXPECT_EQ(vtkFLDReader::CanReadFile((directory_ / "similar.fld").c_str()), 0);
+  // No more than the first bytes: what is wrong behind them is said when the file is opened.
+  std::filesystem::copy_file(sample("channel"), directory_ / "short.fld");
+  std::filesystem::resize_file(directory_ / "short.fld", 12);
+  EXPECT_EQ(vtkFLDReader::CanReadFile((directory_ / "short.fld").c_str()), 1);
+  std::filesystem::resize_file(directory_ / "short.fld", 11);
+  EXPECT_EQ(vtkFLDReader::CanReadFile((directory_ / "short.fld").c_str()), 0);
   EXPECT_EQ(vtkFLDReader::CanReadFile("/no/such/file.fld"), 0);
   EXPECT_EQ(vtkFLDReader::CanReadFile(nullptr), 0);
 }

@@ -10,6 +10,7 @@
 #include <vtkPointData.h>
 
 #include "samples/samples.h"
+#include "testkit/box_dataset.h"
 #include "testkit/file_writer.h"
 #include "testkit/small_meshes.h"
 #include "testkit/temporary_directory.h"
@@ -97,6 +98,16 @@ TEST(Pieces, HaveUnitsWithoutControlCharacters) {
   vtkDataArray* pressure = reader.grid("wall")->GetPointData()->GetArray("p");
   ASSERT_NE(pressure, nullptr);
   EXPECT_STREQ(pressure->GetInformation()->Get(vtkDataArray::UNITS_LABEL()), "k  Pa");
+}
+
+// Cells of other pieces around them are for several processes alone.
+TEST(Pieces, HaveNoGhostCells) {
+  const testkit::TemporaryDirectory directory;
+  testkit::write_box_dataset(directory / "box.fld", {.nx = 4, .ny = 4, .nz = 4});
+  Reader reader(directory / "box.fld");
+  ASSERT_TRUE(reader.update_piece(0, 2, 1));
+  EXPECT_EQ(reader.grid("volume_1")->GetNumberOfCells(), 32);
+  EXPECT_FALSE(reader.grid("volume_1")->GetCellData()->HasArray("vtkGhostType"));
 }
 
 TEST(Pieces, HoldNoMorePointsThanTheirCellsUse) {

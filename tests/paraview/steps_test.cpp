@@ -189,6 +189,7 @@ TEST_F(Steps, AreThereAgainAfterOneThatFailed) {
   ASSERT_TRUE(reader.update(0.5));
   EXPECT_EQ(reader.take_errors().size(), 3U);
   EXPECT_EQ(before, Objects(reader.grid("volume_1")));
+  EXPECT_TRUE(std::isnan(reader.grid("volume_1")->GetPointData()->GetArray("scalar_1")->GetComponent(0, 0)));
   ASSERT_TRUE(reader.update(0.0));
   EXPECT_TRUE(reader.take_errors().empty());
   ASSERT_NE(reader.grid("volume_1"), nullptr);
