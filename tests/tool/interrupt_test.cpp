@@ -10,6 +10,12 @@ namespace {
 // The signal is sent in a process of its own, which leaves with status 7 when it gets past what follows.
 constexpr int kGotPast = 7;
 
+class Interrupt : public testing::Test {
+ protected:
+  // Programs that a script starts in its background, as this may be, ignore it.
+  Interrupt() { std::signal(SIGINT, SIG_DFL); }
+};
+
 void expect_noted(int signal_number) {
   EXPECT_EXIT(
       {
@@ -28,12 +34,12 @@ void expect_noted(int signal_number) {
       testing::ExitedWithCode(kGotPast), "");
 }
 
-TEST(Interrupt, IsNotedOnce) {
+TEST_F(Interrupt, IsNotedOnce) {
   expect_noted(SIGINT);
   expect_noted(SIGTERM);
 }
 
-TEST(Interrupt, TheSecondSignalEndsTheProgram) {
+TEST_F(Interrupt, TheSecondSignalEndsTheProgram) {
   EXPECT_EXIT(
       {
         tool::catch_interrupts();
@@ -52,7 +58,7 @@ TEST(Interrupt, TheSecondSignalEndsTheProgram) {
       testing::KilledBySignal(SIGTERM), "");
 }
 
-TEST(Interrupt, EndsTheProgramWhereItCannotBeStopped) {
+TEST_F(Interrupt, EndsTheProgramWhereItCannotBeStopped) {
   EXPECT_EXIT(
       {
         tool::catch_interrupts();
@@ -71,7 +77,7 @@ TEST(Interrupt, EndsTheProgramWhereItCannotBeStopped) {
       testing::ExitedWithCode(kGotPast), "");
 }
 
-TEST(Interrupt, DoesNotBeginWhatCannotBeStopped) {
+TEST_F(Interrupt, DoesNotBeginWhatCannotBeStopped) {
   EXPECT_EXIT(
       {
         tool::catch_interrupts();
@@ -86,7 +92,7 @@ TEST(Interrupt, DoesNotBeginWhatCannotBeStopped) {
       testing::ExitedWithCode(kGotPast), "");
 }
 
-TEST(Interrupt, ASignalThatIsIgnoredStaysSo) {
+TEST_F(Interrupt, ASignalThatIsIgnoredStaysSo) {
   EXPECT_EXIT(
       {
         std::signal(SIGINT, SIG_IGN);

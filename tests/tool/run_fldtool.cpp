@@ -108,7 +108,16 @@ class Running {
         posix_spawn_file_actions_adddup2(&actions, descriptor, stream);
       }
     }
-    const int error = posix_spawn(&child_, fldtool(), &actions, nullptr, pointers.data(), environ);
+    // Programs that a script starts in its background, as these tests may be, ignore interrupts.
+    sigset_t interrupts;
+    sigemptyset(&interrupts);
+    sigaddset(&interrupts, SIGINT);
+    posix_spawnattr_t attributes;
+    posix_spawnattr_init(&attributes);
+    posix_spawnattr_setsigdefault(&attributes, &interrupts);
+    posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSIGDEF);
+    const int error = posix_spawn(&child_, fldtool(), &actions, &attributes, pointers.data(), environ);
+    posix_spawnattr_destroy(&attributes);
     posix_spawn_file_actions_destroy(&actions);
     if (error != 0) throw std::system_error(error, std::generic_category(), "posix_spawn");
   }
