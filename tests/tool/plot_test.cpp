@@ -22,7 +22,7 @@ using tool_test::OneFile;
 using tool_test::Result;
 using tool_test::run_fldtool;
 
-class RenderPlot : public testing::Test {
+class Plot : public testing::Test {
  protected:
   std::string write(const std::string& name, const std::string& text) const {
     const auto path = directory / name;
@@ -48,7 +48,7 @@ class RenderPlot : public testing::Test {
   const std::string svg = (directory / "out.svg").string();
 };
 
-TEST_F(RenderPlot, LinesInAVectorGraphic) {
+TEST_F(Plot, LinesInAVectorGraphic) {
   const std::string table = write("h.csv", "step,time,p,\"v, at (0 0)\"\n0,0,1,5\n1,0.5,2,\n2,1,4,3\n");
   if (!draws({"plot", table, "-o", svg, "--title", "A < B", "--y-title", "Pressure [Pa]"}))
     GTEST_SKIP() << "this machine cannot render";
@@ -58,7 +58,7 @@ TEST_F(RenderPlot, LinesInAVectorGraphic) {
   EXPECT_NE(text.find("width=\"1200\""), std::string::npos) << text.substr(0, 400);
 }
 
-TEST_F(RenderPlot, PicturesHaveTheirSizeAndDifferWithTheValues) {
+TEST_F(Plot, PicturesHaveTheirSizeAndDifferWithTheValues) {
   const std::string a = write("a.csv", "time,p\n0,1\n1,2\n2,4\n");
   const std::string b = write("b.csv", "time,p\n0,4\n1,2\n2,1\n");
   if (!draws({"plot", a, "-o", out, "--size", "640x480"})) GTEST_SKIP() << "this machine cannot render";
@@ -77,7 +77,7 @@ TEST_F(RenderPlot, PicturesHaveTheirSizeAndDifferWithTheValues) {
   EXPECT_EQ(read(out), first);
 }
 
-TEST_F(RenderPlot, OfAHistoryAndOfItsTable) {
+TEST_F(Plot, OfAHistoryAndOfItsTable) {
   const std::string file = samples::tank::write(directory.path()).file.string();
   const std::string table = (directory / "h.csv").string();
   if (!draws({"history", file, "--at", "0.1,0,0.2", "--variable", "Pressure", "-o", table, "--plot", out}))
@@ -87,7 +87,7 @@ TEST_F(RenderPlot, OfAHistoryAndOfItsTable) {
   ASSERT_TRUE(draws({"plot", table, "-o", out}));
 }
 
-TEST_F(RenderPlot, OfALineAndAHistogram) {
+TEST_F(Plot, OfALineAndAHistogram) {
   const OneFile file(one_of_each_file());
   if (!draws({"probe", file.path(), "--line", "0,0.5,0.5:2,0.5,0.5", "--variable", "v", "--plot", out}))
     GTEST_SKIP() << "this machine cannot render";
@@ -99,7 +99,7 @@ TEST_F(RenderPlot, OfALineAndAHistogram) {
                "--plot draws values along a line: give --line");
 }
 
-TEST_F(RenderPlot, WrongArgumentsAreExplained) {
+TEST_F(Plot, WrongArgumentsAreExplained) {
   const std::string table = write("h.csv", "step,time,p\n0,0,1\n");
   expect_error({"plot", table, "-o", "out.jpg"}, 2,
                "out.jpg: cannot write '.jpg' files: the name has to end in .png or .svg");
@@ -121,7 +121,7 @@ TEST_F(RenderPlot, WrongArgumentsAreExplained) {
 }
 
 // With a byte order mark, quotation marks, ends of lines of another system and empty lines.
-TEST_F(RenderPlot, TablesOfOtherProgramsAreRead) {
+TEST_F(Plot, TablesOfOtherProgramsAreRead) {
   const std::string plain = write("plain.csv", "time,a\n0,1\n1,3\n");
   if (!draws({"plot", plain, "-o", svg})) GTEST_SKIP() << "this machine cannot render";
   const std::string expected = read(svg);
@@ -132,7 +132,7 @@ TEST_F(RenderPlot, TablesOfOtherProgramsAreRead) {
   EXPECT_TRUE(draws({"plot", quoted, "-o", out, "--y", "a \"x\", b"}));
 }
 
-TEST_F(RenderPlot, TablesThatCannotBeDrawnAreExplained) {
+TEST_F(Plot, TablesThatCannotBeDrawnAreExplained) {
   const auto expect = [&](const std::string& text, const std::string& reason) {
     const std::string table = write("odd.csv", text);
     expect_error({"plot", table, "-o", out}, 4,
@@ -148,7 +148,7 @@ TEST_F(RenderPlot, TablesThatCannotBeDrawnAreExplained) {
   expect("time,a\n-1e301,1\n1,2\n", "numbers beyond 1e300 cannot be drawn");
 }
 
-TEST_F(RenderPlot, ExtremeNumbersAreDrawn) {
+TEST_F(Plot, ExtremeNumbersAreDrawn) {
   for (const char* rows : {"0,1e300\n1,-1e300\n", "0,1e-320\n1,2e-320\n", "0,5\n0,5\n", "0,0\n"}) {
     if (!draws({"plot", write("extreme.csv", std::string("time,a\n") + rows), "-o", out}))
       GTEST_SKIP() << "this machine cannot render";
@@ -156,7 +156,7 @@ TEST_F(RenderPlot, ExtremeNumbersAreDrawn) {
   }
 }
 
-TEST_F(RenderPlot, OutputsThatCannotBeWrittenAreExplained) {
+TEST_F(Plot, OutputsThatCannotBeWrittenAreExplained) {
   const std::string table = write("h.csv", "time,p\n0,1\n1,2\n");
   if (!draws({"plot", table, "-o", out})) GTEST_SKIP() << "this machine cannot render";
   std::filesystem::create_directory(directory / "folder.png");
@@ -172,7 +172,7 @@ TEST_F(RenderPlot, OutputsThatCannotBeWrittenAreExplained) {
 }
 
 // While it reads, which takes a table of this length some time.
-TEST_F(RenderPlot, StopsWhenItIsInterrupted) {
+TEST_F(Plot, StopsWhenItIsInterrupted) {
   std::string rows = "time,a\n";
   for (int i = 0; i < 400'000; ++i) rows += std::to_string(i) + ",1\n";
   const std::string table = write("long.csv", rows);
