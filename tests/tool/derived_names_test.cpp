@@ -33,6 +33,8 @@ TEST_F(DerivedNames, InStatistics) {
   const json length = components_of(dataset.path(), "mag(v)");
   ASSERT_EQ(length.size(), 1U);
   EXPECT_FLOAT_EQ(length[0]["maximum"].get<float>(), 2.291288F);  // of (2, 0.5, 1)
+  EXPECT_EQ(length[0]["minimum"], 0.0);                           // of (0, 0, 0)
+  EXPECT_EQ(length[0]["undefined"], 0);
   EXPECT_NEAR(components_of(dataset.path(), "vorticity(v)")[3]["maximum"].get<double>(), 0, 1e-6);
   EXPECT_NEAR(components_of(dataset.path(), "q( v )")[0]["mean"].get<double>(), -1.5, 1e-5);
 }

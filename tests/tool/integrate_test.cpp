@@ -122,6 +122,20 @@ TEST(Integrate, WhatIsUndefinedEverywhereHasNoMean) {
   EXPECT_NE(text.output.find("; 4 elements left out\n"), std::string::npos) << text.output;
 }
 
+TEST(Integrate, AStepWithoutPressureHasNoForce) {
+  const testkit::TemporaryDirectory directory;
+  testkit::File file = file_with_rising_pressure();
+  testkit::write_file(file, directory / "s_0.fld");
+  file.header.set_cycle(1, 1.0);
+  file.region_sets.front().remove("LS_Scalar:p");
+  testkit::write_file(file, directory / "s_1.fld");
+  const json steps = integrals((directory / "s_0.fld").string(),
+                               {"-p", "@between", "--pressure", "p", "--steps", "0-1"})["steps"];
+  ASSERT_EQ(steps.size(), 2U);
+  EXPECT_EQ(steps[0]["parts"][0]["force"]["force"], json({2.5, 0.0, 0.0}));
+  EXPECT_FALSE(steps[1]["parts"][0].contains("force"));
+}
+
 TEST(Integrate, Text) {
   const OneFile file(file_with_rising_pressure());
   const Result result = run_fldtool({"integrate", file.path(), "-p", "@between,upper", "--variables", "p,v"});

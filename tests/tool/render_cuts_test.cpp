@@ -113,6 +113,21 @@ TEST_F(RenderCuts, SeveralCutsAreDrawnInEveryStep) {
   }
 }
 
+// On the slice from 1.5 to 112, and in its middle 56.625.
+TEST_F(RenderCuts, TheColoursOfAllStepsAreThoseOfTheirCuts) {
+  for (int step = 0; step < 2; ++step) {
+    testkit::write_file(testkit::box_file({.nx = 2, .ny = 2, .nz = 2, .cycle = step, .time = 0.5 * step}),
+                        dataset.directory() / ("s_" + std::to_string(step) + ".fld"));
+  }
+  const auto result =
+      tool_test::run_fldtool({"render", (dataset.directory() / "s_0.fld").string(), "-o", output().string(),
+                              "--steps", "all", "--size", "600x400", "--view", "+x", "--parts", "volumes",
+                              "--slice", "0.5,0,0:1,0,0", "--variable", "scalar_1", "--colours", "grey"});
+  ASSERT_EQ(result.status, 0) << result.errors;
+  for (const char* name : {"picture_0.png", "picture_1.png"})
+    expect_near(Picture(dataset.directory() / name).at(0.52, tool_test::kMiddle), kMiddleGrey);
+}
+
 TEST_F(RenderCuts, SaysWhatMeetsNothing) {
   const std::string where = box.path() + ": ";
   expect_box_error({"--slice", "0,0,2:0,0,1"}, 2,

@@ -91,6 +91,14 @@ TEST_F(Replaced, KeepsThePermissions) {
   EXPECT_EQ(fs::status(path).permissions(), fs::perms::owner_read | fs::perms::owner_write);
 }
 
+TEST_F(Replaced, ANewOneHasThoseOfTheProcess) {
+  const mode_t before = umask(027);
+  replace_file(path, "new");
+  umask(before);
+  EXPECT_EQ(fs::status(path).permissions(),
+            fs::perms::owner_read | fs::perms::owner_write | fs::perms::group_read);
+}
+
 TEST_F(Replaced, ASymbolicLinkStaysOne) {
   fs::create_directory(directory / "far");
   make(directory / "far/b.csv", "old");
