@@ -88,6 +88,19 @@ TEST(LongWork, InfoTellsProgressOfTheSearchForMotion) {
   expect_drawn({"info", path, "--all-steps"}, "info: 0 of 47, 0 %");
 }
 
+TEST(LongWork, InfoTellsHowFarTheSearchForMotionIs) {
+  const testkit::TemporaryDirectory directory;
+  testkit::write_box_dataset(directory / "s_1.fld", {.cycle = 1, .time = 0.1});
+  // Takes longer to read than the time between two lines of progress.
+  testkit::write_box_dataset(directory / "s_2.fld",
+                             {.nx = 120, .ny = 120, .nz = 120, .cycle = 2, .time = 0.2});
+  const Result result =
+      tool_test::run_fldtool_on_terminal({"info", (directory / "s_1.fld").string(), "--ranges"});
+  EXPECT_EQ(result.status, 0);
+  // The first step's eight boxes and four ranges, and its eight parts once more.
+  EXPECT_NE(result.errors.find("info: 20 of 28, 71 %"), std::string::npos) << result.errors;
+}
+
 TEST(LongWork, SampleTellsProgress) {
   const testkit::TemporaryDirectory directory;
   expect_drawn({"sample", directory.path().string()}, "samples: 0 of 4, 0 %");

@@ -89,6 +89,21 @@ TEST_F(RenderCuts, StreamlinesAndArrowsAreDrawn) {
   }
 }
 
+TEST_F(RenderCuts, ArrowsHaveTheSizeOfWhatIsShown) {
+  for (const double length : {0.01, 1.0, 100.0}) {
+    const OneFile scaled(
+        testkit::box_file({.nx = 6, .ny = 6, .nz = 6, .lengths = {length, length, length}, .volumes = 2}));
+    const Words parts = {"--parts", "z_high", "--variable", "none"};
+    Words arrows = parts;
+    arrows.insert(arrows.end(), {"--arrows", "vector_1"});
+    Picture plain = draw_file(scaled.path(), parts);
+    Picture picture = draw_file(scaled.path(), arrows);
+    const int count = differing_pixels(picture, plain);
+    EXPECT_GT(count, 5000) << length;
+    EXPECT_LT(count, 20000) << length;
+  }
+}
+
 TEST_F(RenderCuts, ArrowsAreDrawnOnParts) {
   Picture plain = draw_box({"--parts", "z_high"});
   Picture picture = draw_box({"--parts", "z_high", "--arrows", "vector_1"});
