@@ -74,6 +74,7 @@ void check(vtkDataSet* data, std::size_t nodes, std::size_t elements) {
   }
 }
 
+#ifdef BENCH_HAS_CGNS
 // The first grid somewhere below a block; null when there is none.
 vtkUnstructuredGrid* first_grid(vtkDataObject* block) {
   if (auto* const grid = vtkUnstructuredGrid::SafeDownCast(block)) return grid;
@@ -83,6 +84,7 @@ vtkUnstructuredGrid* first_grid(vtkDataObject* block) {
   }
   return nullptr;
 }
+#endif
 
 }  // namespace
 
