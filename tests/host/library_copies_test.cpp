@@ -137,7 +137,7 @@ TEST_F(LibraryCopies, AreUnloadedInAnyOrder) {
   for (int i = 0; i < 3; ++i)
     libraries.push_back(std::make_unique<host::Library>(FAKE_READER, host::Library::Globals::own));
   EXPECT_EQ(loaded_libraries(), before + 3);
-  for (const std::size_t i : {1, 0, 2}) libraries[i].reset();
+  for (const std::size_t i : {1U, 0U, 2U}) libraries[i].reset();
   EXPECT_EQ(loaded_libraries(), before);
 }
 

@@ -204,7 +204,7 @@ TEST(SeriesFindings, TheNodesOfAnEarlierFileAreKnownOfTheFirst64RegionSets) {
     first.add_region_set().sections = first.region_sets.front().sections;
     later.add_region_set().sections = later.region_sets.front().sections;
   }
-  for (std::size_t i : {62, 63, 64, 65})
+  for (std::size_t i : {62U, 63U, 64U, 65U})
     later.region_sets[i].add(testkit::scalar_section({.name = "p", .values = {1, 2, 3}}));
   files.add("case_10.fld", first);
   const Written second = files.add("case_20.fld", later);

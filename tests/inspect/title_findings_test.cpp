@@ -257,7 +257,7 @@ TEST(TitleFindings, TooManyRegionSets) {
   File file = small_file();
   for (int i = 0; i < 10000; ++i) file.add_region_set();
   // What is in the last one that is checked is told of, and what is behind it is not.
-  for (std::size_t i : {9999, 10000}) file.region_sets[i].add(testkit::coordinate_system_section(2));
+  for (std::size_t i : {9999U, 10000U}) file.region_sets[i].add(testkit::coordinate_system_section(2));
   const Written written(file);
   const Lines all = told(written.bytes);
   for (const std::string& wanted : {line(216, written.title("OverlapStart_10001"), "at most 10000", "more"),

@@ -122,13 +122,15 @@ TEST_F(Steps, HaveTheTimesThatTheFilesSay) {
   }
   Reader reader(directory_ / "tenths_0.fld");
   ASSERT_TRUE(reader.open());
-  EXPECT_EQ(reader.times(), (std::vector<double>{0.0, 0.1, 0.2, 0.3}));
-  for (int step = 0; step < 4; ++step) {
-    ASSERT_TRUE(reader.update(step / 10.0));
-    EXPECT_EQ(reader.output()->GetInformation()->Get(vtkDataObject::DATA_TIME_STEP()), reader.times()[step]);
+  const std::vector<double> times = reader.times();
+  ASSERT_EQ(times, (std::vector<double>{0.0, 0.1, 0.2, 0.3}));
+  for (std::size_t step = 0; step < times.size(); ++step) {
+    const double tenths = static_cast<double>(step) / 10.0;
+    ASSERT_TRUE(reader.update(tenths));
+    EXPECT_EQ(reader.output()->GetInformation()->Get(vtkDataObject::DATA_TIME_STEP()), times[step]);
     // Not quite there, as after arithmetic in single precision.
-    ASSERT_TRUE(reader.update(step / 10.0 * (1.0 - 1.0e-7)));
-    EXPECT_EQ(reader.output()->GetInformation()->Get(vtkDataObject::DATA_TIME_STEP()), reader.times()[step]);
+    ASSERT_TRUE(reader.update(tenths * (1.0 - 1.0e-7)));
+    EXPECT_EQ(reader.output()->GetInformation()->Get(vtkDataObject::DATA_TIME_STEP()), times[step]);
   }
 }
 
