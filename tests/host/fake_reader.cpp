@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <array>
+#include <chrono>
 #undef NDEBUG  // the C library declares its report only where assertions are on
 #include <cassert>
 #include <csignal>
@@ -12,6 +13,7 @@
 #include <exception>
 #include <stdexcept>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "interface/userd_api.h"
@@ -337,6 +339,9 @@ int USERD_get_gold_part_build_info(int* ids, int* types, char** descriptions, in
 #ifndef FAKE_WITHOUT_COORDS
 int USERD_get_part_coords(int part, float** coords) {
   LOG(part);
+  if (is_file(fake::kSlowSecondStep) && state.geometry_step == 1) {
+    std::this_thread::sleep_for(std::chrono::milliseconds(110));
+  }
   const Place place = place_of(part);
   for (int i = 0; i < node_count(place); ++i) {
     coords[0][i + 1] = fake::x(state.geometry_step, place.region_set, i);

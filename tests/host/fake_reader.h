@@ -20,7 +20,8 @@ inline constexpr char kNoStatus[] = "no_status.fld";             // the status o
 // status of the geometry is 3; there is no metadata. The opening after this one asks for values of a kind,
 // but of none; that after kNoValues for values of no kind.
 inline constexpr char kOddKinds[] = "odd_kinds.fld";
-inline constexpr char kExitAsserts[] = "exit_asserts.fld";  // an assertion fails in the exit routine
+inline constexpr char kExitAsserts[] = "exit_asserts.fld";         // an assertion fails in the exit routine
+inline constexpr char kSlowSecondStep[] = "slow_second_step.fld";  // its coordinates take 0.11 s per part
 
 // A series of so many files, "/made-up/many_files_0000000.fld" and on.
 inline constexpr char kManyFiles[] = "many_files.fld";
