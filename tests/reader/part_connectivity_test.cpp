@@ -1,5 +1,6 @@
 // The connectivity of parts: local node numbers from 1, element by element.
 #include <limits>
+#include <numeric>
 
 #include "tests/reader/loaded_reader.h"
 #include "tests/reader/small_datasets.h"
@@ -87,6 +88,31 @@ TEST_F(PartConnectivity, WholeMeshHasTheMeshsOwnNumbersInElementOrder) {
   EXPECT_EQ((Rows{{30, 29, 28, 27, 26}}), host.rows(1, 18));
   EXPECT_EQ((Rows{{11, 15, 12, 14, 13, 10}}), host.rows(1, 22));
   EXPECT_EQ((Rows{{1, 30, 2, 29, 3, 28, 4, 27}}), host.rows(1, 26));
+}
+
+// Threads share the rows of a type, wherever in the mesh its elements are.
+TEST_F(PartConnectivity, ManyElementsOfATypeMayStandTogether) {
+  constexpr int kEach = 200;
+  testkit::Mesh mesh = numbered_nodes(kEach + 8);
+  for (int e = 0; e < kEach; ++e) mesh.elements.add(testkit::kPrism, {e, e + 1, e + 2, e + 3, e + 4, e + 5});
+  mesh.elements.add(testkit::kPyramid, {7, 6, 5, 4, 3});
+  for (int e = 0; e < kEach; ++e) mesh.elements.add(testkit::kTetrahedron, {e + 7, e, e + 1, e + 2});
+  std::vector<std::int32_t> all(2 * kEach + 1);
+  std::iota(all.begin(), all.end(), 0);
+  add_volume(mesh, "fluid", all);
+  write_and_open(file_of(mesh));
+  for (const int part : {1, 2}) {
+    const Rows prisms = host.rows(part, 22);
+    const Rows tetrahedra = host.rows(part, 14);
+    ASSERT_EQ(static_cast<std::size_t>(kEach), prisms.size());
+    ASSERT_EQ(static_cast<std::size_t>(kEach), tetrahedra.size());
+    for (int e = 0; e < kEach; ++e) {
+      const auto row = static_cast<std::size_t>(e);
+      EXPECT_EQ((std::vector<int>{e + 1, e + 2, e + 3, e + 4, e + 5, e + 6}), prisms[row]);
+      EXPECT_EQ((std::vector<int>{e + 8, e + 1, e + 2, e + 3}), tetrahedra[row]);
+    }
+    EXPECT_EQ((Rows{{8, 7, 6, 5, 4}}), host.rows(part, 18));
+  }
 }
 
 TEST_F(PartConnectivity, FlatElementsBehindTheSolidOnesHaveTheirRows) {
