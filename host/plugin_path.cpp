@@ -36,7 +36,9 @@ fs::path find_plugin_of_program(const fs::path& program) {
   const fs::path folder = program.parent_path();
   const fs::path beside = folder / kPluginFile;
   const fs::path in_lib = folder.parent_path() / HOST_LIBRARY_FOLDER / kPluginFile;
-  for (const fs::path& candidate : {beside, in_lib}) {
+  // From a folder of libexec.
+  const fs::path farther = folder.parent_path().parent_path() / HOST_LIBRARY_FOLDER / kPluginFile;
+  for (const fs::path& candidate : {beside, in_lib, farther}) {
     if (fs::exists(candidate, error)) return candidate;
   }
   throw Error("cannot find the reader plug-in: neither " + beside.string() + " nor " + in_lib.string() +

@@ -21,6 +21,7 @@
 #include "tool/part_integrals.h"
 #include "tool/pressure_options.h"
 #include "tool/problems.h"
+#include "tool/program.h"
 #include "tool/progress.h"
 #include "tool/quantity.h"
 #include "tool/read_error.h"
@@ -168,6 +169,7 @@ class IntegrateRun {
 };
 
 void run_integrate(const IntegrateOptions& options) {
+  if (may_be_derived(options.variables)) need_vtk();
   with_dataset(options.dataset, [&](host::Session& session) { IntegrateRun(options, session).run(); });
 }
 

@@ -12,6 +12,7 @@
 #include "host/error.h"
 #include "host/text_encoding.h"
 #include "nlohmann/json.hpp"
+#include "tool/chart_output.h"
 #include "tool/choice.h"
 #include "tool/commands.h"
 #include "tool/dataset_options.h"
@@ -23,13 +24,11 @@
 #include "tool/output.h"
 #include "tool/part_statistics.h"
 #include "tool/problems.h"
+#include "tool/program.h"
 #include "tool/progress.h"
 #include "tool/quantity.h"
 #include "tool/read_error.h"
 #include "tool/stats_printer.h"
-#ifdef FLDTOOL_HAS_VTK
-#include "tool/chart_output.h"
-#endif
 
 namespace tool {
 namespace {
@@ -78,7 +77,7 @@ struct StatsOptions {
   std::vector<std::string> parts = {"all"};
   std::vector<std::string> variables;
   std::size_t intervals = 0;
-  std::string plot;  // in builds with VTK
+  std::string plot;
   int jobs = 0;
   bool json = false;
   bool csv = false;
@@ -137,9 +136,7 @@ class StatsRun {
     Output output("");
     const Problems problems = print_steps(
         {jobs, steps_.size(), variables_.size() * parts_.size(), report, take}, *printer_, output, progress_);
-#ifdef FLDTOOL_HAS_VTK
     if (!options_.plot.empty()) draw_histogram();
-#endif
     problems.report();
   }
 
@@ -197,7 +194,6 @@ class StatsRun {
     }
   }
 
-#ifdef FLDTOOL_HAS_VTK
   // Bars of one histogram, or a line for each of several.
   void draw_histogram() const {
     render::Chart chart;
@@ -213,7 +209,6 @@ class StatsRun {
     if (chart.x_title.empty() && !bars_.empty()) chart.x_title = bars_.front().at("label").get<std::string>();
     write_chart(options_.plot, chart);
   }
-#endif
 
   const StatsOptions& options_;
   host::Session& session_;
@@ -230,9 +225,8 @@ class StatsRun {
 };
 
 void run_stats(const StatsOptions& options) {
-#ifdef FLDTOOL_HAS_VTK
+  if (!options.plot.empty() || may_be_derived(options.variables)) need_vtk();
   check_chart_output(options.plot);
-#endif
   with_dataset(options.dataset, [&](host::Session& session) { StatsRun(options, session).run(); });
 }
 
@@ -252,11 +246,9 @@ void add_stats_command(CLI::App& app) {
   command->add_flag("--csv", options->csv, "Print comma-separated lines")
       ->excludes(json)
       ->excludes(histogram);
-#ifdef FLDTOOL_HAS_VTK
   command->add_option("--plot", options->plot, "Draw the histograms into this .png or .svg file as well")
       ->check(file_name())
       ->needs(histogram);
-#endif
   add_jobs_option(*command, options->jobs);
   command->footer(std::string(kStatsManual) + kDerivedText + kChoiceText + kExitStatusText);
   command->callback([options] { run_stats(*options); });

@@ -1,6 +1,6 @@
 #include "tool/quantity.h"
 
-#include <cmath>
+#include <algorithm>
 
 #include "fmt/format.h"
 #include "host/error.h"
@@ -8,10 +8,6 @@
 #include "tool/choice.h"
 #include "tool/exit_status.h"
 #include "tool/vector_components.h"
-#ifdef FLDTOOL_HAS_VTK
-#include "host/undefined_value.h"
-#include "tool/derived_reader.h"
-#endif
 
 namespace tool {
 namespace {
@@ -23,9 +19,8 @@ CommandError cannot_derive(const host::Session& session, const std::string& name
 // The variable that is derived; `text` is its name.
 analysis::DerivedVariable derived_variable(host::Session& session, const analysis::DerivedName& name,
                                            const std::string& text) {
-#ifndef FLDTOOL_HAS_VTK
-  throw cannot_derive(session, text, "this fldtool was built without VTK, which derives variables");
-#endif
+  if (!kDerivesVariables)
+    throw cannot_derive(session, text, "this fldtool was built without VTK, which derives variables");
   const ChosenComponent source = choose_component(session, name.of);
   const host::Variable& variable = session.variable(source.variable);
   const bool is_vector = variable.kind == host::VariableKind::vector;
@@ -79,6 +74,11 @@ std::optional<Quantity> find_derived(host::Session& session, const std::string& 
 
 }  // namespace
 
+bool may_be_derived(const std::vector<std::string>& lists) {
+  return std::any_of(lists.begin(), lists.end(),
+                     [](const std::string& list) { return list.find('(') != std::string::npos; });
+}
+
 std::vector<Quantity> choose_quantities(host::Session& session, const std::vector<std::string>& lists) {
   std::vector<Quantity> quantities;
   const auto add = [&](const std::vector<std::string>& items) {
@@ -118,40 +118,6 @@ WholeQuantities choose_whole_quantities(host::Session& session, const std::vecto
   if (lists.empty() || !others.empty()) chosen.variables = choose_variables(session, others);
   return chosen;
 }
-
-#ifdef FLDTOOL_HAS_VTK
-
-host::PartValues QuantityValues::derived_values(const Quantity& quantity, int part, int component) {
-  if (!derived_) derived_ = std::make_unique<DerivedReader>(session_);
-  const vtkSmartPointer<vtkFloatArray> found = derived_->on_part(*quantity.derived, part);
-  host::PartValues values;
-  if (!found) {
-    values.availability = host::Availability::not_in_this_step;
-    return values;
-  }
-  const auto count = static_cast<std::size_t>(found->GetNumberOfTuples());
-  values.array = host::HostArray(count, host::kUndefinedValue);
-  for (std::size_t i = 0; i < count; ++i) {
-    const float value = found->GetTypedComponent(static_cast<vtkIdType>(i), component);
-    if (!std::isnan(value)) values.array.entries()[i + 1] = value;
-  }
-  return values;
-}
-
-#else
-
-class DerivedReader {};
-
-host::PartValues QuantityValues::derived_values(const Quantity& /*quantity*/, int /*part*/,
-                                                int /*component*/) {
-  return {.availability = host::Availability::not_offered};
-}
-
-#endif
-
-QuantityValues::QuantityValues(host::Session& session) : session_(session) {}
-
-QuantityValues::~QuantityValues() = default;
 
 host::PartValues QuantityValues::values(const Quantity& quantity, int part, int component) {
   try {

@@ -41,6 +41,9 @@ inline bool is_same_variable(const Quantity& a, const Quantity& b) {
   return a.source_number() == b.source_number() && a.variable.name == b.variable.name;
 }
 
+// Whether any of them may be derived, before a dataset is there to tell.
+bool may_be_derived(const std::vector<std::string>& lists);
+
 // In the order of the lists; all variables of the dataset when there are none. Throws CommandError (wrong
 // usage) for an item that chooses nothing, and for a derived name of something that it cannot be derived
 // from.
@@ -76,5 +79,8 @@ class QuantityValues {
   host::Session& session_;
   std::unique_ptr<DerivedReader> derived_;  // made when it is needed
 };
+
+// Whether this program derives variables, which takes VTK.
+extern const bool kDerivesVariables;
 
 }  // namespace tool

@@ -73,6 +73,13 @@ TEST_F(PluginPath, IsBesideTheProgramOrInTheLibraryFolderOfItsInstallation) {
   EXPECT_EQ(host::find_plugin_of_program(program), beside);
 }
 
+TEST_F(PluginPath, OfAProgramInAFolderOfLibexecIsInTheLibraryFolder) {
+  const testkit::TemporaryDirectory directory;
+  const auto in_lib = directory.path() / HOST_LIBRARY_FOLDER / host::kPluginFile;
+  put(in_lib);
+  EXPECT_EQ(host::find_plugin_of_program(directory / "libexec" / "folder" / "program"), in_lib);
+}
+
 TEST_F(PluginPath, IsUpToThreeFoldersAboveALibrary) {
   const testkit::TemporaryDirectory directory;
   put(directory / host::kPluginFile);

@@ -1,5 +1,5 @@
 # Installs the build into a folder of its own and uses it from there as anybody would: the program with its plug-in, the
-# manual page, and the package, with which an outside program is built. Wants BUILD, SOURCE, WORK, COMPILER, LIBDIR.
+# manual page, and the package, with which an outside program is built. Wants BUILD, SOURCE, WORK, COMPILER, LIBDIR, VTK.
 cmake_policy(VERSION 3.25)
 set(prefix ${WORK}/prefix)
 file(REMOVE_RECURSE ${WORK})
@@ -35,6 +35,11 @@ run(${CMAKE_COMMAND} -E env --unset=FLD_PLUGIN ${prefix}/bin/fldtool sample ${WO
 set(dataset ${WORK}/samples/channel/channel.fld)
 run(${CMAKE_COMMAND} -E env --unset=FLD_PLUGIN ${prefix}/bin/fldtool info --json ${dataset})
 expect("\"library\": \"${prefix}/${LIBDIR}/libuserd-fld.so\"")
+# So does the one that it becomes for what needs VTK.
+if(VTK)
+  run(${CMAKE_COMMAND} -E env --unset=FLD_PLUGIN ${prefix}/bin/fldtool probe ${dataset} --at 0,0,0)
+  expect("step")
+endif()
 
 run(${CMAKE_COMMAND} -S ${SOURCE}/outside -B ${WORK}/outside -DCMAKE_CXX_COMPILER=${COMPILER}
     -DCMAKE_PREFIX_PATH=${prefix})

@@ -22,12 +22,6 @@
 namespace tool_test {
 namespace {
 
-// That of this build, unless the environment names another one, as scripts/mutants does.
-const char* fldtool() {
-  const char* const other = std::getenv("FLDTOOL");
-  return other != nullptr ? other : FLDTOOL;
-}
-
 std::string read_to_end(int descriptor) {
   std::string text;
   std::array<char, 65536> piece = {};
@@ -116,7 +110,8 @@ class Running {
     posix_spawnattr_init(&attributes);
     posix_spawnattr_setsigdefault(&attributes, &interrupts);
     posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSIGDEF);
-    const int error = posix_spawn(&child_, fldtool(), &actions, &attributes, pointers.data(), environ);
+    const int error =
+        posix_spawn(&child_, fldtool().c_str(), &actions, &attributes, pointers.data(), environ);
     posix_spawnattr_destroy(&attributes);
     posix_spawn_file_actions_destroy(&actions);
     if (error != 0) throw std::system_error(error, std::generic_category(), "posix_spawn");
@@ -143,6 +138,11 @@ class Running {
 };
 
 }  // namespace
+
+std::string fldtool() {
+  const char* const other = std::getenv("FLDTOOL");
+  return other != nullptr ? other : FLDTOOL;
+}
 
 Result run_fldtool(const std::vector<std::string>& arguments, const std::string& output_file,
                    const std::string& errors_file) {

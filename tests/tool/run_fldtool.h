@@ -17,6 +17,9 @@ struct Result {
 // In place of a file: the program gets no such stream.
 inline constexpr char kClosed[] = "&-";
 
+// The program: that of this build, unless the variable FLDTOOL names another one, as scripts/mutants does.
+std::string fldtool();
+
 // With `output_file` the standard output goes there instead, with `errors_file` the standard error stream.
 Result run_fldtool(const std::vector<std::string>& arguments, const std::string& output_file = "",
                    const std::string& errors_file = "");

@@ -1,0 +1,55 @@
+// fldtool where there is VTK: the commands that need none, at once; for the others it becomes fldtool-vtk.
+#include <cerrno>
+#include <filesystem>
+#include <string>
+#include <system_error>
+#include <unistd.h>
+
+#include "CLI/CLI.hpp"
+#include "tool/command_line.h"
+#include "tool/commands.h"
+#include "tool/program.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr char kProgramWithVtk[] = "fldtool-vtk";
+
+void add_commands(CLI::App& app, const std::string& first) {
+  tool::add_inspecting_commands(app);
+  tool::add_sample_command(app);
+  // Help is about all commands, as is the error about an unknown one.
+  if (first != "--version" && tool::find_command(app, first) == nullptr) tool::need_vtk();
+}
+
+// Beside this program, where both are built, or in the folder that it is installed in.
+fs::path program_with_vtk() {
+  std::error_code error;
+  const fs::path folder = fs::read_symlink("/proc/self/exe", error).parent_path();
+  const fs::path beside = folder / kProgramWithVtk;
+  return fs::exists(beside, error) ? beside
+                                   : (folder / FLDTOOL_LIBEXEC_FOLDER / kProgramWithVtk).lexically_normal();
+}
+
+// Replaces this process. Returns the exit status of an error.
+int go_on_with_vtk(char** argv) {
+  const fs::path program = program_with_vtk();
+  execv(program.c_str(), argv);
+  return tool::report(tool::ExitStatus::failure,
+                      program.string() + ": " + std::generic_category().message(errno));
+}
+
+}  // namespace
+
+void tool::need_vtk() {
+  throw NeedsVtk();
+}
+
+int main(int argc, char** argv) {
+  try {
+    return tool::run_program(argc, argv, add_commands);
+  } catch (const tool::NeedsVtk&) {
+    return go_on_with_vtk(argv);
+  }
+}
