@@ -23,21 +23,19 @@ void add_commands(CLI::App& app, const std::string& first) {
   if (first != "--version" && tool::find_command(app, first) == nullptr) tool::need_vtk();
 }
 
-// Beside this program, where both are built, or in the folder that it is installed in.
-fs::path program_with_vtk() {
-  std::error_code error;
-  const fs::path folder = fs::read_symlink("/proc/self/exe", error).parent_path();
-  const fs::path beside = folder / kProgramWithVtk;
-  return fs::exists(beside, error) ? beside
-                                   : (folder / FLDTOOL_LIBEXEC_FOLDER / kProgramWithVtk).lexically_normal();
-}
-
 // Replaces this process. Returns the exit status of an error.
 int go_on_with_vtk(char** argv) {
-  const fs::path program = program_with_vtk();
+  constexpr char kThisProgram[] = "/proc/self/exe";
+  std::error_code error;
+  const fs::path folder = fs::read_symlink(kThisProgram, error).parent_path();
+  if (error) return tool::report(tool::ExitStatus::failure, kThisProgram + (": " + error.message()));
+  // Beside this program, where both are built, or in the folder that it is installed in.
+  fs::path program = folder / kProgramWithVtk;
+  if (!fs::exists(program, error))
+    program = (folder / FLDTOOL_LIBEXEC_FOLDER / kProgramWithVtk).lexically_normal();
   execv(program.c_str(), argv);
-  return tool::report(tool::ExitStatus::failure,
-                      program.string() + ": " + std::generic_category().message(errno));
+  const std::string reason = std::generic_category().message(errno);
+  return tool::report(tool::ExitStatus::failure, program.string() + ": " + reason);
 }
 
 }  // namespace

@@ -17,6 +17,7 @@
 #include "tests/faults/stderr_file.h"
 #include "tests/faults/whole_session.h"
 #include "tests/reader/small_datasets.h"
+#include "tests/testkit/emulator.h"
 
 namespace faults {
 namespace {
@@ -25,11 +26,11 @@ using reader_test::motion_of;
 using testkit::MovingRegion;
 
 constexpr int kGeometrySet = 1;
-// Limit in seconds of CPU time per call; the sanitizers are slower.
+// Limit in seconds of CPU time per call; the sanitizers are slower, and an emulator more so.
 #ifdef __SANITIZE_ADDRESS__
 constexpr double kLimit = 4.0;
 #else
-constexpr double kLimit = 1.0;
+constexpr double kLimit = kUnderEmulator ? 20.0 : 1.0;
 #endif
 
 class HostileSizes : public testing::Test {

@@ -11,6 +11,7 @@
 #include "testkit/file_writer.h"
 #include "testkit/quantity.h"
 #include "testkit/small_meshes.h"
+#include "tests/testkit/emulator.h"
 #include "tests/tool/run_fldtool.h"
 #include "tests/tool/tool_datasets.h"
 
@@ -165,6 +166,7 @@ TEST(CheckCommand, JsonOfLimits) {
 }
 
 TEST(CheckCommand, TextsOfTheFileAreShownAsUtf8) {
+  if (kUnderEmulator) GTEST_SKIP() << kWithoutConverters;
   testkit::File wrong = one_of_each_file();
   wrong.region_sets.front().add(
       testkit::scalar_section({.name = tool_test::kPressureBytes, .values = {1.0, 2.0}}));

@@ -123,8 +123,7 @@ TEST_F(CommandLine, TakesThePluginFromTheEnvironment) {
 }
 
 TEST_F(CommandLine, TakesAPluginByItsPath) {
-  const auto plugin = std::filesystem::path(FLDTOOL).parent_path() / "libuserd-fld.so";
-  EXPECT_EQ(run_fldtool({"info", file(), "--plugin", plugin.string()}).status, 0);
+  EXPECT_EQ(run_fldtool({"info", file(), "--plugin", FLD_PLUGIN_FILE}).status, 0);
 }
 
 // What a caller has then is the exit status.

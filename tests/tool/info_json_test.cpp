@@ -6,6 +6,7 @@
 
 #include "nlohmann/json.hpp"
 #include "testkit/file_writer.h"
+#include "tests/testkit/emulator.h"
 #include "tests/tool/run_fldtool.h"
 #include "tests/tool/tool_datasets.h"
 
@@ -84,6 +85,7 @@ TEST(InfoJson, OneFile) {
 }
 
 TEST(InfoJson, PartsWithNamesInUtf8) {
+  if (kUnderEmulator) GTEST_SKIP() << kWithoutConverters;
   const tool_test::OneFile dataset(tool_test::one_of_each_file());
   const json found = info(dataset.path());
   ASSERT_EQ(found["parts"].size(), 5U);
@@ -104,6 +106,7 @@ TEST(InfoJson, PartsWithNamesInUtf8) {
 }
 
 TEST(InfoJson, VariablesWithRanges) {
+  if (kUnderEmulator) GTEST_SKIP() << kWithoutConverters;
   const tool_test::OneFile dataset(tool_test::one_of_each_file());
   const json found = info(dataset.path())["variables"];
   ASSERT_EQ(found.size(), 3U);

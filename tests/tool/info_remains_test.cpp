@@ -4,6 +4,7 @@
 
 #include "nlohmann/json.hpp"
 #include "testkit/file_writer.h"
+#include "tests/testkit/emulator.h"
 #include "tests/tool/run_fldtool.h"
 #include "tests/tool/tool_datasets.h"
 
@@ -16,6 +17,7 @@ using tool_test::Result;
 using tool_test::run_fldtool;
 
 TEST(InfoStructure, HasNoBoxesAndRanges) {
+  if (kUnderEmulator) GTEST_SKIP() << kWithoutConverters;
   const OneFile file(one_of_each_file());
   const json found = json::parse(run_fldtool({"info", "--json", file.path()}).output);
   EXPECT_EQ(found["parts"].size(), 5U);

@@ -3,6 +3,7 @@
 #include <string>
 
 #include "testkit/file_writer.h"
+#include "tests/testkit/emulator.h"
 #include "tests/tool/run_fldtool.h"
 #include "tests/tool/tool_datasets.h"
 
@@ -22,6 +23,7 @@ void expect_in_order(const std::string& output, const std::vector<std::string>& 
 }
 
 TEST(InfoText, OneFile) {
+  if (kUnderEmulator) GTEST_SKIP() << kWithoutConverters;
   const tool_test::OneFile dataset(tool_test::one_of_each_file());
   const Result result = run_fldtool({"info", dataset.path(), "--ranges"});
   EXPECT_EQ(result.status, 0) << result.errors;

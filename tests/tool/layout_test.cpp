@@ -4,6 +4,7 @@
 
 #include "nlohmann/json.hpp"
 #include "testkit/file_writer.h"
+#include "tests/testkit/emulator.h"
 #include "tests/tool/run_fldtool.h"
 #include "tests/tool/tool_datasets.h"
 
@@ -37,6 +38,7 @@ TEST(LayoutCommand, ASmallFile) {
 }
 
 TEST(LayoutCommand, PicksByTitle) {
+  if (kUnderEmulator) GTEST_SKIP() << kWithoutConverters;
   const OneFile file(one_of_each_file());
   const std::string output =
       run_fldtool({"layout", file.path(), "--title", "LS_Scalar:*", "--title", "Cycle"}).output;
@@ -47,6 +49,7 @@ TEST(LayoutCommand, PicksByTitle) {
 }
 
 TEST(LayoutCommand, PicksByTitleInUtf8) {
+  if (kUnderEmulator) GTEST_SKIP() << kWithoutConverters;
   testkit::File file = one_of_each_file();
   file.region_sets.front().section("LS_Scalar:p").title =
       std::string("LS_Scalar:") + tool_test::kPressureBytes;
