@@ -87,6 +87,8 @@ TEST_F(CopiedProgram, DoesWithoutTheOtherWhatNeedsNoVtk) {
   const OtherProgram copy(program());
   EXPECT_EQ(run_fldtool({"check", file.path()}).output, file.path() + ": no findings\n");
   EXPECT_EQ(run_fldtool({"--version"}).output.find("fldtool "), 0U);
+  for (const char* command : {"info", "stats", "values", "integrate", "diff", "layout", "check", "sample"})
+    EXPECT_EQ(run_fldtool({command, "--help"}).status, 0) << command;
   for (const char* command : {"help", "convert", "--help"}) {
     const Result result = run_fldtool({command});
     EXPECT_EQ(result.status, 4) << command;
