@@ -8,6 +8,7 @@
 #include "CLI/CLI.hpp"
 #include "tool/command_line.h"
 #include "tool/commands.h"
+#include "tool/interrupt.h"
 #include "tool/program.h"
 
 namespace {
@@ -33,6 +34,8 @@ int go_on_with_vtk(char** argv) {
   fs::path program = folder / kProgramWithVtk;
   if (!fs::exists(program, error))
     program = (folder / FLDTOOL_LIBEXEC_FOLDER / kProgramWithVtk).lexically_normal();
+  // The other program would know nothing of a signal that has come.
+  if (tool::interrupted()) return tool::report(tool::ExitStatus::interrupted, tool::Interrupted().what());
   execv(program.c_str(), argv);
   const std::string reason = std::generic_category().message(errno);
   return tool::report(tool::ExitStatus::failure, program.string() + ": " + reason);
