@@ -75,5 +75,14 @@ TEST(NamedVolumes, AreThoseThatASearchFromTheFirstOnFinds) {
   EXPECT_LT(500, found_some);
 }
 
+TEST(SharedOutVolumes, GoToTheLastRegionThatNamesThem) {
+  const std::vector<std::string> names = {"rotor", "stator", "shaft"};
+  ALE ale;
+  ale.regions = {{3, {"rotor", "stator", "other"}, {}},
+                 {4, {"shaft", "rotor", "rotor", "rotor_2"}, {}},
+                 {1, {"other"}, {}}};
+  EXPECT_EQ((std::vector<std::vector<int>>{{1}, {2, 0}, {}}), share_out_volumes(ale, views(names)));
+}
+
 }  // namespace
 }  // namespace fld::test
