@@ -6,7 +6,6 @@
 
 #include "nlohmann/json.hpp"
 #include "testkit/file_writer.h"
-#include "tests/testkit/emulator.h"
 #include "tests/tool/run_fldtool.h"
 #include "tests/tool/tool_datasets.h"
 
@@ -85,12 +84,11 @@ TEST(InfoJson, OneFile) {
 }
 
 TEST(InfoJson, PartsWithNamesInUtf8) {
-  if (kUnderEmulator) GTEST_SKIP() << kWithoutConverters;
   const tool_test::OneFile dataset(tool_test::one_of_each_file());
   const json found = info(dataset.path());
   ASSERT_EQ(found["parts"].size(), 5U);
   EXPECT_EQ(found["parts"][0], json({{"number", 1},
-                                     {"name", "外"},
+                                     {"name", tool_test::kOutsideShown},
                                      {"name_bytes_hex", "8a4f"},
                                      {"kind", "surface"},
                                      {"region_set", 0},
@@ -106,7 +104,6 @@ TEST(InfoJson, PartsWithNamesInUtf8) {
 }
 
 TEST(InfoJson, VariablesWithRanges) {
-  if (kUnderEmulator) GTEST_SKIP() << kWithoutConverters;
   const tool_test::OneFile dataset(tool_test::one_of_each_file());
   const json found = info(dataset.path())["variables"];
   ASSERT_EQ(found.size(), 3U);
@@ -114,7 +111,7 @@ TEST(InfoJson, VariablesWithRanges) {
       found[0],
       json({{"number", 1},
             {"name", "p"},
-            {"label", "圧力"},
+            {"label", tool_test::kPressureShown},
             {"type", "scalar"},
             {"per", "node"},
             {"availability", "given"},

@@ -6,6 +6,7 @@
 
 #include "testkit/description.h"
 #include "testkit/temporary_directory.h"
+#include "tests/testkit/emulator.h"
 
 namespace tool_test {
 
@@ -15,6 +16,9 @@ inline constexpr double kUndefinedValue = 1.0e30;
 // "外" and "圧力" as Shift_JIS.
 inline constexpr char kOutsideBytes[] = "\x8a\x4f";
 inline constexpr char kPressureBytes[] = "\x88\xb3\x97\xcd";
+// As they are shown: where the C library converts no texts, byte by byte.
+inline constexpr const char* kOutsideShown = kUnderEmulator ? R"(\x8aO)" : "外";
+inline constexpr const char* kPressureShown = kUnderEmulator ? R"(\x88\xb3\x97\xcd)" : "圧力";
 
 // Four elements, one of each shape. Surfaces: "@between" and one that is called 外; volumes "lower" and
 // "upper"; scalar "p" with the label 圧力 whose values are the node numbers from 0, the first one undefined;

@@ -87,10 +87,11 @@ TEST_F(Values, AFaceThatBelongsToNoElementHasNoMaterial) {
 }
 
 TEST_F(Values, PartsAreFoundByNamesInUtf8AndInTheFilesBytes) {
-  if (kUnderEmulator) GTEST_SKIP() << kWithoutConverters;
   const Lines by_number = lines("1", "p");
   EXPECT_EQ(by_number.size(), 12U);
-  EXPECT_EQ(lines("外", "p"), by_number);
+  if (!kUnderEmulator) {
+    EXPECT_EQ(lines("外", "p"), by_number);
+  }
   EXPECT_EQ(lines(tool_test::kOutsideBytes, "p"), by_number);
 }
 
